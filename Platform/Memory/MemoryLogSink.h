@@ -1,0 +1,53 @@
+#pragma once
+
+#include "Foundation/LogSink.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace platform {
+
+/// A log that keeps every record in memory, for whoever wants to read afterwards what was said.
+/// Main thread only.
+class MemoryLogSink final : public foundation::LogSink {
+  public:
+    struct Entry {
+        std::string subsystem;
+        std::string category;
+        foundation::LogLevel level;
+        /// The format as the call site gave it, privacy marks included.
+        std::string format;
+        /// The message with every value in it.
+        std::string whole;
+        /// The message as a system's log shows it, private values hidden.
+        std::string redacted;
+    };
+
+    foundation::LogChannel& channel(std::string_view subsystem, std::string_view category) override;
+
+    /// Switches a level on or off for all categories. Both are on at first.
+    void setEnabled(foundation::LogLevel level, bool enabled);
+
+    /// All records so far, oldest first.
+    [[nodiscard]] const std::vector<Entry>& entries() const { return entries_; }
+
+    /// The whole message of each record, with the level before it: "debug: ..." or "error: ...".
+    [[nodiscard]] std::vector<std::string> messages() const;
+
+    void clear() { entries_.clear(); }
+
+  private:
+    class Channel;
+
+    std::map<std::pair<std::string, std::string>, std::unique_ptr<foundation::LogChannel>>
+        channels_;
+    std::vector<Entry> entries_;
+    bool isDebugEnabled_ = true;
+    bool isErrorEnabled_ = true;
+};
+
+} // namespace platform

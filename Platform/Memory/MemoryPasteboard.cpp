@@ -1,0 +1,52 @@
+#include "Platform/Memory/MemoryPasteboard.h"
+
+namespace platform {
+
+namespace {
+
+std::string name(PasteboardType type) {
+    return type == PasteboardType::string ? "string" : "html";
+}
+
+} // namespace
+
+void MemoryPasteboard::clearContents() {
+    calls_.emplace_back("clear");
+    texts_.clear();
+    holdsImage_ = false;
+    ++changeCount_;
+}
+
+bool MemoryPasteboard::setString(foundation::TextBuffer text, PasteboardType type) {
+    if (refused_.contains(type)) {
+        calls_.push_back("set " + name(type) + " refused");
+        return false;
+    }
+    calls_.push_back("set " + name(type));
+    texts_.insert_or_assign(type, std::string(text.view()));
+    return true;
+}
+
+std::optional<foundation::TextBuffer> MemoryPasteboard::string(PasteboardType type) {
+    calls_.push_back("get " + name(type));
+    const auto text = texts_.find(type);
+    if (text == texts_.end()) {
+        return std::nullopt;
+    }
+    return foundation::TextBuffer(text->second);
+}
+
+void MemoryPasteboard::copyElsewhere(std::string_view text) {
+    texts_.clear();
+    texts_.emplace(PasteboardType::string, text);
+    holdsImage_ = false;
+    ++changeCount_;
+}
+
+void MemoryPasteboard::copyImageElsewhere() {
+    texts_.clear();
+    holdsImage_ = true;
+    ++changeCount_;
+}
+
+} // namespace platform

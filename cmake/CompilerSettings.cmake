@@ -1,0 +1,39 @@
+# What every target of this project is compiled with. Nothing here names a processor: the same
+# sources run everywhere at the compiler's defaults.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "" FORCE)
+endif()
+
+find_program(PASTEWISE_CCACHE ccache)
+if(PASTEWISE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${PASTEWISE_CCACHE}")
+endif()
+
+add_library(pastewise_settings INTERFACE)
+target_include_directories(pastewise_settings INTERFACE "${PROJECT_SOURCE_DIR}")
+target_compile_options(pastewise_settings INTERFACE
+  -Wall -Wextra -Wpedantic -Werror
+  -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Wcast-align
+  -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2 -Wimplicit-fallthrough
+  # Paths of the building machine have no place in what is shipped.
+  "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
+
+if(PASTEWISE_SANITIZERS)
+  target_compile_options(pastewise_settings INTERFACE
+    "-fsanitize=${PASTEWISE_SANITIZERS}" -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(pastewise_settings INTERFACE "-fsanitize=${PASTEWISE_SANITIZERS}")
+endif()
+
+# pastewise_library(name SOURCES ... LINKS ...): a static library of this project.
+function(pastewise_library name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_link_libraries(${name} PUBLIC pastewise_settings ${arg_LINKS} PRIVATE ${arg_PRIVATE_LINKS})
+endfunction()

@@ -1,0 +1,12 @@
+#include "Foundation/FatalError.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(FatalErrorDeathTest, EndsTheProgramAndSaysWhyOnStandardError) {
+    EXPECT_DEATH(foundation::fatalError("the count is negative"),
+                 "Fatal error: the count is negative\n");
+}
+
+} // namespace

@@ -1,0 +1,84 @@
+#include "Foundation/Logger.h"
+#include "Foundation/LoggerFactory.h"
+#include "Platform/Memory/MemoryLogSink.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace {
+
+using foundation::Logger;
+using foundation::LogLevel;
+using platform::MemoryLogSink;
+
+class LoggerTests : public testing::Test {
+  protected:
+    MemoryLogSink sink;
+    foundation::LoggerFactory loggers{sink, "com.app.pastewise"};
+    Logger logger = loggers.logger("ClipboardManager");
+};
+
+TEST_F(LoggerTests, NamesSubsystemCategoryAndLevel) {
+    logger.debug("Reading from clipboard...");
+    logger.error("No text found in clipboard");
+    ASSERT_EQ(sink.entries().size(), 2U);
+    EXPECT_EQ(sink.entries()[0].subsystem, "com.app.pastewise");
+    EXPECT_EQ(sink.entries()[0].category, "ClipboardManager");
+    EXPECT_EQ(sink.entries()[0].level, LogLevel::debug);
+    EXPECT_EQ(sink.entries()[1].level, LogLevel::error);
+    EXPECT_EQ(sink.entries()[1].whole, "No text found in clipboard");
+}
+
+TEST_F(LoggerTests, ShowsNumbersAndHidesTextsUnlessTheFormatSaysOtherwise) {
+    logger.debug(
+        "%ld %s %{public}s %{private}ld", std::int64_t{-3}, "secret", "open", std::int64_t{4});
+    EXPECT_EQ(sink.entries().at(0).redacted, "-3 <private> open <private>");
+    EXPECT_EQ(sink.entries().at(0).whole, "-3 secret open 4");
+}
+
+TEST_F(LoggerTests, KeepsTheFormatWithItsPrivacyMarksForWhoeverReadsTheRecord) {
+    logger.debug("Using SF Symbol for base status icon: %{public}s", std::string("p.square"));
+    EXPECT_EQ(sink.entries().at(0).format, "Using SF Symbol for base status icon: %{public}s");
+}
+
+TEST_F(LoggerTests, PrintsEveryKindOfValue) {
+    logger.debug("%d %ld %u %lu %f %{bool}d %{bool,public}d %{public}s",
+                 -1,
+                 std::int64_t{-2},
+                 3U,
+                 std::uint64_t{4},
+                 0.5,
+                 true,
+                 false,
+                 std::string_view("x"));
+    EXPECT_EQ(sink.entries().at(0).redacted, "-1 -2 3 4 0.500000 true false x");
+}
+
+TEST_F(LoggerTests, ComputesAFunctionsValueOnlyWhenTheLevelIsOn) {
+    int computed = 0;
+    const auto length = [&computed]() -> std::int64_t { return ++computed; };
+    sink.setEnabled(LogLevel::debug, false);
+    logger.debug("Processing text with length: %ld", length);
+    EXPECT_EQ(computed, 0);
+    EXPECT_TRUE(sink.entries().empty());
+
+    sink.setEnabled(LogLevel::debug, true);
+    logger.debug("Processing text with length: %ld", length);
+    EXPECT_EQ(computed, 1);
+    EXPECT_EQ(sink.messages().at(0), "debug: Processing text with length: 1");
+}
+
+TEST_F(LoggerTests, HoldsATextThatAFunctionReturnsUntilItIsWritten) {
+    logger.debug("%{public}s", [] { return std::string(100, 'x'); });
+    EXPECT_EQ(sink.entries().at(0).redacted, std::string(100, 'x'));
+}
+
+TEST_F(LoggerTests, DoesNotTakeAPercentSignInAValueForAPlaceholder) {
+    logger.debug("%{public}s and %{public}s", "100 %s", "%{public}d");
+    EXPECT_EQ(sink.entries().at(0).redacted, "100 %s and %{public}d");
+}
+
+} // namespace

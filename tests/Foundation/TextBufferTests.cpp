@@ -1,0 +1,85 @@
+#include "Foundation/TextBuffer.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <limits>
+#include <new>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace {
+
+using foundation::TextBuffer;
+
+TEST(TextBufferTests, IsEmptyAtFirst) {
+    const TextBuffer buffer;
+    EXPECT_TRUE(buffer.empty());
+    EXPECT_EQ(buffer.view(), "");
+}
+
+TEST(TextBufferTests, HoldsACopyOfTheTextItIsMadeFrom) {
+    std::string text = "milk";
+    const TextBuffer buffer{std::string_view(text)};
+    text[0] = 's';
+    EXPECT_EQ(buffer.view(), "milk");
+}
+
+TEST(TextBufferTests, KeepsZeroBytes) {
+    const TextBuffer buffer(std::string_view("a\0b", 3));
+    EXPECT_EQ(buffer.view(), std::string_view("a\0b", 3));
+}
+
+TEST(TextBufferTests, AppendsAcrossGrowth) {
+    TextBuffer buffer;
+    std::string expected;
+    for (int i = 0; i < 10'000; ++i) {
+        const std::string piece = std::to_string(i);
+        buffer.append(piece);
+        expected += piece;
+    }
+    EXPECT_EQ(buffer.view(), expected);
+}
+
+TEST(TextBufferTests, LendsRoomForTheCallerToFill) {
+    TextBuffer buffer("ab");
+    std::memcpy(buffer.appendUninitialised(2), "cd", 2);
+    EXPECT_EQ(buffer.view(), "abcd");
+}
+
+TEST(TextBufferTests, DoesNotMoveItsBytesWhileTheReservedRoomLasts) {
+    TextBuffer buffer;
+    buffer.reserve(1000);
+    buffer.append("first");
+    const char* before = buffer.view().data();
+    buffer.append(std::string(995, 'x'));
+    EXPECT_EQ(buffer.view().data(), before);
+}
+
+TEST(TextBufferTests, KeepsTheAddressOfItsBytesWhenMovedAndLeavesAnEmptyTextBehind) {
+    TextBuffer from("x");
+    const char* address = from.view().data();
+    const TextBuffer to = std::move(from);
+    EXPECT_EQ(to.view().data(), address);
+    EXPECT_EQ(to.view(), "x");
+    EXPECT_TRUE(from.empty()); // NOLINT(bugprone-use-after-move)
+    from.append("new life");
+    EXPECT_EQ(from.view(), "new life");
+}
+
+TEST(TextBufferTests, ShortensButNeverLengthensByTruncation) {
+    TextBuffer buffer("milk");
+    buffer.truncate(1);
+    EXPECT_EQ(buffer.view(), "m");
+    EXPECT_DEATH(buffer.truncate(2), "Fatal error: TextBuffer::truncate cannot lengthen a text");
+}
+
+TEST(TextBufferTests, ThrowsAndStaysAsItWasWhenMemoryRunsOut) {
+    TextBuffer buffer("milk");
+    const std::size_t tooMuch = std::numeric_limits<std::size_t>::max() - 8;
+    EXPECT_THROW(static_cast<void>(buffer.appendUninitialised(tooMuch)), std::bad_alloc);
+    EXPECT_EQ(buffer.view(), "milk");
+}
+
+} // namespace
