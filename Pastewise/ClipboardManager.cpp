@@ -1,0 +1,90 @@
+#include "Pastewise/ClipboardManager.h"
+
+#include "Text/GraphemeClusters.h"
+#include "Text/HtmlEscape.h"
+#include "Text/SheetDocument.h"
+
+#include <cstdint>
+#include <utility>
+
+namespace pastewise {
+
+using foundation::LogLevel;
+using foundation::TextBuffer;
+using platform::PasteboardType;
+
+ClipboardManager::ClipboardManager(platform::Pasteboard& pasteboard,
+                                   const foundation::LoggerFactory& loggers)
+    : pasteboard_(pasteboard), logger_(loggers.logger("ClipboardManager")) {}
+
+std::optional<text::LineList> ClipboardManager::readClipboard() {
+    logger_.debug("Reading from clipboard...");
+    std::optional<TextBuffer> text = pasteboard_.string(PasteboardType::string);
+    if (!text) {
+        logger_.error("No text found in clipboard");
+        return std::nullopt;
+    }
+    return processText(std::move(*text));
+}
+
+text::LineList ClipboardManager::processText(TextBuffer text) const {
+    logger_.debug("Processing text with length: %ld",
+                  [&text] { return text::countGraphemeClusters(text.view()); });
+    text::LineObserver observer;
+    if (logger_.isEnabled(LogLevel::debug)) {
+        observer = [this](std::string_view line, const text::SanitizedLine& sanitized) {
+            logRemovals(line, sanitized);
+        };
+    }
+    text::LineList lines = text::processText(std::move(text), observer);
+    logger_.debug("Split into %ld lines", static_cast<std::int64_t>(lines.size()));
+    return lines;
+}
+
+std::string_view ClipboardManager::sanitizeLine(std::string_view line) const {
+    const text::SanitizedLine sanitized = text::sanitizeLine(line);
+    logRemovals(line, sanitized);
+    return sanitized.text;
+}
+
+ConversionPayload ClipboardManager::generateHTML(const text::LineList& lines) const {
+    logger_.debug("Generating Miro-compatible HTML from raw lines: %ld",
+                  static_cast<std::int64_t>(lines.size()));
+    ConversionPayload payload = text::makeSheetDocument(lines.lines());
+    logger_.debug("Sanitized line count after removing blanks: %ld", payload.stickyCount);
+    logger_.debug("Generated HTML with sanitized count: %ld", payload.stickyCount);
+    return payload;
+}
+
+TextBuffer ClipboardManager::escapeHTML(std::string_view text) {
+    return text::escapeHTML(text);
+}
+
+bool ClipboardManager::writeToClipboard(TextBuffer html, TextBuffer plainText) {
+    logger_.debug(
+        "Writing to clipboard - HTML length: %ld, Plain text length: %ld",
+        [&html] { return text::countGraphemeClusters(html.view()); },
+        [&plainText] { return text::countGraphemeClusters(plainText.view()); });
+    pasteboard_.clearContents();
+    if (!pasteboard_.setString(std::move(plainText), PasteboardType::string) ||
+        !pasteboard_.setString(std::move(html), PasteboardType::html)) {
+        logger_.error("Failed to write to clipboard");
+        return false;
+    }
+    logger_.debug("Successfully wrote to clipboard");
+    return true;
+}
+
+void ClipboardManager::logRemovals(std::string_view line,
+                                   const text::SanitizedLine& sanitized) const {
+    if (sanitized.hadBullet) {
+        logger_.debug("Removing symbol bullet prefix from line: %s", line);
+    }
+    if (sanitized.numericPattern) {
+        logger_.debug("Removing numeric list prefix using pattern %s from line: %s",
+                      text::numericPrefixPatterns[*sanitized.numericPattern],
+                      line);
+    }
+}
+
+} // namespace pastewise

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Foundation/TextBuffer.h"
+
+#include <cstddef>
+#include <string_view>
+
+namespace text {
+
+/// The text with & < > " ' replaced by "&amp;" "&lt;" "&gt;" "&quot;" "&#39;" and every other byte
+/// as it was. Entities that the text already holds are text like any other. Throws std::bad_alloc.
+[[nodiscard]] foundation::TextBuffer escapeHTML(std::string_view text);
+
+/// The size of the escaped text in bytes.
+[[nodiscard]] std::size_t escapedSize(std::string_view text);
+
+/// How many bytes behind the escaped text writeEscaped() may overwrite.
+inline constexpr std::size_t escapeSlack = 7;
+
+/// Writes the escaped text to `out`, which has room for escapedSize() + escapeSlack bytes, and
+/// returns the end of what was written.
+[[nodiscard]] char* writeEscaped(char* out, std::string_view text);
+
+} // namespace text

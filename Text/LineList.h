@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Foundation/TextBuffer.h"
+#include "Text/LineSanitiser.h"
+
+#include <cstddef>
+#include <functional>
+#include <span>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace text {
+
+/// A text and the lines that were found in it, which are parts of it: nothing is copied, however
+/// long the text. Move-only; the lines stay valid while the list, or what it was moved to, lives.
+class LineList {
+  public:
+    /// `lines` point into `text` or at something that lives as long as the program.
+    LineList(foundation::TextBuffer text, std::vector<std::string_view> lines)
+        : text_(std::move(text)), lines_(std::move(lines)) {}
+
+    [[nodiscard]] std::span<const std::string_view> lines() const { return lines_; }
+
+    [[nodiscard]] std::size_t size() const { return lines_.size(); }
+
+  private:
+    foundation::TextBuffer text_;
+    std::vector<std::string_view> lines_;
+};
+
+/// Told of each line that is not blank: the trimmed line, and what became of it.
+using LineObserver = std::function<void(std::string_view line, const SanitizedLine& sanitized)>;
+
+/// Splits a text in UTF-8 at each line feed, carriage return, or pair of the two, trims each line
+/// and takes its prefixes off (sanitizeLine). One element per line in their order, the blank ones
+/// as empty views; an empty text is one blank line. Memory-safe on any bytes. Throws
+/// std::bad_alloc, and whatever the observer throws.
+[[nodiscard]] LineList processText(foundation::TextBuffer text, const LineObserver& observer = {});
+
+} // namespace text
