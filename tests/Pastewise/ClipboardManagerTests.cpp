@@ -1,0 +1,245 @@
+#include "Pastewise/ClipboardManager.h"
+#include "Pastewise/ConverterEngine.h"
+#include "Platform/Memory/MemoryLogSink.h"
+#include "Platform/Memory/MemoryPasteboard.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using foundation::LogLevel;
+using foundation::TextBuffer;
+using pastewise::ClipboardManager;
+using pastewise::ConversionPayload;
+using platform::PasteboardType;
+using testing::Each;
+using testing::ElementsAre;
+using testing::Field;
+using testing::IsEmpty;
+using testing::Pair;
+using testing::UnorderedElementsAre;
+
+class ClipboardManagerTests : public testing::Test {
+  protected:
+    /// Reads, generates and writes, as a press of the hot key does.
+    std::optional<std::int64_t> convertClipboard() {
+        const auto lines = manager.readClipboard();
+        if (!lines) {
+            return std::nullopt;
+        }
+        ConversionPayload payload = manager.generateHTML(*lines);
+        if (!manager.writeToClipboard(std::move(payload.html), std::move(payload.plainText))) {
+            return std::nullopt;
+        }
+        return payload.stickyCount;
+    }
+
+    std::string pasted(PasteboardType type) { return pasteboard.contents().at(type); }
+
+    platform::MemoryPasteboard pasteboard;
+    platform::MemoryLogSink sink;
+    foundation::LoggerFactory loggers{sink, "com.app.pastewise"};
+    ClipboardManager manager{pasteboard, loggers};
+};
+
+TEST_F(ClipboardManagerTests, ReadsThePlainTextAsCleanedLines) {
+    pasteboard.copyElsewhere("- milk\r\n\r\n2. eggs");
+    const auto lines = manager.readClipboard();
+    ASSERT_TRUE(lines.has_value());
+    EXPECT_THAT(lines->lines(), ElementsAre("milk", "", "eggs"));
+    EXPECT_THAT(pasteboard.calls(), ElementsAre("get string"));
+}
+
+TEST_F(ClipboardManagerTests, ReadsNothingFromAnImageAndLeavesItThere) {
+    pasteboard.copyImageElsewhere();
+    EXPECT_FALSE(manager.readClipboard().has_value());
+    EXPECT_TRUE(pasteboard.holdsImage());
+    EXPECT_EQ(pasteboard.changeCount(), 1U);
+    EXPECT_THAT(
+        sink.messages(),
+        ElementsAre("debug: Reading from clipboard...", "error: No text found in clipboard"));
+}
+
+TEST_F(ClipboardManagerTests, ReadsNothingFromAnEmptyClipboard) {
+    EXPECT_FALSE(manager.readClipboard().has_value());
+    EXPECT_THAT(
+        sink.messages(),
+        ElementsAre("debug: Reading from clipboard...", "error: No text found in clipboard"));
+}
+
+TEST_F(ClipboardManagerTests, TakesAnEmptyTextForOneBlankLine) {
+    pasteboard.copyElsewhere("");
+    const auto lines = manager.readClipboard();
+    ASSERT_TRUE(lines.has_value());
+    EXPECT_THAT(lines->lines(), ElementsAre(""));
+    EXPECT_EQ(manager.generateHTML(*lines).stickyCount, 0);
+}
+
+TEST_F(ClipboardManagerTests, ConvertsTwoLineFeedsToATableWithoutRows) {
+    pasteboard.copyElsewhere("\n\n");
+    EXPECT_EQ(convertClipboard(), 0);
+    EXPECT_EQ(pasted(PasteboardType::string), "");
+    EXPECT_THAT(pasted(PasteboardType::html), testing::HasSubstr("\"rowCount\": 0,"));
+    EXPECT_THAT(sink.messages(),
+                ElementsAre("debug: Reading from clipboard...",
+                            "debug: Processing text with length: 2",
+                            "debug: Split into 3 lines",
+                            "debug: Generating Miro-compatible HTML from raw lines: 3",
+                            "debug: Sanitized line count after removing blanks: 0",
+                            "debug: Generated HTML with sanitized count: 0",
+                            "debug: Writing to clipboard - HTML length: 1133, Plain text length: 0",
+                            "debug: Successfully wrote to clipboard"));
+}
+
+TEST_F(ClipboardManagerTests, TellsTheLogAboutEveryStepInOrder) {
+    pasteboard.copyElsewhere("Plan\n\n \u2022 1. Buy milk \n2 - eggs\n* caf\u00E9\r\n3: Call");
+    EXPECT_EQ(convertClipboard(), 5);
+    EXPECT_EQ(pasted(PasteboardType::string), "Plan\nBuy milk\neggs\ncaf\u00E9\nCall");
+    EXPECT_THAT(
+        sink.messages(),
+        ElementsAre("debug: Reading from clipboard...",
+                    "debug: Processing text with length: 45",
+                    "debug: Removing symbol bullet prefix from line: \u2022 1. Buy milk",
+                    "debug: Removing numeric list prefix using pattern ^\\d+\\.\\s+ from line: "
+                    "\u2022 1. Buy milk",
+                    "debug: Removing numeric list prefix using pattern "
+                    "^\\d+\\s*[-\u2013\u2014]\\s+ from line: 2 - eggs",
+                    "debug: Removing symbol bullet prefix from line: * caf\u00E9",
+                    "debug: Removing numeric list prefix using pattern ^\\d+\\:\\s+ from line: "
+                    "3: Call",
+                    "debug: Split into 6 lines",
+                    "debug: Generating Miro-compatible HTML from raw lines: 6",
+                    "debug: Sanitized line count after removing blanks: 5",
+                    "debug: Generated HTML with sanitized count: 5",
+                    "debug: Writing to clipboard - HTML length: 1711, Plain text length: 28",
+                    "debug: Successfully wrote to clipboard"));
+}
+
+TEST_F(ClipboardManagerTests, CountsCharactersAsAUserSeesThem) {
+    static_cast<void>(manager.processText(TextBuffer("e\u0301\r\n\U0001F1E9\U0001F1EA")));
+    EXPECT_TRUE(manager.writeToClipboard(TextBuffer("\U0001F44D\U0001F3FD"), TextBuffer("\r\n")));
+    EXPECT_THAT(sink.messages(),
+                ElementsAre("debug: Processing text with length: 3",
+                            "debug: Split into 2 lines",
+                            "debug: Writing to clipboard - HTML length: 1, Plain text length: 1",
+                            "debug: Successfully wrote to clipboard"));
+}
+
+TEST_F(ClipboardManagerTests, HidesLinesFromWhoeverReadsTheLog) {
+    static_cast<void>(manager.processText(TextBuffer("- 1. my secret")));
+    ASSERT_EQ(sink.entries().size(), 4U);
+    EXPECT_EQ(sink.entries()[1].format, "Removing symbol bullet prefix from line: %s");
+    EXPECT_EQ(sink.entries()[1].redacted, "Removing symbol bullet prefix from line: <private>");
+    EXPECT_EQ(sink.entries()[2].format,
+              "Removing numeric list prefix using pattern %s from line: %s");
+    for (const auto& entry : sink.entries()) {
+        EXPECT_EQ(entry.redacted.find("secret"), std::string::npos);
+    }
+}
+
+TEST_F(ClipboardManagerTests, LogsUnderItsOwnName) {
+    static_cast<void>(convertClipboard());
+    using Entry = platform::MemoryLogSink::Entry;
+    EXPECT_THAT(sink.entries(), Each(Field(&Entry::subsystem, "com.app.pastewise")));
+    EXPECT_THAT(sink.entries(), Each(Field(&Entry::category, "ClipboardManager")));
+    EXPECT_EQ(sink.entries().size(), 2U);
+}
+
+TEST_F(ClipboardManagerTests, GivesTheSameResultWhetherDebugMessagesAreKeptOrNot) {
+    constexpr std::string_view text = "\u2022 1. a\n \n2: <b>\r* \rc";
+    pasteboard.copyElsewhere(text);
+    EXPECT_EQ(convertClipboard(), 3);
+    const auto logged = pasteboard.contents();
+
+    sink.setEnabled(LogLevel::debug, false);
+    sink.clear();
+    pasteboard.copyElsewhere(text);
+    EXPECT_EQ(convertClipboard(), 3);
+    EXPECT_EQ(pasteboard.contents(), logged);
+    EXPECT_THAT(sink.entries(), IsEmpty());
+}
+
+TEST_F(ClipboardManagerTests, StillReportsFailuresWhenDebugMessagesAreOff) {
+    sink.setEnabled(LogLevel::debug, false);
+    static_cast<void>(manager.readClipboard());
+    EXPECT_THAT(sink.messages(), ElementsAre("error: No text found in clipboard"));
+}
+
+TEST_F(ClipboardManagerTests, SanitizesALineAndSaysWhatItRemovedFromWhichLine) {
+    EXPECT_EQ(manager.sanitizeLine("\u2022 1. Buy milk"), "Buy milk");
+    EXPECT_EQ(manager.sanitizeLine("plain"), "plain");
+    EXPECT_THAT(
+        sink.messages(),
+        ElementsAre("debug: Removing symbol bullet prefix from line: \u2022 1. Buy milk",
+                    "debug: Removing numeric list prefix using pattern ^\\d+\\.\\s+ from line: "
+                    "\u2022 1. Buy milk"));
+}
+
+TEST_F(ClipboardManagerTests, GeneratesFromAnyListOfLines) {
+    const text::LineList lines(TextBuffer(), {"", " kept as it is ", "\u2003", "- b"});
+    const ConversionPayload payload = manager.generateHTML(lines);
+    EXPECT_EQ(payload.plainText.view(), " kept as it is \n- b");
+    EXPECT_EQ(payload.stickyCount, 2);
+    EXPECT_THAT(sink.messages(),
+                ElementsAre("debug: Generating Miro-compatible HTML from raw lines: 4",
+                            "debug: Sanitized line count after removing blanks: 2",
+                            "debug: Generated HTML with sanitized count: 2"));
+}
+
+TEST_F(ClipboardManagerTests, EscapesText) {
+    EXPECT_EQ(ClipboardManager::escapeHTML("Tom & Jerry <3").view(), "Tom &amp; Jerry &lt;3");
+}
+
+TEST_F(ClipboardManagerTests, WritesThePlainTextBeforeTheHtmlAfterOneClearing) {
+    pasteboard.copyElsewhere("old");
+    EXPECT_TRUE(manager.writeToClipboard(TextBuffer("<b>"), TextBuffer("b")));
+    EXPECT_THAT(pasteboard.calls(), ElementsAre("clear", "set string", "set html"));
+    EXPECT_THAT(
+        pasteboard.contents(),
+        UnorderedElementsAre(Pair(PasteboardType::string, "b"), Pair(PasteboardType::html, "<b>")));
+}
+
+TEST_F(ClipboardManagerTests, NeverSetsTheHtmlWhenThePlainTextIsRefused) {
+    pasteboard.copyElsewhere("old");
+    pasteboard.refuse(PasteboardType::string);
+    EXPECT_FALSE(manager.writeToClipboard(TextBuffer("<b>"), TextBuffer("b")));
+    EXPECT_THAT(pasteboard.calls(), ElementsAre("clear", "set string refused"));
+    EXPECT_THAT(pasteboard.contents(), IsEmpty());
+    EXPECT_THAT(sink.messages(),
+                ElementsAre("debug: Writing to clipboard - HTML length: 3, Plain text length: 1",
+                            "error: Failed to write to clipboard"));
+}
+
+TEST_F(ClipboardManagerTests, LeavesThePlainTextThereWhenTheHtmlIsRefused) {
+    pasteboard.copyElsewhere("old");
+    pasteboard.refuse(PasteboardType::html);
+    EXPECT_FALSE(manager.writeToClipboard(TextBuffer("<b>"), TextBuffer("b")));
+    EXPECT_THAT(pasteboard.calls(), ElementsAre("clear", "set string", "set html refused"));
+    EXPECT_THAT(pasteboard.contents(), UnorderedElementsAre(Pair(PasteboardType::string, "b")));
+    EXPECT_THAT(sink.messages(),
+                ElementsAre("debug: Writing to clipboard - HTML length: 3, Plain text length: 1",
+                            "error: Failed to write to clipboard"));
+}
+
+TEST_F(ClipboardManagerTests, WritesTheSameAgainFromItsOwnPlainText) {
+    pasteboard.copyElsewhere("- a\n2. b & c");
+    EXPECT_EQ(convertClipboard(), 2);
+    const auto first = pasteboard.contents();
+    EXPECT_EQ(convertClipboard(), 2);
+    EXPECT_EQ(pasteboard.contents(), first);
+}
+
+TEST(ConverterEngineTests, IsEmpty) {
+    EXPECT_TRUE(std::is_empty_v<pastewise::ConverterEngine>);
+}
+
+} // namespace
