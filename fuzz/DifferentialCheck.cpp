@@ -1,0 +1,107 @@
+#include "fuzz/DifferentialCheck.h"
+
+#include "Foundation/FatalError.h"
+#include "Foundation/TextBuffer.h"
+#include "Text/GraphemeClusters.h"
+#include "Text/HtmlEscape.h"
+#include "Text/LineList.h"
+#include "Text/SheetDocument.h"
+#include "Text/Trim.h"
+#include "Text/Utf8Repair.h"
+#include "tests/Reference/ReferenceConversion.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdio>
+#include <numeric>
+#include <utility>
+
+namespace fuzz {
+
+namespace {
+
+using foundation::TextBuffer;
+
+constexpr std::size_t bytesPerDumpLine = 16;
+
+std::string hexDump(std::string_view bytes) {
+    std::string dump;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        std::array<char, 16> digits{};
+        const bool isLineStart = i % bytesPerDumpLine == 0;
+        std::snprintf(digits.data(),
+                      digits.size(),
+                      isLineStart ? "\n  %02x" : " %02x",
+                      static_cast<unsigned>(static_cast<unsigned char>(bytes[i])));
+        dump += digits.data();
+    }
+    return dump + "\n";
+}
+
+/// The lines in one text, told apart even when one of them should hold a line feed.
+std::string listed(const std::vector<std::string>& lines) {
+    std::string list;
+    for (const std::string& line : lines) {
+        list += std::to_string(line.size()) + ":" + line + "\n";
+    }
+    return list;
+}
+
+} // namespace
+
+Conversion convertFast(std::string_view text) {
+    const text::LineList lines = text::processText(TextBuffer(text));
+    const text::ConversionPayload payload = text::makeSheetDocument(lines.lines());
+    return {.lines = {lines.lines().begin(), lines.lines().end()},
+            .html = std::string(payload.html.view()),
+            .plainText = std::string(payload.plainText.view()),
+            .stickyCount = payload.stickyCount};
+}
+
+std::optional<std::string> findDifference(std::string_view bytes, const Converter& converter) {
+    const TextBuffer repaired = text::repairUtf8(TextBuffer(bytes));
+    const std::string text = reference::repairUtf8(bytes);
+    const std::vector<std::string> lines = reference::processText(text);
+    const reference::Payload payload = reference::generateHTML(lines);
+    const Conversion conversion = converter(text);
+
+    struct Part {
+        std::string_view name;
+        std::string actual;
+        std::string expected;
+    };
+
+    const std::array<Part, 6> parts{{
+        {"the repaired text", std::string(repaired.view()), text},
+        {"the escaped text",
+         std::string(text::escapeHTML(text).view()),
+         reference::escapeHTML(text)},
+        {"the lines", listed(conversion.lines), listed(lines)},
+        {"the html", conversion.html, payload.html},
+        {"the plain text", conversion.plainText, payload.plainText},
+        {"the count", std::to_string(conversion.stickyCount), std::to_string(payload.stickyCount)},
+    }};
+    for (const Part& part : parts) {
+        if (part.actual != part.expected) {
+            return "Difference in " + std::string(part.name) + "\nactual:" + hexDump(part.actual) +
+                   "expected:" + hexDump(part.expected) + "document:" + hexDump(bytes);
+        }
+    }
+    return std::nullopt;
+}
+
+void exerciseOnRawBytes(std::string_view bytes) {
+    const Conversion conversion = convertFast(bytes);
+    const std::size_t kept =
+        std::accumulate(conversion.lines.begin(),
+                        conversion.lines.end(),
+                        std::size_t{0},
+                        [](std::size_t sum, const std::string& line) { return sum + line.size(); });
+    if (kept > bytes.size() || text::trim(bytes).size() > bytes.size() ||
+        text::escapeHTML(bytes).size() < bytes.size() ||
+        std::cmp_greater(text::countGraphemeClusters(bytes), bytes.size())) {
+        foundation::fatalError("a function of the Text folder made text of nothing");
+    }
+}
+
+} // namespace fuzz
