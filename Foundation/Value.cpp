@@ -1,0 +1,44 @@
+#include "Foundation/Value.h"
+
+#include <type_traits>
+
+namespace foundation {
+
+namespace {
+
+std::uint32_t lowBits(double number) {
+    constexpr double twoToThe63rd = 9223372036854775808.0;
+    // Written so that NaN fails it.
+    const bool fits = number >= -twoToThe63rd && number < twoToThe63rd;
+    return fits ? static_cast<std::uint32_t>(static_cast<std::int64_t>(number)) : 0;
+}
+
+} // namespace
+
+std::optional<bool> boolValue(const Value& value) {
+    return std::visit(
+        [](const auto& held) -> std::optional<bool> {
+            if constexpr (std::is_same_v<decltype(held), const std::string&>) {
+                return std::nullopt;
+            } else {
+                return held != 0;
+            }
+        },
+        value);
+}
+
+std::optional<std::uint32_t> uint32Value(const Value& value) {
+    return std::visit(
+        [](const auto& held) -> std::optional<std::uint32_t> {
+            if constexpr (std::is_same_v<decltype(held), const std::string&>) {
+                return std::nullopt;
+            } else if constexpr (std::is_same_v<decltype(held), const double&>) {
+                return lowBits(held);
+            } else {
+                return static_cast<std::uint32_t>(held);
+            }
+        },
+        value);
+}
+
+} // namespace foundation

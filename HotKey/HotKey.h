@@ -1,0 +1,76 @@
+#pragma once
+
+#include "Foundation/Uuid.h"
+#include "HotKey/Key.h"
+#include "HotKey/KeyCombo.h"
+#include "HotKey/ModifierFlags.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+namespace hotkey {
+
+class HotKeysController;
+
+/// One system-wide hot key. It is registered for as long as it exists and is not paused; whether
+/// the system granted the combination cannot be told from here: if it did not, the handlers just
+/// never run. Who drops the object gives the combination back.
+///
+/// Main thread only. A handler may do anything to its own hot key, destroying it included. A hot
+/// key that outlives its controller is registered no more.
+class HotKey {
+  public:
+    using Handler = std::function<void()>;
+
+    /// Registers with `controller`.
+    HotKey(HotKeysController& controller,
+           KeyCombo keyCombo,
+           Handler onKeyDown = {},
+           Handler onKeyUp = {});
+    HotKey(HotKeysController& controller,
+           std::uint32_t carbonKeyCode,
+           std::uint32_t carbonModifiers,
+           Handler onKeyDown = {},
+           Handler onKeyUp = {});
+    HotKey(HotKeysController& controller,
+           Key key,
+           ModifierFlags modifiers,
+           Handler onKeyDown = {},
+           Handler onKeyUp = {});
+
+    /// Unregisters, and only then lets go of the handlers and what they hold.
+    ~HotKey();
+
+    HotKey(const HotKey&) = delete;
+    HotKey& operator=(const HotKey&) = delete;
+    HotKey(HotKey&&) = delete;
+    HotKey& operator=(HotKey&&) = delete;
+
+    [[nodiscard]] const foundation::Uuid& identifier() const { return identifier_; }
+
+    [[nodiscard]] const KeyCombo& keyCombo() const { return keyCombo_; }
+
+    /// Called on key-down and on key-up. May be empty, and replaced at any time: the next event
+    /// finds the new one.
+    Handler keyDownHandler;
+    Handler keyUpHandler;
+
+    [[nodiscard]] bool isPaused() const { return isPaused_; }
+
+    /// Unregisters or registers again, whatever the value was before.
+    void setIsPaused(bool isPaused);
+
+    /// For the controller, which must notice when the hot key goes. Does not keep it alive.
+    [[nodiscard]] std::weak_ptr<HotKey> weakReference() const { return self_; }
+
+  private:
+    foundation::Uuid identifier_ = foundation::Uuid::random();
+    KeyCombo keyCombo_;
+    bool isPaused_ = false;
+    std::weak_ptr<HotKeysController> controller_;
+    /// Owns nothing: it exists so that weak references end with this object.
+    std::shared_ptr<HotKey> self_{this, [](HotKey* /*self*/) {}};
+};
+
+} // namespace hotkey

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Foundation/Value.h"
+#include "HotKey/CarbonEvents.h"
+
+#include <optional>
+#include <vector>
+
+namespace hotkey {
+
+/// The system's list of its own keyboard shortcuts. Main thread only.
+class SymbolicHotKeys {
+  public:
+    struct Answer {
+        OSStatus status = noErr;
+        /// One dictionary per shortcut, with the system's keys and values; none for a null array.
+        std::optional<std::vector<foundation::Dictionary>> hotKeys;
+    };
+
+    SymbolicHotKeys() = default;
+    virtual ~SymbolicHotKeys() = default;
+    SymbolicHotKeys(const SymbolicHotKeys&) = delete;
+    SymbolicHotKeys& operator=(const SymbolicHotKeys&) = delete;
+    SymbolicHotKeys(SymbolicHotKeys&&) = delete;
+    SymbolicHotKeys& operator=(SymbolicHotKeys&&) = delete;
+
+    [[nodiscard]] virtual Answer copySymbolicHotKeys() = 0;
+};
+
+} // namespace hotkey
