@@ -1,0 +1,145 @@
+#include "HotKey/CarbonEvents.h"
+#include "Pastewise/PastewiseApp.h"
+#include "Platform/Memory/MemoryPlatform.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using platform::MemoryPlatform;
+using platform::PasteboardType;
+
+const platform::MemoryEventHotKeyService::Combination commandG{5, 0x100};
+
+/// The whole program on a system in memory; the user acts once it has been launched.
+class ConversionFlowTests : public testing::Test {
+  protected:
+    template <typename User>
+    void run(User user) {
+        system.setUser([this, &user] {
+            system.logSink().clear();
+            user();
+        });
+        pastewise::PastewiseApp app(system);
+        exitCode = app.main();
+    }
+
+    void pressShortcut() {
+        EXPECT_EQ(system.eventHotKeyService().press(commandG), hotkey::noErr);
+        static_cast<void>(system.eventHotKeyService().release(commandG));
+    }
+
+    [[nodiscard]] std::string clipboard(PasteboardType type) {
+        return system.pasteboard().contents().at(type);
+    }
+
+    MemoryPlatform system;
+    int exitCode = -1;
+};
+
+TEST_F(ConversionFlowTests, TakesTheShortcutAtLaunchAndGivesItBackAtTheEnd) {
+    run([this] {
+        EXPECT_EQ(system.eventHotKeyService().registered(),
+                  std::vector<platform::MemoryEventHotKeyService::Combination>{commandG});
+    });
+    EXPECT_TRUE(system.eventHotKeyService().registered().empty());
+    EXPECT_EQ(exitCode, 0);
+}
+
+TEST_F(ConversionFlowTests, OneKeyPressTurnsTheListIntoASheetAndTellsTheLogEachStep) {
+    system.pasteboard().copyElsewhere("• Buy milk\r\n\r\n2. Call Ann");
+    run([this] { pressShortcut(); });
+    EXPECT_EQ(clipboard(PasteboardType::string), "Buy milk\nCall Ann");
+    EXPECT_NE(clipboard(PasteboardType::html).find(">Buy milk</td>"), std::string::npos);
+    EXPECT_NE(clipboard(PasteboardType::html).find("\"rowCount\": 2,"), std::string::npos);
+    EXPECT_EQ(system.pasteboard().calls(),
+              (std::vector<std::string>{"get string", "clear", "set string", "set html"}));
+
+    const std::string htmlLength = std::to_string(clipboard(PasteboardType::html).size());
+    EXPECT_EQ(
+        system.logSink().messages(),
+        (std::vector<std::string>{
+            "debug: Global shortcut triggered; attempting clipboard conversion",
+            "debug: Reading from clipboard...",
+            "debug: Processing text with length: 23",
+            "debug: Removing symbol bullet prefix from line: • Buy milk",
+            "debug: Removing numeric list prefix using pattern ^\\d+\\.\\s+ from line: 2. Call Ann",
+            "debug: Split into 3 lines",
+            "debug: Generating Miro-compatible HTML from raw lines: 3",
+            "debug: Sanitized line count after removing blanks: 2",
+            "debug: Generated HTML with sanitized count: 2",
+            "debug: Writing to clipboard - HTML length: " + htmlLength + ", Plain text length: 17",
+            "debug: Successfully wrote to clipboard",
+            "debug: Clipboard updated with Miro-compatible content; recording analytics"}));
+}
+
+TEST_F(ConversionFlowTests, AnImageOnTheClipboardStaysThereAndIsReported) {
+    system.pasteboard().copyImageElsewhere();
+    run([this] { pressShortcut(); });
+    EXPECT_TRUE(system.pasteboard().holdsImage());
+    EXPECT_EQ(system.pasteboard().changeCount(), 1U);
+    EXPECT_EQ(system.logSink().messages(),
+              (std::vector<std::string>{
+                  "debug: Global shortcut triggered; attempting clipboard conversion",
+                  "debug: Reading from clipboard...",
+                  "error: No text found in clipboard",
+                  "error: Clipboard read failed: empty or non-text content"}));
+}
+
+TEST_F(ConversionFlowTests, ARefusedWriteIsReported) {
+    system.pasteboard().copyElsewhere("a");
+    system.pasteboard().refuse(PasteboardType::html);
+    run([this] { pressShortcut(); });
+    const auto messages = system.logSink().messages();
+    ASSERT_GE(messages.size(), 2U);
+    EXPECT_EQ(messages[messages.size() - 2], "error: Failed to write to clipboard");
+    EXPECT_EQ(messages.back(), "error: Clipboard write failed; unable to update content for Miro");
+}
+
+TEST_F(ConversionFlowTests, TextThatIsCleanedAwayStillMakesASheetWithoutRows) {
+    system.pasteboard().copyElsewhere(" \n• \n");
+    run([this] { pressShortcut(); });
+    EXPECT_EQ(clipboard(PasteboardType::string), "");
+    EXPECT_NE(clipboard(PasteboardType::html).find("\"rowCount\": 0,"), std::string::npos);
+    EXPECT_EQ(system.logSink().messages().back(),
+              "debug: Clipboard updated with Miro-compatible content; recording analytics");
+}
+
+TEST_F(ConversionFlowTests, ConvertingWhatWasConvertedKeepsTheLines) {
+    system.pasteboard().copyElsewhere("a\nb");
+    run([this] {
+        pressShortcut();
+        const std::string html = clipboard(PasteboardType::html);
+        pressShortcut();
+        EXPECT_EQ(clipboard(PasteboardType::html), html);
+        EXPECT_EQ(clipboard(PasteboardType::string), "a\nb");
+    });
+}
+
+TEST_F(ConversionFlowTests, LogsUnderTheBundleIdentifierWhereThereIsOne) {
+    system.setBundleIdentifier("org.example.bundle");
+    run([this] { pressShortcut(); });
+    ASSERT_FALSE(system.logSink().entries().empty());
+    EXPECT_EQ(system.logSink().entries().front().subsystem, "org.example.bundle");
+}
+
+TEST_F(ConversionFlowTests, LogsUnderItsOwnNameWithoutABundle) {
+    run([this] { pressShortcut(); });
+    ASSERT_FALSE(system.logSink().entries().empty());
+    EXPECT_EQ(system.logSink().entries().front().subsystem, "com.app.pastewise");
+}
+
+TEST_F(ConversionFlowTests, ARefusedShortcutIsSilentAndTheProgramRuns) {
+    system.eventHotKeyService().takeElsewhere(commandG);
+    system.setUser([] {});
+    pastewise::PastewiseApp app(system);
+    EXPECT_EQ(app.main(), 0);
+    for (const auto& entry : system.logSink().entries()) {
+        EXPECT_EQ(entry.level, foundation::LogLevel::debug) << entry.whole;
+    }
+}
+
+} // namespace
