@@ -3,8 +3,9 @@
 //   pastewise_clipboard_owner MODE [OPTION VALUE]...
 //
 // It takes the selection on the server that DISPLAY names, prints "ready", and serves until it is
-// killed. On the way it prints, a line each: "asked TARGET" for every request, "served" when a
-// transfer in pieces has been taken to its end, and "lost" when another program takes over.
+// killed. On the way it prints, a line each: "asked TARGET" for every request, "answered TARGET"
+// once it has been answered late, "served" when a transfer in pieces has been taken to its end, and
+// "lost" when another program takes over.
 //
 // What it owns:
 //   normal        text as UTF8_STRING, text/plain;charset=utf-8, text/plain and STRING; text/html;
@@ -26,6 +27,7 @@
 //   hang          never answers
 //   hang-text     lists its targets and never answers any other request
 //   late          answers each request after --delay
+//   late-text     lists its targets at once and answers each other request after --delay
 //   wrong-format  sends texts in items of 32 bits
 //   stall         sends in pieces and stops after half of the text
 //   slow          sends in pieces, each after --delay
@@ -217,9 +219,14 @@ class Owner {
             break;
         case XCB_SELECTION_REQUEST: {
             const auto request = *reinterpret_cast<const xcb_selection_request_event_t*>(&event);
-            say("asked " + client_.name(request.target));
-            if (settings_.mode == "late") {
-                inAWhile([this, request] { answer(request); });
+            const std::string target = client_.name(request.target);
+            say("asked " + target);
+            if (settings_.mode == "late" ||
+                (settings_.mode == "late-text" && target != "TARGETS")) {
+                inAWhile([this, request, target] {
+                    answer(request);
+                    say("answered " + target);
+                });
             } else {
                 answer(request);
             }

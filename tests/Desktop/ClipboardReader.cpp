@@ -17,17 +17,17 @@
 // Options:
 //   --timeout MS        the longest time without progress, 10000 at first
 //   --stop-after BYTES  (get) stops in the middle of a transfer in pieces once it has that many,
-//                       prints "stopped" on standard error and lives on, reading nothing
+//                       prints "stopped" on standard error and reads on when SIGUSR1 comes
 //   --property none     (get) names no property in the request, as clients of the oldest kind do
 //   --time T            the request's time: "now", "current" for the constant, or a number
 //   --selection NAME    instead of CLIPBOARD
 
 #include "tests/Desktop/XcbClient.h"
 
-#include <unistd.h>
 #include <xcb/xfixes.h>
 
 #include <chrono>
+#include <csignal>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -103,7 +103,11 @@ struct Property {
 
 class Reader {
   public:
-    explicit Reader(Settings settings) : settings_(std::move(settings)) {}
+    explicit Reader(Settings settings) : settings_(std::move(settings)) {
+        sigemptyset(&goingOn_);
+        sigaddset(&goingOn_, SIGUSR1);
+        sigprocmask(SIG_BLOCK, &goingOn_, nullptr);
+    }
 
     int run() {
         if (settings_.command == "get") {
@@ -302,9 +306,9 @@ class Reader {
             }
             if (text.size() >= settings_.stopAfter) {
                 std::cerr << "stopped" << std::endl; // NOLINT(performance-avoid-endl)
-                while (true) {
-                    pause();
-                }
+                int signal = 0;
+                sigwait(&goingOn_, &signal);
+                settings_.stopAfter = std::numeric_limits<std::size_t>::max();
             }
             const Property piece = take(property);
             if (piece.type == XCB_ATOM_NONE) {
@@ -337,6 +341,7 @@ class Reader {
     Property received_;
     int changeEvent_ = -1;
     int changeCount_ = 0;
+    sigset_t goingOn_{};
 };
 
 } // namespace

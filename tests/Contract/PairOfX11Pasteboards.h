@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Platform/Pasteboard.h"
+#include "tests/Contract/SingleX11Pasteboard.h"
+#include "tests/Support/PrivateXServer.h"
+
+#include <sys/types.h>
+
+#include <memory>
+#include <optional>
+
+namespace testing_support {
+
+/// Two X11 pasteboards on one server, in two processes: what is set is set in the other process,
+/// and what is read is read here, through the server.
+class PairOfX11Pasteboards final : public platform::Pasteboard {
+  public:
+    PairOfX11Pasteboards();
+    ~PairOfX11Pasteboards() override;
+    PairOfX11Pasteboards(const PairOfX11Pasteboards&) = delete;
+    PairOfX11Pasteboards& operator=(const PairOfX11Pasteboards&) = delete;
+    PairOfX11Pasteboards(PairOfX11Pasteboards&&) = delete;
+    PairOfX11Pasteboards& operator=(PairOfX11Pasteboards&&) = delete;
+
+    void clearContents() override;
+    [[nodiscard]] bool setString(foundation::TextBuffer text,
+                                 platform::PasteboardType type) override;
+    [[nodiscard]] std::optional<foundation::TextBuffer>
+    string(platform::PasteboardType type) override;
+
+  private:
+    PrivateXServer server_;
+    int descriptor_ = -1;
+    pid_t writer_ = -1;
+    std::unique_ptr<X11PasteboardOnALoop> reader_;
+};
+
+} // namespace testing_support

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "Foundation/LoggerFactory.h"
+#include "Platform/Linux/Qt/QtEventLoop.h"
+#include "Platform/Linux/Qt/QtMainQueue.h"
+#include "Platform/Linux/X11/X11Pasteboard.h"
+#include "Platform/Linux/X11/X11PasteboardLimits.h"
+#include "Platform/Memory/MemoryLogSink.h"
+#include "tests/Support/ChildProcess.h"
+#include "tests/Support/PrivateXServer.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace testing_support {
+
+/// An X server, a real event loop, and other programs on the same clipboard.
+class X11ClipboardTest : public testing::Test {
+  protected:
+    using Program = std::unique_ptr<ChildProcess>;
+
+    X11ClipboardTest();
+
+    /// Whatever was logged, none of it is what the clipboard held.
+    void TearDown() override;
+
+    /// Makes the pasteboard under test, with limits_ and repair_.
+    void open();
+
+    /// The pasteboard's text; none stays none.
+    [[nodiscard]] std::optional<std::string> read(platform::PasteboardType type) const;
+
+    [[nodiscard]] std::optional<std::string> readString() const {
+        return read(platform::PasteboardType::string);
+    }
+
+    /// Clears the pasteboard and sets both types, without turning the loop; whether all went well.
+    bool convert(std::string_view text, std::string_view html);
+
+    /// Starts a program that owns the clipboard (see tests/Desktop/ClipboardOwner.cpp) and waits
+    /// until it does.
+    [[nodiscard]] Program startOwner(const std::vector<std::string>& arguments);
+
+    /// Starts a program that reads it (see tests/Desktop/ClipboardReader.cpp).
+    [[nodiscard]] Program startReader(const std::vector<std::string>& arguments);
+
+    /// Turns the loop until the program has ended; its exit code.
+    std::optional<int> turnUntilEnd(ChildProcess& program);
+
+    /// Turns the loop until the program has written `text`.
+    bool turnUntilOutput(ChildProcess& program, std::string_view text);
+
+    /// What another program gets for `target`; none when it is refused or nothing comes.
+    std::optional<std::string> readElsewhere(const std::string& target);
+
+    bool turnUntil(const std::function<bool()>& condition);
+
+    [[nodiscard]] bool hasLogged(std::string_view message) const;
+
+    std::unique_ptr<PrivateXServer> server_ = std::make_unique<PrivateXServer>();
+    int argumentCount_ = 1;
+    std::string programName_ = "test";
+    char* arguments_ = programName_.data();
+    QCoreApplication application_{argumentCount_, &arguments_};
+    platform::QtEventLoop loop_;
+    platform::QtMainQueue queue_;
+    platform::MemoryLogSink sink_;
+    foundation::LoggerFactory loggers_{sink_, "com.app.pastewise"};
+    platform::X11PasteboardLimits limits_;
+    platform::X11Pasteboard::Repair repair_ = [](foundation::TextBuffer text) { return text; };
+    std::unique_ptr<platform::X11Pasteboard> pasteboard_;
+};
+
+} // namespace testing_support

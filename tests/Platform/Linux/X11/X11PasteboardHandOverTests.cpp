@@ -1,0 +1,94 @@
+#include "tests/Desktop/GeneratedText.h"
+#include "tests/Platform/Linux/X11/X11ClipboardTest.h"
+#include "tests/Support/WaitUntil.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+
+namespace {
+
+using testing_support::ChildProcess;
+using testing_support::generatedText;
+
+class X11PasteboardHandOverTests : public testing_support::X11ClipboardTest {
+  protected:
+    /// Starts a desktop's own clipboard manager, on a session bus of its own, and waits until it
+    /// offers its services.
+    Program startManager() {
+        auto environment = server_->environment();
+        environment["DBUS_SESSION_BUS_ADDRESS"] = "";
+        auto manager = std::make_unique<ChildProcess>(
+            std::vector<std::string>{
+                "dbus-run-session", "--", "xfsettingsd", "--no-daemon", "--disable-wm-check"},
+            ChildProcess::Options{environment, {}, {}});
+        EXPECT_TRUE(turnUntil([&] {
+            const Program probe =
+                startReader({"targets", "--selection", "CLIPBOARD_MANAGER", "--timeout", "1000"});
+            return turnUntilEnd(*probe) == 0;
+        })) << manager->standardError();
+        return manager;
+    }
+
+    /// The longest time that a hand over without anything to wait for could not hide.
+    static constexpr std::chrono::hours longTime{1};
+};
+
+TEST_F(X11PasteboardHandOverTests, LeavesBothFormsToTheClipboardManager) {
+    const Program manager = startManager();
+    open();
+    ASSERT_TRUE(convert("caf\xC3\xA9", "<b>caf\xC3\xA9</b>"));
+    pasteboard_->handOver();
+    pasteboard_.reset();
+    EXPECT_TRUE(sink_.entries().empty());
+    ASSERT_TRUE(turnUntil([&] { return readElsewhere("TARGETS").has_value(); }));
+    EXPECT_EQ(readElsewhere("UTF8_STRING"), "caf\xC3\xA9");
+    EXPECT_EQ(readElsewhere("text/html"), "<b>caf\xC3\xA9</b>");
+}
+
+TEST_F(X11PasteboardHandOverTests, LeavesLongTextsToTheClipboardManager) {
+    const Program manager = startManager();
+    limits_.chunkSize = 5000;
+    open();
+    ASSERT_TRUE(convert(generatedText(1'000'000), generatedText(2'000'000)));
+    pasteboard_->handOver();
+    pasteboard_.reset();
+    EXPECT_TRUE(sink_.entries().empty());
+    ASSERT_TRUE(turnUntil([&] { return readElsewhere("TARGETS").has_value(); }));
+    EXPECT_EQ(readElsewhere("UTF8_STRING"), generatedText(1'000'000));
+    EXPECT_EQ(readElsewhere("text/html"), generatedText(2'000'000));
+}
+
+TEST_F(X11PasteboardHandOverTests, GivesUpAClipboardManagerThatHangs) {
+    const Program manager = startOwner({"manager-hang"});
+    open();
+    ASSERT_TRUE(convert("list", "<b>list</b>"));
+    const auto start = std::chrono::steady_clock::now();
+    pasteboard_->handOver();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, testing_support::patience);
+    EXPECT_TRUE(hasLogged("The clipboard manager does not answer"));
+    EXPECT_TRUE(manager->waitForOutput("asked SAVE_TARGETS"));
+}
+
+TEST_F(X11PasteboardHandOverTests, DoesNotWaitWhereThereIsNoClipboardManager) {
+    limits_.silence = longTime;
+    open();
+    ASSERT_TRUE(convert("list", "<b>list</b>"));
+    pasteboard_->handOver();
+    EXPECT_TRUE(sink_.entries().empty());
+}
+
+TEST_F(X11PasteboardHandOverTests, LeavesTheClipboardManagerAloneWhenItOwnsNothing) {
+    limits_.silence = longTime;
+    const Program manager = startOwner({"manager-hang"});
+    open();
+    pasteboard_->handOver();
+
+    ASSERT_TRUE(convert("list", "<b>list</b>"));
+    const Program other = startOwner({"normal"});
+    pasteboard_->handOver();
+    EXPECT_EQ(manager->standardOutput().find("asked"), std::string::npos);
+}
+
+} // namespace

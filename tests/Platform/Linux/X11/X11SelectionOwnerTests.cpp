@@ -1,0 +1,116 @@
+#include "Platform/Linux/X11/X11ClipboardAtoms.h"
+#include "Platform/Linux/X11/X11Connection.h"
+#include "Platform/Linux/X11/X11EventQueue.h"
+#include "Platform/Linux/X11/X11PasteboardLimits.h"
+#include "Platform/Linux/X11/X11SelectionOwner.h"
+#include "Platform/Memory/MemoryMainQueue.h"
+#include "tests/Desktop/GeneratedText.h"
+#include "tests/Support/ChildProcess.h"
+#include "tests/Support/PrivateXServer.h"
+#include "tests/Support/WaitUntil.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using foundation::TextBuffer;
+using platform::PasteboardType;
+using testing_support::ChildProcess;
+using testing_support::generatedText;
+
+/// An owner whose time is virtual and whose events are handled when the test says so.
+class X11SelectionOwnerTests : public testing::Test {
+  protected:
+    /// Owns a text of 100 pieces that nobody else keeps alive.
+    std::weak_ptr<const TextBuffer> ownLongText() {
+        EXPECT_TRUE(owner_.acquire());
+        auto text = std::make_shared<const TextBuffer>(generatedText(100'000));
+        const std::weak_ptr<const TextBuffer> observed = text;
+        owner_.hold(PasteboardType::string, std::move(text));
+        return observed;
+    }
+
+    [[nodiscard]] std::unique_ptr<ChildProcess> startStoppingReader() const {
+        return std::make_unique<ChildProcess>(
+            std::vector<std::string>{
+                CLIPBOARD_READER, "get", "UTF8_STRING", "--stop-after", "5000"},
+            ChildProcess::Options{server_.environment(), {}, {}});
+    }
+
+    bool handleUntil(const std::function<bool()>& condition) {
+        return testing_support::waitUntil(condition, testing_support::patience, [this] {
+            while (const auto event = events_.next()) {
+                owner_.handle(*event);
+            }
+        });
+    }
+
+    bool handleUntilStopped(ChildProcess& reader) {
+        return handleUntil(
+            [&] { return reader.waitForOutput("stopped", std::chrono::milliseconds(0)); });
+    }
+
+    testing_support::PrivateXServer server_;
+    std::unique_ptr<platform::X11Connection> connection_ =
+        platform::X11Connection::open(server_.display());
+    platform::X11EventQueue events_{*connection_};
+    platform::X11ClipboardAtoms atoms_{*connection_};
+    platform::MemoryMainQueue queue_;
+    platform::X11PasteboardLimits limits_ = [] {
+        platform::X11PasteboardLimits limits;
+        limits.chunkSize = 1000;
+        return limits;
+    }();
+    platform::X11SelectionOwner owner_{*connection_, events_, atoms_, queue_, limits_};
+};
+
+TEST_F(X11SelectionOwnerTests, KeepsATextForAsLongAsItIsOnItsWay) {
+    const auto text = ownLongText();
+    const auto reader = startStoppingReader();
+    ASSERT_TRUE(handleUntilStopped(*reader));
+    ASSERT_TRUE(owner_.acquire());
+    EXPECT_FALSE(text.expired());
+    reader->sendSignal(SIGUSR1);
+    EXPECT_TRUE(handleUntil([&] { return text.expired(); }));
+    EXPECT_EQ(reader->waitForExit(), 0);
+    EXPECT_EQ(reader->standardOutput(), generatedText(100'000));
+}
+
+TEST_F(X11SelectionOwnerTests, DropsAReceiverThatHasStoppedReading) {
+    const auto text = ownLongText();
+    const auto reader = startStoppingReader();
+    ASSERT_TRUE(handleUntilStopped(*reader));
+    ASSERT_TRUE(owner_.acquire());
+    queue_.advance(limits_.sending);
+    EXPECT_FALSE(text.expired()) << "it had read something since the last look";
+    queue_.advance(limits_.sending);
+    EXPECT_TRUE(text.expired());
+    EXPECT_EQ(queue_.pendingCount(), 0U);
+}
+
+TEST_F(X11SelectionOwnerTests, DropsAReceiverThatHasEnded) {
+    const auto text = ownLongText();
+    const auto reader = startStoppingReader();
+    ASSERT_TRUE(handleUntilStopped(*reader));
+    ASSERT_TRUE(owner_.acquire());
+    reader->sendSignal(SIGKILL);
+    EXPECT_TRUE(handleUntil([&] { return text.expired(); }));
+}
+
+TEST_F(X11SelectionOwnerTests, ForgetsItsTextsWhenAnotherProgramTakesTheClipboard) {
+    const auto text = ownLongText();
+    EXPECT_TRUE(owner_.owns());
+    ChildProcess other({CLIPBOARD_OWNER, "normal"},
+                       ChildProcess::Options{server_.environment(), {}, {}});
+    EXPECT_TRUE(handleUntil([&] { return text.expired(); }));
+    EXPECT_FALSE(owner_.owns());
+    EXPECT_TRUE(owner_.offeredTexts().empty());
+}
+
+} // namespace
