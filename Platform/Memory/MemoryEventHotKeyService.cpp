@@ -119,6 +119,15 @@ std::uint32_t MemoryEventHotKeyService::getEventKind(hotkey::EventRef event) {
     return static_cast<const Event*>(event.pointer)->kind;
 }
 
+bool MemoryEventHotKeyService::takeElsewhere(Combination combination) {
+    const std::vector<Combination> takenHere = registered();
+    if (std::find(takenHere.begin(), takenHere.end(), combination) != takenHere.end()) {
+        return false;
+    }
+    takenElsewhere_.insert(combination);
+    return true;
+}
+
 OSStatus MemoryEventHotKeyService::press(Combination combination) {
     return sendFor(combination, hotkey::kEventHotKeyPressed);
 }

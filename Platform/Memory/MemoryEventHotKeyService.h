@@ -67,8 +67,9 @@ class MemoryEventHotKeyService final : public hotkey::EventHotKeyService {
     /// From now on every installation of a handler is answered with that status; noErr ends it.
     void refuseInstallations(hotkey::OSStatus status) { installationStatus_ = status; }
 
-    /// Another program takes a combination, or gives it back.
-    void takeElsewhere(Combination combination) { takenElsewhere_.insert(combination); }
+    /// Another program takes a combination, or gives it back. It cannot take what is taken here:
+    /// false then.
+    bool takeElsewhere(Combination combination);
 
     void giveBackElsewhere(Combination combination) { takenElsewhere_.erase(combination); }
 

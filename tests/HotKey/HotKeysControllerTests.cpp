@@ -1,0 +1,335 @@
+#include "HotKey/HotKey.h"
+#include "HotKey/HotKeysController.h"
+#include "Platform/Memory/MemoryEventHotKeyService.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace {
+
+using hotkey::eventNotHandledErr;
+using hotkey::HotKey;
+using hotkey::HotKeysController;
+using hotkey::Key;
+using hotkey::KeyCombo;
+using hotkey::ModifierFlags;
+using hotkey::noErr;
+using platform::MemoryEventHotKeyService;
+using testing::ElementsAre;
+
+constexpr std::uint32_t ourSignature = 0x515A686B;
+constexpr MemoryEventHotKeyService::Combination commandG{5, 0x100};
+
+class HotKeysControllerTests : public testing::Test {
+  protected:
+    [[nodiscard]] HotKey::Handler note(char mark) {
+        return [this, mark] { notes += mark; };
+    }
+
+    MemoryEventHotKeyService service;
+    HotKeysController controller{service};
+    std::string notes;
+};
+
+TEST_F(HotKeysControllerTests, SignsWithItsFourCharacterCode) {
+    EXPECT_EQ(HotKeysController::signature, ourSignature);
+}
+
+TEST_F(HotKeysControllerTests, GivesTheFirstHotKeyTheId1AndTheNextTheId2EvenAfterTheFirstIsGone) {
+    std::optional<HotKey> hotKey(std::in_place, controller, KeyCombo(5, 0x100));
+    EXPECT_EQ(controller.hotKeyBox(*hotKey)->carbonHotKeyID, 1U);
+    hotKey.reset();
+    hotKey.emplace(controller, KeyCombo(5, 0x100));
+    EXPECT_EQ(controller.hotKeyBox(*hotKey)->carbonHotKeyID, 2U);
+    EXPECT_THAT(
+        service.calls(),
+        ElementsAre(
+            "register 5 0x100 as QZhk 1", "install", "unregister 1", "register 5 0x100 as QZhk 2"));
+}
+
+TEST_F(HotKeysControllerTests, KeepsBothEntriesOfTwoHotKeysWithTheSameCombination) {
+    const HotKey first(controller, KeyCombo(5, 0x100), note('a'));
+    const HotKey second(controller, KeyCombo(5, 0x100), note('b'));
+    EXPECT_THAT(
+        service.calls(),
+        ElementsAre("register 5 0x100 as QZhk 1", "install", "register 5 0x100 as QZhk 2 refused"));
+    EXPECT_EQ(controller.hotKey(1), &first);
+    EXPECT_EQ(controller.hotKey(2), &second);
+    EXPECT_TRUE(controller.hotKeyBox(second)->carbonEventHotKey.isNull());
+    service.press(commandG);
+    EXPECT_EQ(notes, "a");
+}
+
+TEST_F(HotKeysControllerTests, InstallsNoHandlerUntilARegistrationSucceeds) {
+    service.refuseRegistrations(hotkey::eventHotKeyExistsErr);
+    const HotKey refused(controller, KeyCombo(5, 0x100));
+    EXPECT_TRUE(service.installations().empty());
+    service.refuseRegistrations(noErr);
+    const HotKey granted(controller, KeyCombo(4, 0x100));
+    EXPECT_EQ(service.installations().size(), 1U);
+}
+
+TEST_F(HotKeysControllerTests, InstallsItsHandlerOnceAndForGood) {
+    {
+        HotKey first(controller, KeyCombo(5, 0x100));
+        const HotKey second(controller, KeyCombo(4, 0x100));
+        first.setIsPaused(true);
+        first.setIsPaused(false);
+    }
+    const HotKey third(controller, KeyCombo(5, 0x100));
+    EXPECT_EQ(service.installations().size(), 1U);
+}
+
+TEST_F(HotKeysControllerTests, TriesAgainToInstallAHandlerThatTheSystemRefused) {
+    service.refuseInstallations(hotkey::paramErr);
+    const HotKey first(controller, KeyCombo(5, 0x100));
+    service.refuseInstallations(noErr);
+    const HotKey second(controller, KeyCombo(4, 0x100));
+    EXPECT_THAT(service.calls(),
+                ElementsAre("register 5 0x100 as QZhk 1",
+                            "install refused",
+                            "register 4 0x100 as QZhk 2",
+                            "install"));
+}
+
+TEST_F(HotKeysControllerTests, AsksForPressesAndReleasesInThatOrderWithoutUserData) {
+    const HotKey hotKey(controller, KeyCombo(5, 0x100));
+    const auto& installation = service.installations().at(0);
+    EXPECT_THAT(installation.types,
+                ElementsAre(hotkey::EventTypeSpec{.eventClass = 0x6B657962, .eventKind = 5},
+                            hotkey::EventTypeSpec{.eventClass = 0x6B657962, .eventKind = 6}));
+    EXPECT_EQ(installation.userData, nullptr);
+    EXPECT_EQ(installation.target, service.getEventDispatcherTarget());
+}
+
+TEST_F(HotKeysControllerTests, DoesNothingForAHotKeyThatIsRegistered) {
+    const HotKey hotKey(controller, KeyCombo(5, 0x100));
+    controller.register_(hotKey);
+    EXPECT_EQ(service.calls().size(), 2U);
+    EXPECT_EQ(controller.hotKeyBox(hotKey)->carbonHotKeyID, 1U);
+}
+
+TEST_F(HotKeysControllerTests, DoesNothingToUnregisterAHotKeyThatIsNotRegistered) {
+    const HotKey hotKey(controller, KeyCombo(5, 0x100));
+    controller.unregister(hotKey);
+    controller.unregister(hotKey);
+    EXPECT_THAT(service.calls(),
+                ElementsAre("register 5 0x100 as QZhk 1", "install", "unregister 1"));
+    EXPECT_EQ(controller.hotKeyBox(hotKey), nullptr);
+}
+
+TEST_F(HotKeysControllerTests, KeepsTheEntryOfARefusedHotKeyAndUnregistersItAllTheSame) {
+    service.takeElsewhere(commandG);
+    std::optional<HotKey> hotKey(std::in_place, controller, KeyCombo(5, 0x100));
+    EXPECT_EQ(controller.hotKey(1), &*hotKey);
+    EXPECT_TRUE(controller.hotKeyBox(*hotKey)->carbonEventHotKey.isNull());
+    hotKey.reset();
+    EXPECT_EQ(controller.hotKey(1), nullptr);
+    EXPECT_THAT(service.calls(),
+                ElementsAre("register 5 0x100 as QZhk 1 refused", "unregister nothing"));
+}
+
+TEST_F(HotKeysControllerTests, TakesASuccessWithoutAReferenceForARefusal) {
+    service.handOutNullReferences();
+    const HotKey hotKey(controller, KeyCombo(5, 0x100));
+    EXPECT_TRUE(controller.hotKeyBox(hotKey)->carbonEventHotKey.isNull());
+    EXPECT_TRUE(service.installations().empty());
+}
+
+TEST_F(HotKeysControllerTests, SaysNothingAboutARefusal) {
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    service.takeElsewhere(commandG);
+    { const HotKey hotKey(controller, KeyCombo(5, 0x100)); }
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+/// Looks into the registry at the moment when the system is asked.
+class LookingService final : public hotkey::EventHotKeyService {
+  public:
+    [[nodiscard]] hotkey::EventTargetRef getEventDispatcherTarget() override { return {}; }
+
+    [[nodiscard]] hotkey::OSStatus registerEventHotKey(std::uint32_t /*keyCode*/,
+                                                       std::uint32_t /*modifiers*/,
+                                                       hotkey::EventHotKeyID hotKeyID,
+                                                       hotkey::EventTargetRef /*target*/,
+                                                       std::uint32_t options,
+                                                       hotkey::EventHotKeyRef& /*ref*/) override {
+        hadEntry = controller->hotKey(hotKeyID.id) != nullptr;
+        lastOptions = options;
+        return hotkey::eventHotKeyExistsErr;
+    }
+
+    hotkey::OSStatus unregisterEventHotKey(hotkey::EventHotKeyRef /*reference*/) override {
+        wasAliveWhenUnregistered = controller->hotKey(1) != nullptr;
+        return hotkey::paramErr;
+    }
+
+    [[nodiscard]] hotkey::OSStatus
+    installEventHandler(hotkey::EventTargetRef /*target*/,
+                        EventHandler /*handler*/,
+                        std::span<const hotkey::EventTypeSpec> /*types*/,
+                        void* /*userData*/,
+                        hotkey::EventHandlerRef& /*ref*/) override {
+        return hotkey::paramErr;
+    }
+
+    [[nodiscard]] hotkey::OSStatus getEventParameter(hotkey::EventRef /*event*/,
+                                                     std::uint32_t /*name*/,
+                                                     std::uint32_t /*type*/,
+                                                     std::size_t /*size*/,
+                                                     void* /*data*/) override {
+        return hotkey::paramErr;
+    }
+
+    [[nodiscard]] std::uint32_t getEventKind(hotkey::EventRef /*event*/) override { return 0; }
+
+    const HotKeysController* controller = nullptr;
+    std::optional<bool> hadEntry;
+    std::optional<bool> wasAliveWhenUnregistered;
+    std::optional<std::uint32_t> lastOptions;
+};
+
+TEST(HotKeysControllerOrderTests, StoresTheEntryBeforeTheSystemIsAsked) {
+    LookingService service;
+    HotKeysController controller(service);
+    service.controller = &controller;
+    const HotKey hotKey(controller, KeyCombo(5, 0x100));
+    EXPECT_EQ(service.hadEntry, true);
+    EXPECT_EQ(service.lastOptions, 0U);
+}
+
+TEST(HotKeysControllerOrderTests, NoLongerFindsAHotKeyWhoseDestructionHasBegun) {
+    LookingService service;
+    HotKeysController controller(service);
+    service.controller = &controller;
+    { const HotKey hotKey(controller, KeyCombo(5, 0x100)); }
+    EXPECT_EQ(service.wasAliveWhenUnregistered, false);
+}
+
+TEST(HotKeysControllerDeathTest, DiesWhenItRunsOutOfIds) {
+    MemoryEventHotKeyService service;
+    HotKeysController controller(service, std::numeric_limits<std::uint32_t>::max() - 1);
+    const HotKey last(controller, KeyCombo(5, 0x100));
+    EXPECT_EQ(controller.hotKeyBox(last)->carbonHotKeyID, 4294967295U);
+    EXPECT_DEATH(HotKey(controller, KeyCombo(4, 0x100)),
+                 "Fatal error: there are no ids left for hot keys");
+}
+
+TEST_F(HotKeysControllerTests, CallsTheDownHandlerOnPressAndTheUpHandlerOnRelease) {
+    const HotKey hotKey(controller, KeyCombo(5, 0x100), note('d'), note('u'));
+    EXPECT_EQ(service.press(commandG), noErr);
+    EXPECT_EQ(notes, "d");
+    EXPECT_EQ(service.release(commandG), noErr);
+    EXPECT_EQ(notes, "du");
+}
+
+TEST_F(HotKeysControllerTests, CallsOnlyTheHotKeyThatTheEventIsFor) {
+    const HotKey first(controller, KeyCombo(5, 0x100), note('a'));
+    const HotKey second(controller, KeyCombo(4, 0x100), note('b'));
+    service.press({4, 0x100});
+    EXPECT_EQ(notes, "b");
+}
+
+TEST_F(HotKeysControllerTests, DeclinesAnEventWithAForeignSignature) {
+    const HotKey hotKey(controller, KeyCombo(5, 0x100), note('d'));
+    EXPECT_EQ(service.send({.hotKeyID = {.signature = ourSignature + 1, .id = 1}}), -9874);
+    EXPECT_EQ(notes, "");
+}
+
+TEST_F(HotKeysControllerTests, DeclinesAKeyUpWithoutAHandlerForIt) {
+    const HotKey hotKey(controller, KeyCombo(5, 0x100), note('d'));
+    EXPECT_EQ(service.release(commandG), -9874);
+    EXPECT_EQ(notes, "");
+}
+
+TEST_F(HotKeysControllerTests, DeclinesAKeyDownWithoutAHandlerForIt) {
+    const HotKey hotKey(controller, KeyCombo(5, 0x100), {}, note('u'));
+    EXPECT_EQ(service.press(commandG), -9874);
+    EXPECT_EQ(notes, "");
+}
+
+TEST_F(HotKeysControllerTests, DeclinesANullEvent) {
+    const HotKey hotKey(controller, KeyCombo(5, 0x100), note('d'));
+    EXPECT_EQ(service.sendNull(), -9874);
+    EXPECT_EQ(notes, "");
+}
+
+TEST_F(HotKeysControllerTests, PassesTheErrorOfReadingAnEventOn) {
+    const HotKey hotKey(controller, KeyCombo(5, 0x100), note('d'));
+    EXPECT_EQ(
+        service.send({.hotKeyID = {.signature = ourSignature, .id = 1}, .parameterStatus = -9870}),
+        -9870);
+    EXPECT_EQ(notes, "");
+}
+
+TEST_F(HotKeysControllerTests, DeclinesAnEventForAnIdThatNobodyHas) {
+    const HotKey hotKey(controller, KeyCombo(5, 0x100), note('d'));
+    EXPECT_EQ(service.send({.hotKeyID = {.signature = ourSignature, .id = 2}}), -9874);
+    EXPECT_EQ(notes, "");
+}
+
+TEST_F(HotKeysControllerTests, DeclinesAnEventThatIsStillUnderWayForAHotKeyThatIsGone) {
+    std::optional<HotKey> hotKey(std::in_place, controller, KeyCombo(5, 0x100), note('d'));
+    hotKey.reset();
+    EXPECT_EQ(service.send({.hotKeyID = {.signature = ourSignature, .id = 1}}), -9874);
+    EXPECT_EQ(notes, "");
+}
+
+TEST_F(HotKeysControllerTests, DeclinesAnEventThatIsNeitherPressNorRelease) {
+    const HotKey hotKey(controller, KeyCombo(5, 0x100), note('d'), note('u'));
+    MemoryEventHotKeyService::Event event{.hotKeyID = {.signature = ourSignature, .id = 1},
+                                          .kind = 7};
+    EXPECT_EQ(service.installations().at(0).handler({}, {&event}, nullptr), -9874);
+    EXPECT_EQ(notes, "");
+}
+
+TEST_F(HotKeysControllerTests, DeclinesAnEventForAPausedHotKeyThatIsRegisteredAllTheSame) {
+    HotKey hotKey(controller, KeyCombo(5, 0x100), note('d'), note('u'));
+    hotKey.setIsPaused(true);
+    controller.register_(hotKey);
+    EXPECT_EQ(service.press(commandG), -9874);
+    EXPECT_EQ(service.release(commandG), -9874);
+    EXPECT_EQ(notes, "");
+}
+
+TEST_F(HotKeysControllerTests, FindsEntriesAndHotKeys) {
+    const HotKey first(controller, KeyCombo(5, 0x100));
+    const HotKey second(controller, KeyCombo(4, 0x100));
+    const auto* const box = controller.hotKeyBox(second);
+    EXPECT_EQ(box->identifier, second.identifier());
+    EXPECT_EQ(box->carbonHotKeyID, 2U);
+    EXPECT_FALSE(box->carbonEventHotKey.isNull());
+    EXPECT_EQ(controller.hotKey(1), &first);
+    EXPECT_EQ(controller.hotKey(3), nullptr);
+}
+
+TEST(HotKeysControllerLifetimeTests, GivesEverythingBackWhenItGoesAndBearsLateEvents) {
+    MemoryEventHotKeyService service;
+    std::string notes;
+    auto controller = std::make_unique<HotKeysController>(service);
+    const HotKey hotKey(*controller, KeyCombo(5, 0x100), [&] { notes += 'd'; });
+    controller.reset();
+    EXPECT_TRUE(service.registered().empty());
+    EXPECT_EQ(service.send({.hotKeyID = {.signature = ourSignature, .id = 1}}), -9874);
+    EXPECT_EQ(notes, "");
+}
+
+TEST(HotKeysControllerLifetimeTests, MayGoInsideAHandler) {
+    MemoryEventHotKeyService service;
+    auto controller = std::make_unique<HotKeysController>(service);
+    HotKey hotKey(*controller, KeyCombo(5, 0x100));
+    hotKey.keyDownHandler = [&] { controller.reset(); };
+    EXPECT_EQ(service.press(commandG), noErr);
+    EXPECT_TRUE(service.registered().empty());
+}
+
+} // namespace
