@@ -32,16 +32,16 @@ HotKey::HotKey(HotKeysController& controller,
     : HotKey(controller, KeyCombo(key, modifiers), std::move(onKeyDown), std::move(onKeyUp)) {}
 
 HotKey::~HotKey() {
-    self_.reset();
-    if (const auto controller = controller_.lock()) {
+    self_.end();
+    if (auto* const controller = controller_.get()) {
         controller->unregister(*this);
     }
 }
 
 void HotKey::setIsPaused(bool isPaused) {
     isPaused_ = isPaused;
-    const auto controller = controller_.lock();
-    if (!controller) {
+    auto* const controller = controller_.get();
+    if (controller == nullptr) {
         return;
     }
     if (isPaused) {

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "Foundation/Uuid.h"
+#include "Foundation/WeakReference.h"
 #include "HotKey/Key.h"
 #include "HotKey/KeyCombo.h"
 #include "HotKey/ModifierFlags.h"
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 
 namespace hotkey {
 
@@ -61,16 +61,17 @@ class HotKey {
     /// Unregisters or registers again, whatever the value was before.
     void setIsPaused(bool isPaused);
 
-    /// For the controller, which must notice when the hot key goes. Does not keep it alive.
-    [[nodiscard]] std::weak_ptr<HotKey> weakReference() const { return self_; }
+    /// For the controller, which must notice when the hot key goes.
+    [[nodiscard]] foundation::WeakReference<HotKey> weakReference() const {
+        return self_.reference();
+    }
 
   private:
     foundation::Uuid identifier_ = foundation::Uuid::random();
     KeyCombo keyCombo_;
     bool isPaused_ = false;
-    std::weak_ptr<HotKeysController> controller_;
-    /// Owns nothing: it exists so that weak references end with this object.
-    std::shared_ptr<HotKey> self_{this, [](HotKey* /*self*/) {}};
+    foundation::WeakReference<HotKeysController> controller_;
+    foundation::WeakReferenceSource<HotKey> self_{this};
 };
 
 } // namespace hotkey

@@ -12,7 +12,7 @@ HotKeysController::HotKeysController(EventHotKeyService& service, std::uint32_t 
     : service_(service), hotKeysCount_(hotKeysCount) {}
 
 HotKeysController::~HotKeysController() {
-    self_.reset();
+    self_.end();
     for (const auto& [id, box] : hotKeys_) {
         service_.unregisterEventHotKey(box.carbonEventHotKey);
     }
@@ -68,7 +68,7 @@ const HotKeysController::HotKeyBox* HotKeysController::hotKeyBox(const HotKey& h
 
 HotKey* HotKeysController::hotKey(std::uint32_t carbonHotKeyID) const {
     const auto found = hotKeys_.find(carbonHotKeyID);
-    return found == hotKeys_.end() ? nullptr : found->second.hotKey.lock().get();
+    return found == hotKeys_.end() ? nullptr : found->second.hotKey.get();
 }
 
 void HotKeysController::installEventHandler() {
@@ -79,8 +79,8 @@ void HotKeysController::installEventHandler() {
     const OSStatus status = service_.installEventHandler(
         service_.getEventDispatcherTarget(),
         [weakSelf = weakReference()](EventHandlerCallRef /*next*/, EventRef event, void* /*data*/) {
-            const auto self = weakSelf.lock();
-            return self ? self->dispatch(event) : eventNotHandledErr;
+            auto* const self = weakSelf.get();
+            return self == nullptr ? eventNotHandledErr : self->dispatch(event);
         },
         types,
         nullptr,

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "Foundation/Uuid.h"
+#include "Foundation/WeakReference.h"
 #include "HotKey/CarbonEvents.h"
 #include "HotKey/EventHotKeyService.h"
 #include "HotKey/HotKey.h"
 
 #include <cstdint>
 #include <map>
-#include <memory>
 
 namespace hotkey {
 
@@ -25,7 +25,7 @@ class HotKeysController {
     /// One registered hot key. It is kept, without a reference, when the system refused it.
     struct HotKeyBox {
         foundation::Uuid identifier;
-        std::weak_ptr<HotKey> hotKey;
+        foundation::WeakReference<HotKey> hotKey;
         std::uint32_t carbonHotKeyID = 0;
         EventHotKeyRef carbonEventHotKey;
     };
@@ -51,8 +51,10 @@ class HotKeysController {
     /// The hot key registered under the id; null when there is none or it no longer exists.
     [[nodiscard]] HotKey* hotKey(std::uint32_t carbonHotKeyID) const;
 
-    /// For hot keys, which may outlive the controller. Does not keep it alive.
-    [[nodiscard]] std::weak_ptr<HotKeysController> weakReference() const { return self_; }
+    /// For hot keys, which may outlive the controller.
+    [[nodiscard]] foundation::WeakReference<HotKeysController> weakReference() const {
+        return self_.reference();
+    }
 
   private:
     void installEventHandler();
@@ -62,8 +64,7 @@ class HotKeysController {
     std::map<std::uint32_t, HotKeyBox> hotKeys_;
     std::uint32_t hotKeysCount_;
     EventHandlerRef eventHandler_;
-    /// Owns nothing: it exists so that weak references end with this object.
-    std::shared_ptr<HotKeysController> self_{this, [](HotKeysController* /*self*/) {}};
+    foundation::WeakReferenceSource<HotKeysController> self_{this};
 };
 
 } // namespace hotkey

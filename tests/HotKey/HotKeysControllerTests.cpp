@@ -323,13 +323,17 @@ TEST(HotKeysControllerLifetimeTests, GivesEverythingBackWhenItGoesAndBearsLateEv
     EXPECT_EQ(notes, "");
 }
 
-TEST(HotKeysControllerLifetimeTests, MayGoInsideAHandler) {
+TEST(HotKeysControllerLifetimeTests, MayGoInsideAHandlerAndTheHotKeyAfterIt) {
     MemoryEventHotKeyService service;
     auto controller = std::make_unique<HotKeysController>(service);
-    HotKey hotKey(*controller, KeyCombo(5, 0x100));
-    hotKey.keyDownHandler = [&] { controller.reset(); };
+    std::optional<HotKey> hotKey(std::in_place, *controller, KeyCombo(5, 0x100));
+    hotKey->keyDownHandler = [&] {
+        controller.reset();
+        hotKey.reset();
+    };
     EXPECT_EQ(service.press(commandG), noErr);
-    EXPECT_TRUE(service.registered().empty());
+    EXPECT_THAT(service.calls(),
+                ElementsAre("register 5 0x100 as QZhk 1", "install", "unregister 1"));
 }
 
 } // namespace

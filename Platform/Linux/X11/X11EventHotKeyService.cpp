@@ -240,12 +240,12 @@ void X11EventHotKeyService::adoptKeyboard() {
 }
 
 void X11EventHotKeyService::drain() {
-    const std::weak_ptr<X11EventHotKeyService> weakSelf = self_;
+    const auto weakSelf = self_.reference();
     while (true) {
         const XcbPointer<xcb_generic_event_t> event(xcb_poll_for_event(connection_->get()));
         if (event) {
             handle(*event);
-            if (weakSelf.expired()) {
+            if (weakSelf.get() == nullptr) {
                 return;
             }
         } else if (!connection_->isAlive()) {
@@ -268,8 +268,8 @@ void X11EventHotKeyService::drainLater() {
         return;
     }
     isDrainQueued_ = true;
-    mainQueue_.async([weakSelf = std::weak_ptr(self_)] {
-        if (const auto self = weakSelf.lock()) {
+    mainQueue_.async([weakSelf = self_.reference()] {
+        if (auto* const self = weakSelf.get()) {
             self->isDrainQueued_ = false;
             self->drain();
         }
@@ -321,9 +321,9 @@ void X11EventHotKeyService::handleRelease(const xcb_key_release_event_t& event) 
 }
 
 void X11EventHotKeyService::send(const Registrations& registrations, std::uint32_t kind) {
-    const std::weak_ptr<X11EventHotKeyService> weakSelf = self_;
+    const auto weakSelf = self_.reference();
     for (const auto& registration : registrations) {
-        if (weakSelf.expired()) {
+        if (weakSelf.get() == nullptr) {
             return;
         }
         if (registration->isRegistered) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/WeakReference.h"
 #include "HotKey/CarbonEvents.h"
 #include "HotKey/EventHotKeyService.h"
 #include "Platform/Linux/EventLoop.h"
@@ -94,8 +95,7 @@ class X11EventHotKeyService final : public hotkey::EventHotKeyService {
     std::uint8_t keyboardEvent_;
     bool hasKeyboardChanged_ = false;
     bool isDrainQueued_ = false;
-    /// Ends with this object, for what must notice that.
-    std::shared_ptr<X11EventHotKeyService> self_{this, [](X11EventHotKeyService* /*self*/) {}};
+    foundation::WeakReferenceSource<X11EventHotKeyService> self_{this};
     std::unique_ptr<FileDescriptorWatch> watch_;
 };
 

@@ -1,0 +1,468 @@
+#include "HotKey/HotKey.h"
+#include "HotKey/HotKeysController.h"
+#include "HotKey/ModifierFlags.h"
+#include "Platform/Linux/Qt/QtEventLoop.h"
+#include "Platform/Linux/Qt/QtMainQueue.h"
+#include "Platform/Linux/X11/X11EventHotKeyService.h"
+#include "tests/Support/ChildProcess.h"
+#include "tests/Support/FakeKeyboard.h"
+#include "tests/Support/OtherX11Program.h"
+#include "tests/Support/PrivateXServer.h"
+#include "tests/Support/QtTestLoop.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <linux/input-event-codes.h>
+#include <xcb/xproto.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using hotkey::EventHotKeyRef;
+using hotkey::noErr;
+using hotkey::OSStatus;
+using testing::ElementsAre;
+using testing_support::OtherX11Program;
+using testing_support::QtTestLoop;
+
+constexpr std::uint32_t keyG = 0x05;
+constexpr std::uint32_t keyF1 = 0x7A;
+constexpr std::uint8_t x11KeyG = KEY_G + 8;
+constexpr std::uint16_t superMask = XCB_MOD_MASK_4;
+constexpr std::uint16_t numLockMask = XCB_MOD_MASK_2;
+constexpr int mod3Index = XCB_MAP_INDEX_3;
+constexpr int mod4Index = XCB_MAP_INDEX_4;
+
+/// An event loop that also tells how it is used.
+class CountingEventLoop final : public platform::EventLoop {
+  public:
+    [[nodiscard]] std::unique_ptr<platform::FileDescriptorWatch>
+    watchReadable(int descriptor, std::function<void()> ready) override {
+        return std::make_unique<Watch>(*this, loop_.watchReadable(descriptor, [this, ready] {
+            ++readyCount_;
+            ready();
+        }));
+    }
+
+    [[nodiscard]] int watchCount() const { return watchCount_; }
+
+    [[nodiscard]] int readyCount() const { return readyCount_; }
+
+  private:
+    class Watch final : public platform::FileDescriptorWatch {
+      public:
+        Watch(CountingEventLoop& loop, std::unique_ptr<platform::FileDescriptorWatch> watch)
+            : loop_(loop), watch_(std::move(watch)) {
+            ++loop_.watchCount_;
+        }
+
+        ~Watch() override { --loop_.watchCount_; }
+
+        Watch(const Watch&) = delete;
+        Watch& operator=(const Watch&) = delete;
+        Watch(Watch&&) = delete;
+        Watch& operator=(Watch&&) = delete;
+
+      private:
+        CountingEventLoop& loop_;
+        std::unique_ptr<platform::FileDescriptorWatch> watch_;
+    };
+
+    platform::QtEventLoop loop_;
+    int watchCount_ = 0;
+    int readyCount_ = 0;
+};
+
+class X11EventHotKeyServiceTests : public testing::Test {
+  protected:
+    X11EventHotKeyServiceTests()
+        : service_(
+              platform::X11EventHotKeyService::open(eventLoop_, mainQueue_, server_->display())) {
+        constexpr std::array types{
+            hotkey::EventTypeSpec{hotkey::kEventClassKeyboard, hotkey::kEventHotKeyPressed},
+            hotkey::EventTypeSpec{hotkey::kEventClassKeyboard, hotkey::kEventHotKeyReleased}};
+        hotkey::EventHandlerRef reference;
+        EXPECT_EQ(service_->installEventHandler(
+                      service_->getEventDispatcherTarget(),
+                      [this](auto /*next*/, hotkey::EventRef event, void* /*userData*/) {
+                          note(event);
+                          return noErr;
+                      },
+                      types,
+                      nullptr,
+                      reference),
+                  noErr);
+    }
+
+    OSStatus registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, std::uint32_t id = 1) {
+        return service_->registerEventHotKey(keyCode,
+                                             modifiers,
+                                             {.signature = 7, .id = id},
+                                             service_->getEventDispatcherTarget(),
+                                             0,
+                                             reference_);
+    }
+
+    void note(hotkey::EventRef event) {
+        hotkey::EventHotKeyID id;
+        static_cast<void>(service_->getEventParameter(
+            event, hotkey::kEventParamDirectObject, hotkey::typeEventHotKeyID, sizeof id, &id));
+        const bool isPress = service_->getEventKind(event) == hotkey::kEventHotKeyPressed;
+        events_.push_back((isPress ? "down " : "up ") + std::to_string(id.id));
+        if (onEvent_) {
+            onEvent_(events_.back());
+        }
+    }
+
+    /// The events of everything pressed so far: one more hot key, Control+F1, is pressed and its
+    /// events are waited for, since keys have their effect in the order in which they are pressed.
+    std::vector<std::string> events() {
+        const EventHotKeyRef mine = reference_;
+        EXPECT_EQ(registerHotKey(keyF1, hotkey::controlKey, 99), noErr);
+        keyboard_->tapTogether({KEY_LEFTCTRL, KEY_F1});
+        EXPECT_TRUE(QtTestLoop::turnUntil(
+            [this] { return !events_.empty() && events_.back() == "up 99"; }));
+        EXPECT_EQ(service_->unregisterEventHotKey(reference_), noErr);
+        reference_ = mine;
+        std::erase(events_, "down 99");
+        std::erase(events_, "up 99");
+        return std::exchange(events_, {});
+    }
+
+    bool turnUntilEvent(const std::string& event) {
+        return QtTestLoop::turnUntil(
+            [&] { return std::find(events_.begin(), events_.end(), event) != events_.end(); });
+    }
+
+    void setLayout(const std::vector<std::string>& arguments) {
+        std::vector<std::string> command{"setxkbmap", "-display", server_->display()};
+        command.insert(command.end(), arguments.begin(), arguments.end());
+        testing_support::ChildProcess setxkbmap(command);
+        ASSERT_EQ(setxkbmap.waitForExit(), 0) << setxkbmap.standardError();
+    }
+
+    void pressSuperG() { keyboard_->tapTogether({KEY_LEFTMETA, KEY_G}); }
+
+    std::unique_ptr<testing_support::PrivateXServer> server_ =
+        std::make_unique<testing_support::PrivateXServer>();
+    QtTestLoop loop_;
+    CountingEventLoop eventLoop_;
+    platform::QtMainQueue mainQueue_;
+    std::optional<testing_support::FakeKeyboard> keyboard_{std::in_place, server_->display()};
+    std::vector<std::string> events_;
+    std::function<void(const std::string&)> onEvent_;
+    EventHotKeyRef reference_;
+    std::unique_ptr<platform::X11EventHotKeyService> service_;
+};
+
+TEST_F(X11EventHotKeyServiceTests, DoesNotExistWithoutAServer) {
+    EXPECT_EQ(platform::X11EventHotKeyService::open(eventLoop_, mainQueue_, ":98765"), nullptr);
+}
+
+TEST_F(X11EventHotKeyServiceTests, CallsTheHandlersOfHotKeys) {
+    hotkey::HotKeysController controller(*service_);
+    std::string notes;
+    hotkey::HotKey hotKey(
+        controller,
+        hotkey::Key::g,
+        hotkey::ModifierFlags::command,
+        [&] { notes += 'd'; },
+        [&] { notes += 'u'; });
+    pressSuperG();
+    EXPECT_TRUE(QtTestLoop::turnUntil([&] { return notes == "du"; })) << notes;
+    hotKey.setIsPaused(true);
+    pressSuperG();
+    EXPECT_THAT(events(), ElementsAre());
+    hotKey.setIsPaused(false);
+    pressSuperG();
+    EXPECT_TRUE(QtTestLoop::turnUntil([&] { return notes == "dudu"; })) << notes;
+}
+
+TEST_F(X11EventHotKeyServiceTests, TakesAHeldKeyForOnePress) {
+    // Another program, to whom each repetition counts, sees that this server repeats the key.
+    OtherX11Program witness(server_->display());
+    ASSERT_TRUE(witness.take(x11KeyG, superMask));
+    keyboard_->press(KEY_LEFTMETA);
+    keyboard_->press(KEY_G);
+    ASSERT_TRUE(testing_support::waitUntil([&] { return witness.pressCount() >= 5; }));
+    keyboard_->release(KEY_G);
+    keyboard_->release(KEY_LEFTMETA);
+    witness.giveBack(x11KeyG, superMask);
+
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    keyboard_->press(KEY_LEFTMETA);
+    keyboard_->press(KEY_G);
+    ASSERT_TRUE(turnUntilEvent("down 1"));
+    // While the key is held, nothing but its repetitions arrives.
+    const int readyBefore = eventLoop_.readyCount();
+    ASSERT_TRUE(QtTestLoop::turnUntil([&] { return eventLoop_.readyCount() >= readyBefore + 5; }));
+    EXPECT_THAT(events_, ElementsAre("down 1"));
+    keyboard_->release(KEY_G);
+    keyboard_->release(KEY_LEFTMETA);
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+    pressSuperG();
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+}
+
+TEST_F(X11EventHotKeyServiceTests, DeliversTheReleaseOnceWhenSuperIsLetGoFirst) {
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    keyboard_->press(KEY_LEFTMETA);
+    keyboard_->press(KEY_G);
+    keyboard_->release(KEY_LEFTMETA);
+    keyboard_->release(KEY_G);
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+}
+
+TEST_F(X11EventHotKeyServiceTests, FiresForTheRightSuperKeyToo) {
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    keyboard_->tapTogether({KEY_RIGHTMETA, KEY_G});
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+}
+
+TEST_F(X11EventHotKeyServiceTests, FiresWithAllFourModifiers) {
+    ASSERT_EQ(registerHotKey(keyG, 0x1B00), noErr);
+    keyboard_->tapTogether({KEY_LEFTCTRL, KEY_LEFTALT, KEY_LEFTSHIFT, KEY_LEFTMETA, KEY_G});
+    pressSuperG();
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+}
+
+TEST_F(X11EventHotKeyServiceTests, FiresWithCapsLockOn) {
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    keyboard_->tap(KEY_CAPSLOCK);
+    ASSERT_EQ(keyboard_->modifierState(), XCB_MOD_MASK_LOCK);
+    pressSuperG();
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+}
+
+TEST_F(X11EventHotKeyServiceTests, FiresWithNumLockOn) {
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    keyboard_->tap(KEY_NUMLOCK);
+    ASSERT_EQ(keyboard_->modifierState(), numLockMask);
+    pressSuperG();
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+}
+
+TEST_F(X11EventHotKeyServiceTests, FiresWithCapsLockAndNumLockOn) {
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    keyboard_->tap(KEY_CAPSLOCK);
+    keyboard_->tap(KEY_NUMLOCK);
+    pressSuperG();
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+}
+
+TEST_F(X11EventHotKeyServiceTests, FiresWhileAButtonOfThePointerIsHeld) {
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    keyboard_->pressButton(1);
+    ASSERT_EQ(keyboard_->modifierState(), XCB_BUTTON_MASK_1);
+    pressSuperG();
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+}
+
+class X11LayoutTests : public X11EventHotKeyServiceTests,
+                       public testing::WithParamInterface<const char*> {};
+
+TEST_P(X11LayoutTests, FiresByThePlaceOfTheKeyWhenTakenUnderTheLayout) {
+    setLayout({GetParam()});
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    pressSuperG();
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+    // Only that key was taken.
+    OtherX11Program otherProgram(server_->display());
+    EXPECT_TRUE(otherProgram.take(KEY_H + 8, superMask));
+}
+
+TEST_P(X11LayoutTests, FiresByThePlaceOfTheKeyWhenTheLayoutComesLater) {
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    setLayout({GetParam()});
+    pressSuperG();
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+    setLayout({"us"});
+    pressSuperG();
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Layouts,
+                         X11LayoutTests,
+                         testing::Values("de", "fr", "ru", "gr"),
+                         [](const auto& layout) { return std::string(layout.param); });
+
+TEST_F(X11EventHotKeyServiceTests, FiresUnderTheSecondOfTwoLayouts) {
+    setLayout({"us,ru"});
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    OtherX11Program switcher(server_->display());
+    switcher.lockLayoutGroup(1);
+    ASSERT_EQ(switcher.layoutGroup(), 1);
+    pressSuperG();
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+}
+
+TEST_F(X11EventHotKeyServiceTests, TakesAKeyHeldAcrossAChangeOfTheLayoutForOnePress) {
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    keyboard_->press(KEY_LEFTMETA);
+    keyboard_->press(KEY_G);
+    ASSERT_TRUE(turnUntilEvent("down 1"));
+    const int readyBefore = eventLoop_.readyCount();
+    setLayout({"ru"});
+    ASSERT_TRUE(QtTestLoop::turnUntil([&] { return eventLoop_.readyCount() > readyBefore; }));
+    keyboard_->release(KEY_G);
+    keyboard_->release(KEY_LEFTMETA);
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+}
+
+TEST_F(X11EventHotKeyServiceTests, FollowsSuperToAnotherModifier) {
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    OtherX11Program remapper(server_->display());
+    remapper.moveModifierKeys(mod4Index, mod3Index);
+    ASSERT_TRUE(QtTestLoop::turnUntil([&] { return remapper.take(x11KeyG, superMask); }));
+    pressSuperG();
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+    EXPECT_FALSE(remapper.take(x11KeyG, XCB_MOD_MASK_3));
+}
+
+TEST_F(X11EventHotKeyServiceTests, UsesTheModifiersOfAKeyboardThatHasJustChanged) {
+    OtherX11Program remapper(server_->display());
+    remapper.moveModifierKeys(mod4Index, mod3Index);
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    EXPECT_FALSE(remapper.take(x11KeyG, XCB_MOD_MASK_3));
+    EXPECT_TRUE(remapper.take(x11KeyG, superMask));
+}
+
+TEST_F(X11EventHotKeyServiceTests, RefusesACombinationWhoseModifierTheKeyboardLacks) {
+    OtherX11Program remapper(server_->display());
+    remapper.moveModifierKeys(mod3Index, mod4Index);
+    EXPECT_NE(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    EXPECT_TRUE(reference_.isNull());
+    EXPECT_TRUE(remapper.take(x11KeyG, 0));
+}
+
+TEST_F(X11EventHotKeyServiceTests, RestsWhileTheKeyboardLacksTheModifierAndWorksAgainAfterIt) {
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey | hotkey::shiftKey), noErr);
+    constexpr auto grabbed = static_cast<std::uint16_t>(superMask | XCB_MOD_MASK_SHIFT);
+    OtherX11Program remapper(server_->display());
+    remapper.moveModifierKeys(mod3Index, mod4Index);
+    ASSERT_TRUE(QtTestLoop::turnUntil([&] { return remapper.take(x11KeyG, grabbed); }));
+    remapper.giveBack(x11KeyG, grabbed);
+    keyboard_->tapTogether({KEY_LEFTSHIFT, KEY_G});
+    EXPECT_THAT(events(), ElementsAre());
+    setLayout({"us"});
+    ASSERT_TRUE(QtTestLoop::turnUntil([&] {
+        const bool isFree = remapper.take(x11KeyG, grabbed);
+        remapper.giveBack(x11KeyG, grabbed);
+        return !isFree;
+    }));
+    keyboard_->tapTogether({KEY_LEFTSHIFT, KEY_LEFTMETA, KEY_G});
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+}
+
+TEST_F(X11EventHotKeyServiceTests, RefusesACombinationOfWhichAnotherProgramHasOneVariant) {
+    OtherX11Program otherProgram(server_->display());
+    ASSERT_TRUE(otherProgram.take(x11KeyG, static_cast<std::uint16_t>(superMask | numLockMask)));
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(registerHotKey(keyG, hotkey::cmdKey), hotkey::eventHotKeyExistsErr);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_TRUE(reference_.isNull());
+    // None of the other variants is left behind.
+    OtherX11Program thirdProgram(server_->display());
+    EXPECT_TRUE(thirdProgram.take(x11KeyG, superMask));
+    EXPECT_TRUE(
+        thirdProgram.take(x11KeyG, static_cast<std::uint16_t>(superMask | XCB_MOD_MASK_LOCK)));
+}
+
+TEST_F(X11EventHotKeyServiceTests, LetsAnotherProgramsKeyWorkAfterUnregistering) {
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    ASSERT_EQ(service_->unregisterEventHotKey(reference_), noErr);
+    OtherX11Program otherProgram(server_->display());
+    ASSERT_TRUE(otherProgram.take(x11KeyG, superMask));
+    pressSuperG();
+    EXPECT_TRUE(testing_support::waitUntil([&] { return otherProgram.pressCount() == 1; }));
+    EXPECT_THAT(events(), ElementsAre());
+}
+
+TEST_F(X11EventHotKeyServiceTests, RefusesKeysThatX11CannotSendAndTakesNoOtherForThem) {
+    constexpr std::uint32_t functionKey = 0x3F;
+    constexpr std::uint32_t noKey = 0x34;
+    for (const std::uint32_t key : {functionKey, noKey, 0xFFFFFFFFU}) {
+        EXPECT_NE(registerHotKey(key, hotkey::cmdKey), noErr) << key;
+    }
+    // A grab of every key would stand in the way of this one.
+    OtherX11Program otherProgram(server_->display());
+    EXPECT_TRUE(otherProgram.take(XCB_GRAB_ANY, superMask));
+}
+
+TEST_F(X11EventHotKeyServiceTests, RefusesModifiersThatItDoesNotKnow) {
+    constexpr std::uint32_t alphaLock = 0x400;
+    EXPECT_NE(registerHotKey(keyG, hotkey::cmdKey | alphaLock), noErr);
+    OtherX11Program otherProgram(server_->display());
+    EXPECT_TRUE(otherProgram.take(x11KeyG, superMask));
+}
+
+TEST_F(X11EventHotKeyServiceTests, DeliversEventsThatItReadWhileItWaitedForAnAnswer) {
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    QtTestLoop::turn();
+    keyboard_->press(KEY_LEFTMETA);
+    keyboard_->press(KEY_G);
+    // The answers come after the event, which is read with them.
+    ASSERT_EQ(registerHotKey(keyF1, hotkey::cmdKey, 2), noErr);
+    EXPECT_TRUE(events_.empty());
+    EXPECT_TRUE(turnUntilEvent("down 1"));
+}
+
+TEST_F(X11EventHotKeyServiceTests, DoesNotFireForAKeyThatIsStillHeldWhenItIsTakenAnew) {
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    keyboard_->press(KEY_LEFTMETA);
+    keyboard_->press(KEY_G);
+    ASSERT_TRUE(turnUntilEvent("down 1"));
+    ASSERT_EQ(service_->unregisterEventHotKey(reference_), noErr);
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey, 2), noErr);
+    const int readyBefore = eventLoop_.readyCount();
+    ASSERT_TRUE(QtTestLoop::turnUntil([&] { return eventLoop_.readyCount() > readyBefore + 4; }));
+    keyboard_->release(KEY_G);
+    keyboard_->release(KEY_LEFTMETA);
+    pressSuperG();
+    EXPECT_THAT(events(), ElementsAre("down 1", "down 2", "up 2"));
+}
+
+TEST_F(X11EventHotKeyServiceTests, MayBeDestroyedByAHandler) {
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    onEvent_ = [this](const std::string& /*event*/) { service_.reset(); };
+    pressSuperG();
+    EXPECT_TRUE(QtTestLoop::turnUntil([&] { return service_ == nullptr; }));
+    QtTestLoop::turn();
+    EXPECT_THAT(events_, ElementsAre("down 1"));
+    EXPECT_EQ(eventLoop_.watchCount(), 0);
+}
+
+TEST_F(X11EventHotKeyServiceTests, FallsSilentWhenTheServerIsLost) {
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    keyboard_.reset();
+    ASSERT_EQ(eventLoop_.watchCount(), 1);
+    server_.reset();
+    ASSERT_TRUE(QtTestLoop::turnUntil([&] { return eventLoop_.watchCount() == 0; }));
+    const int readyBefore = eventLoop_.readyCount();
+    const EventHotKeyRef mine = reference_;
+    EXPECT_NE(registerHotKey(keyF1, hotkey::cmdKey, 2), noErr);
+    EXPECT_EQ(service_->unregisterEventHotKey(mine), noErr);
+    for (int turn = 0; turn < 100; ++turn) {
+        QtTestLoop::turn();
+    }
+    EXPECT_EQ(eventLoop_.readyCount(), readyBefore);
+}
+
+TEST_F(X11EventHotKeyServiceTests, RefusesARegistrationThatFindsTheServerLost) {
+    keyboard_.reset();
+    server_.reset();
+    EXPECT_NE(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    EXPECT_TRUE(reference_.isNull());
+    EXPECT_TRUE(QtTestLoop::turnUntil([&] { return eventLoop_.watchCount() == 0; }));
+}
+
+} // namespace

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "tests/Support/WaitUntil.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <chrono>
+#include <functional>
+
+namespace testing_support {
+
+/// The toolkit's event loop on the thread of a test, turned by hand. One at a time.
+class QtTestLoop {
+  public:
+    /// Runs what is due, without waiting for more; also what was put off to a later turn, such as
+    /// the deletion of objects.
+    static void turn() {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    /// Turns the loop until `condition` holds or `limit` is over.
+    static bool turnUntil(const std::function<bool()>& condition,
+                          std::chrono::milliseconds limit = patience) {
+        return waitUntil(condition, limit, &turn);
+    }
+
+  private:
+    static inline char name_[] = "test";
+    static inline char* arguments_[] = {name_, nullptr};
+    int argumentCount_ = 1;
+    QCoreApplication application_{argumentCount_, arguments_};
+};
+
+} // namespace testing_support
