@@ -63,12 +63,14 @@ class X11DesktopPlatform final : public Platform {
     }
 
   private:
+    TerminationSignals terminationSignals_;
     QGuiApplication application_;
     QtLogSink logSink_;
     foundation::LoggerFactory loggers_{logSink_, "com.app.pastewise"};
     QtMainQueue mainQueue_;
     QtEventLoop eventLoop_;
-    TerminationSignals terminationSignals_{eventLoop_, [] { QGuiApplication::quit(); }};
+    std::unique_ptr<FileDescriptorWatch> terminationWatch_ =
+        terminationSignals_.deliver(eventLoop_, [] { QGuiApplication::quit(); });
     X11Pasteboard pasteboard_;
     std::unique_ptr<X11EventHotKeyService> eventHotKeyService_;
 };

@@ -21,29 +21,34 @@ sigset_t terminationSignals() {
 
 } // namespace
 
-TerminationSignals::TerminationSignals(EventLoop& eventLoop, std::function<void()> terminate) {
+TerminationSignals::TerminationSignals() {
     const sigset_t signals = terminationSignals();
     descriptor_ = signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
-    if (descriptor_ < 0) {
-        return; // Without a descriptor to watch the signals keep ending the process at once.
+    if (descriptor_ >= 0) { // Otherwise the signals keep ending the process at once.
+        pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     }
-    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    watch_ = eventLoop.watchReadable(
+}
+
+TerminationSignals::~TerminationSignals() {
+    if (descriptor_ >= 0) {
+        close(descriptor_);
+        const sigset_t signals = terminationSignals();
+        pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+    }
+}
+
+std::unique_ptr<FileDescriptorWatch>
+TerminationSignals::deliver(EventLoop& eventLoop, std::function<void()> terminate) const {
+    if (descriptor_ < 0) {
+        return nullptr;
+    }
+    return eventLoop.watchReadable(
         descriptor_, [descriptor = descriptor_, terminate = std::move(terminate)] {
             signalfd_siginfo received{};
             while (read(descriptor, &received, sizeof received) == sizeof received) {
                 terminate();
             }
         });
-}
-
-TerminationSignals::~TerminationSignals() {
-    watch_.reset();
-    if (descriptor_ >= 0) {
-        close(descriptor_);
-        const sigset_t signals = terminationSignals();
-        pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
-    }
 }
 
 } // namespace platform

@@ -9,19 +9,25 @@ namespace platform {
 
 /// Turns SIGTERM, SIGINT and SIGHUP into a call from the event loop, so that the program ends as it
 /// does by choice: for as long as the object lives they no longer end the process by themselves.
-/// Made on the main thread before any other thread starts, once per process.
+///
+/// Made once per process, on the main thread, before anything starts another thread: a thread that
+/// does not inherit the blocked signals would take them and end the process.
 class TerminationSignals {
   public:
-    TerminationSignals(EventLoop& eventLoop, std::function<void()> terminate);
+    TerminationSignals();
     ~TerminationSignals();
     TerminationSignals(const TerminationSignals&) = delete;
     TerminationSignals& operator=(const TerminationSignals&) = delete;
     TerminationSignals(TerminationSignals&&) = delete;
     TerminationSignals& operator=(TerminationSignals&&) = delete;
 
+    /// Has `terminate` called once for each signal, those since the construction included, until
+    /// the watch is dropped, which this object outlives. None without a descriptor to watch.
+    [[nodiscard]] std::unique_ptr<FileDescriptorWatch>
+    deliver(EventLoop& eventLoop, std::function<void()> terminate) const;
+
   private:
     int descriptor_ = -1;
-    std::unique_ptr<FileDescriptorWatch> watch_;
 };
 
 } // namespace platform

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Qt/QtMainQueue.h"
 #include "Platform/Memory/MemoryMainQueue.h"
-#include "tests/Support/QtApplication.h"
+#include "tests/Support/QtTestLoop.h"
 #include "tests/Support/WaitUntil.h"
 
 #include <gtest/gtest.h>
@@ -41,14 +41,14 @@ struct MemoryBackend final : Backend {
 };
 
 struct QtBackend final : Backend {
-    testing_support::QtApplication application;
+    testing_support::QtTestLoop loop;
     platform::QtMainQueue qtQueue;
 
     MainQueue& queue() override { return qtQueue; }
 
     bool runUntil(const std::function<bool()>& condition,
                   std::chrono::milliseconds limit) override {
-        return testing_support::waitUntil(condition, limit, testing_support::turnQtEventLoop);
+        return testing_support::waitUntil(condition, limit, testing_support::QtTestLoop::turn);
     }
 };
 

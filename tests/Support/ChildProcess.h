@@ -19,11 +19,11 @@ class ChildProcess {
   public:
     struct Options {
         /// Set on top of the test's own environment; an empty value removes the variable.
-        std::map<std::string, std::string> environment;
+        std::map<std::string, std::string> environment = {};
         /// Handed to the program as its standard input, which then ends.
-        std::string standardInput;
+        std::string standardInput = {};
         /// A file to use as standard output instead of collecting it.
-        std::string standardOutputFile;
+        std::string standardOutputFile = {};
     };
 
     explicit ChildProcess(const std::vector<std::string>& command);

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Qt/QtEventLoop.h"
 #include "Platform/Linux/TerminationSignals.h"
-#include "tests/Support/QtApplication.h"
+#include "tests/Support/QtTestLoop.h"
 #include "tests/Support/WaitUntil.h"
 
 #include <gtest/gtest.h>
@@ -11,24 +11,26 @@ namespace {
 
 class TerminationSignalsTests : public testing::TestWithParam<int> {
   protected:
-    testing_support::QtApplication application;
+    testing_support::QtTestLoop loop;
     platform::QtEventLoop eventLoop;
 };
 
 TEST_P(TerminationSignalsTests, AreDeliveredByTheEventLoopInsteadOfEndingTheProcess) {
     int count = 0;
-    const platform::TerminationSignals signals(eventLoop, [&] { ++count; });
+    const platform::TerminationSignals signals;
+    const auto watch = signals.deliver(eventLoop, [&] { ++count; });
     ASSERT_EQ(std::raise(GetParam()), 0);
     EXPECT_EQ(count, 0);
     EXPECT_TRUE(testing_support::waitUntil(
-        [&] { return count == 1; }, testing_support::patience, testing_support::turnQtEventLoop));
+        [&] { return count == 1; }, testing_support::patience, testing_support::QtTestLoop::turn));
 }
 
 TEST_P(TerminationSignalsTests, EndTheProcessAgainOnceNobodyCatchesThem) {
     EXPECT_EXIT(
         {
             {
-                const platform::TerminationSignals signals(eventLoop, [] {});
+                const platform::TerminationSignals signals;
+                const auto watch = signals.deliver(eventLoop, [] {});
             }
             static_cast<void>(std::raise(GetParam()));
         },
@@ -36,9 +38,21 @@ TEST_P(TerminationSignalsTests, EndTheProcessAgainOnceNobodyCatchesThem) {
         "");
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Each, TerminationSignalsTests, testing::Values(SIGTERM, SIGINT, SIGHUP), [](const auto& signal) {
-        return signal.param == SIGTERM ? "SIGTERM" : signal.param == SIGINT ? "SIGINT" : "SIGHUP";
-    });
+TEST_P(TerminationSignalsTests, AreDeliveredAlsoWhenTheyCameBeforeAnybodyListened) {
+    int count = 0;
+    const platform::TerminationSignals signals;
+    ASSERT_EQ(std::raise(GetParam()), 0);
+    const auto watch = signals.deliver(eventLoop, [&] { ++count; });
+    EXPECT_TRUE(loop.turnUntil([&] { return count == 1; }));
+}
+
+INSTANTIATE_TEST_SUITE_P(Each,
+                         TerminationSignalsTests,
+                         testing::Values(SIGTERM, SIGINT, SIGHUP),
+                         [](const auto& signal) {
+                             return signal.param == SIGTERM  ? "SIGTERM"
+                                    : signal.param == SIGINT ? "SIGINT"
+                                                             : "SIGHUP";
+                         });
 
 } // namespace

@@ -1,0 +1,360 @@
+#include "tests/Support/ChildProcess.h"
+#include "tests/Support/DesktopSession.h"
+#include "tests/Support/FakeKeyboard.h"
+#include "tests/Support/WaitUntil.h"
+
+#include <gtest/gtest.h>
+#include <linux/input-event-codes.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+using testing_support::ChildProcess;
+using testing_support::waitUntil;
+
+constexpr std::string_view wroteMessage = "Successfully wrote to clipboard";
+constexpr std::string_view noTextMessage = "No text found in clipboard";
+
+std::size_t countOf(std::string_view text, std::string_view part) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(part); at != std::string_view::npos;
+         at = text.find(part, at + part.size())) {
+        ++count;
+    }
+    return count;
+}
+
+/// The program itself on a desktop of its own, with other programs around it and real keys.
+class ProgramTests : public testing::Test {
+  protected:
+    void startProgram() {
+        auto environment = session.environment();
+        environment["QT_FORCE_STDERR_LOGGING"] = "1";
+        environment["QT_LOGGING_RULES"] = "com.app.pastewise.*=true";
+        program = std::make_unique<ChildProcess>(std::vector<std::string>{PASTEWISE_PROGRAM},
+                                                 ChildProcess::Options{.environment = environment});
+        ASSERT_TRUE(program->waitForOutput("Application launched successfully"))
+            << program->standardError();
+    }
+
+    /// Starts a program that owns the clipboard: see ClipboardOwner.cpp.
+    std::unique_ptr<ChildProcess> startOwner(std::vector<std::string> arguments,
+                                             const std::string& standardInput = {}) {
+        arguments.insert(arguments.begin(), PASTEWISE_CLIPBOARD_OWNER);
+        auto owner = std::make_unique<ChildProcess>(
+            arguments,
+            ChildProcess::Options{.environment = session.environment(),
+                                  .standardInput = standardInput});
+        EXPECT_TRUE(owner->waitForOutput("ready")) << owner->standardError();
+        return owner;
+    }
+
+    /// What another program receives when it asks the clipboard for `target`.
+    std::string paste(const std::string& target) {
+        ChildProcess reader({PASTEWISE_CLIPBOARD_READER, "get", target},
+                            {.environment = session.environment()});
+        EXPECT_EQ(reader.waitForExit(), 0) << target << ": " << reader.standardError();
+        return reader.standardOutput();
+    }
+
+    void pressShortcut() { keyboard.tapTogether({KEY_LEFTMETA, KEY_G}); }
+
+    [[nodiscard]] std::size_t logged(std::string_view message) {
+        return countOf(program->standardError(), message);
+    }
+
+    [[nodiscard]] bool waitForLog(std::string_view message, std::size_t count = 1) {
+        return waitUntil([&] { return logged(message) >= count; });
+    }
+
+    /// Presses the shortcut and waits for the conversion to succeed.
+    void convert() {
+        const std::size_t before = logged(wroteMessage);
+        pressShortcut();
+        ASSERT_TRUE(waitForLog(wroteMessage, before + 1)) << program->standardError();
+    }
+
+    /// Presses the shortcut, which must not convert, and expects the clipboard with its owner.
+    void expectNoText(ChildProcess& owner) {
+        pressShortcut();
+        EXPECT_TRUE(waitForLog(noTextMessage)) << program->standardError();
+        EXPECT_EQ(logged(wroteMessage), 0U);
+        EXPECT_EQ(owner.standardOutput().find("lost"), std::string::npos);
+        EXPECT_TRUE(owner.isRunning());
+    }
+
+    void runTool(const std::vector<std::string>& command) {
+        ChildProcess tool(command, {.environment = session.environment()});
+        ASSERT_EQ(tool.waitForExit(), 0) << tool.standardError();
+    }
+
+    testing_support::DesktopSession session;
+    testing_support::FakeKeyboard keyboard{session.display()};
+    std::unique_ptr<ChildProcess> program;
+};
+
+TEST_F(ProgramTests, OneKeyPressTurnsWhatAnotherProgramCopiedIntoASheet) {
+    startProgram();
+    const auto owner = startOwner({"normal", "--text", "• Buy milk\n\n2. Call Ann"});
+    convert();
+    EXPECT_TRUE(owner->waitForOutput("lost"));
+    EXPECT_EQ(paste("UTF8_STRING"), "Buy milk\nCall Ann");
+    EXPECT_EQ(paste("text/plain;charset=utf-8"), "Buy milk\nCall Ann");
+
+    ChildProcess filter({PASTEWISE_CONVERT}, {.standardInput = "• Buy milk\n\n2. Call Ann"});
+    EXPECT_EQ(filter.waitForExit(), 0);
+    EXPECT_EQ(paste("text/html"), filter.standardOutput());
+}
+
+TEST_F(ProgramTests, ConvertsAnEmptyTextToASheetWithoutRows) {
+    startProgram();
+    const auto owner = startOwner({"empty"});
+    convert();
+    EXPECT_EQ(paste("UTF8_STRING"), "");
+    EXPECT_NE(paste("text/html").find("\"rowCount\": 0,"), std::string::npos);
+}
+
+TEST_F(ProgramTests, RepairsIllFormedTextInsteadOfPassingItOn) {
+    startProgram();
+    const auto owner = startOwner({"ill-formed"});
+    convert();
+    EXPECT_EQ(paste("UTF8_STRING"), "a\uFFFD\uFFFD(b");
+}
+
+TEST_F(ProgramTests, OneConversionIsOneChangeOfOwnershipWithBothTextsAtOnce) {
+    startProgram();
+    const auto owner = startOwner({"normal"});
+    ChildProcess watcher({PASTEWISE_CLIPBOARD_READER, "changes"},
+                         {.environment = session.environment()});
+    ASSERT_TRUE(watcher.waitForOutput("ready"));
+    convert();
+    ASSERT_TRUE(watcher.waitForOutput("change 1:"));
+    convert();
+    ASSERT_TRUE(watcher.waitForOutput("change 2:"));
+    // The watcher has been told of every change before its own request is answered.
+    EXPECT_EQ(paste("UTF8_STRING"), "milk\nbread");
+    EXPECT_EQ(countOf(watcher.standardOutput(), "change "), 2U);
+    EXPECT_EQ(countOf(watcher.standardOutput(), " text/html"), 2U);
+}
+
+TEST_F(ProgramTests, AHeldKeyConvertsOnce) {
+    startProgram();
+    const auto owner = startOwner({"normal"});
+    keyboard.press(KEY_LEFTMETA);
+    keyboard.press(KEY_G);
+    ASSERT_TRUE(waitForLog(wroteMessage));
+    // Long enough for the server to repeat the key: it begins to after 660 ms, 25 times a second.
+    EXPECT_FALSE(waitUntil([this] { return logged("Global shortcut triggered") > 1; },
+                           std::chrono::milliseconds(1500)));
+    keyboard.release(KEY_G);
+    keyboard.release(KEY_LEFTMETA);
+    convert();
+    EXPECT_EQ(logged("Global shortcut triggered"), 2U);
+}
+
+TEST_F(ProgramTests, ConvertsWithCapsLockAndNumLockOn) {
+    startProgram();
+    const auto owner = startOwner({"normal"});
+    keyboard.tap(KEY_CAPSLOCK);
+    convert();
+    keyboard.tap(KEY_NUMLOCK);
+    convert();
+    keyboard.tap(KEY_CAPSLOCK);
+    convert();
+}
+
+class LayoutTests : public ProgramTests, public testing::WithParamInterface<const char*> {};
+
+TEST_P(LayoutTests, TheShortcutStaysOnItsKeyWhenTheLayoutWasThereBefore) {
+    runTool({"setxkbmap", GetParam()});
+    startProgram();
+    const auto owner = startOwner({"normal"});
+    convert();
+}
+
+TEST_P(LayoutTests, TheShortcutStaysOnItsKeyWhenTheLayoutChangesWhileItRuns) {
+    startProgram();
+    const auto owner = startOwner({"normal"});
+    convert();
+    runTool({"setxkbmap", GetParam()});
+    convert();
+    runTool({"setxkbmap", "us"});
+    convert();
+}
+
+INSTANTIATE_TEST_SUITE_P(Each,
+                         LayoutTests,
+                         testing::Values("de", "fr", "ru"),
+                         [](const auto& layout) { return std::string(layout.param); });
+
+class TextlessOwnerTests : public ProgramTests, public testing::WithParamInterface<const char*> {};
+
+TEST_P(TextlessOwnerTests, TheClipboardStaysAsItWasAndTheNextConversionWorks) {
+    startProgram();
+    {
+        const auto owner = startOwner({GetParam()});
+        expectNoText(*owner);
+    }
+    const auto owner = startOwner({"normal"});
+    convert();
+    EXPECT_EQ(paste("UTF8_STRING"), "milk\nbread");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Each,
+    TextlessOwnerTests,
+    testing::Values("refuse", "refuse-text", "hang", "hang-text", "stall", "image", "files"),
+    [](const auto& mode) {
+        std::string name = mode.param;
+        name.erase(std::remove(name.begin(), name.end(), '-'), name.end());
+        return name;
+    });
+
+TEST_F(ProgramTests, NothingOnTheClipboardIsReportedAsNoText) {
+    startProgram();
+    pressShortcut();
+    EXPECT_TRUE(waitForLog(noTextMessage));
+    EXPECT_TRUE(waitForLog("Clipboard read failed: empty or non-text content"));
+}
+
+TEST_F(ProgramTests, ConvertsAHundredThousandLines) {
+    startProgram();
+    std::string list;
+    std::string cleaned;
+    for (int i = 0; i < 100'000; ++i) {
+        list += std::to_string(i) + ". task & more " + std::to_string(i) + "\n";
+        cleaned += (i > 0 ? "\n" : "") + std::string("task & more ") + std::to_string(i);
+    }
+    const auto owner = startOwner({"normal", "--text", "-"}, list);
+    convert();
+    EXPECT_TRUE(paste("UTF8_STRING") == cleaned);
+    const std::string html = paste("text/html");
+    EXPECT_EQ(countOf(html, "<tr "), 100'000U);
+    EXPECT_NE(html.find("\"rowCount\": 100000,"), std::string::npos);
+}
+
+TEST_F(ProgramTests, NeverWritesWhatWasCopiedToTheLog) {
+    startProgram();
+    const auto owner = startOwner({"normal", "--text", "• 1. swordfish\nswordfish"});
+    convert();
+    EXPECT_EQ(countOf(program->standardError(), "swordfish"), 0U);
+    EXPECT_EQ(countOf(program->standardError(), "<private>"), 3U);
+}
+
+TEST_F(ProgramTests, AShortcutThatAnotherProgramHasIsSilentlyNotTaken) {
+    startProgram();
+    ChildProcess second({PASTEWISE_PROGRAM}, {.environment = session.environment()});
+    const auto owner = startOwner({"normal"});
+    convert();
+    EXPECT_TRUE(second.isRunning());
+    EXPECT_EQ(second.standardError(), "");
+    EXPECT_EQ(logged("Global shortcut triggered"), 1U);
+}
+
+class EndTests : public ProgramTests, public testing::WithParamInterface<int> {};
+
+TEST_P(EndTests, EndsCleanlyAtASignalAndLetsTheShortcutGo) {
+    startProgram();
+    const auto owner = startOwner({"normal"});
+    convert();
+    program->sendSignal(GetParam());
+    EXPECT_EQ(program->waitForExit(), 0) << program->standardError();
+    startProgram();
+    const auto newOwner = startOwner({"normal"});
+    convert();
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, EndTests, testing::Values(SIGTERM, SIGINT), [](const auto& signal) {
+    return signal.param == SIGTERM ? "SIGTERM" : "SIGINT";
+});
+
+TEST_F(ProgramTests, WhatWasConvertedOutlivesTheProgramWhereAClipboardManagerRuns) {
+    ChildProcess manager({"xfsettingsd", "--no-daemon"}, {.environment = session.environment()});
+    ASSERT_TRUE(waitUntil([this] {
+        ChildProcess query({PASTEWISE_CLIPBOARD_READER,
+                            "targets",
+                            "--selection",
+                            "CLIPBOARD_MANAGER",
+                            "--timeout",
+                            "1000"},
+                           {.environment = session.environment()});
+        return query.waitForExit() == 0;
+    })) << manager.standardError();
+    startProgram();
+    const auto owner = startOwner({"normal", "--text", "- tea\n- cake"});
+    convert();
+    const std::string html = paste("text/html");
+    program->sendSignal(SIGTERM);
+    ASSERT_EQ(program->waitForExit(), 0) << program->standardError();
+    EXPECT_EQ(paste("UTF8_STRING"), "tea\ncake");
+    EXPECT_EQ(paste("text/html"), html);
+}
+
+TEST_F(ProgramTests, SaysSoAndEndsWhenThereIsNoDisplay) {
+    for (const char* display : {"", ":987654"}) {
+        auto environment = session.environment();
+        environment["DISPLAY"] = display;
+        ChildProcess displayless({PASTEWISE_PROGRAM}, {.environment = environment});
+        EXPECT_EQ(displayless.waitForExit(), 1);
+        EXPECT_EQ(countOf(displayless.standardError(), "\n"), 1U) << displayless.standardError();
+        EXPECT_TRUE(displayless.standardError().starts_with("pastewise: "));
+    }
+}
+
+TEST_F(ProgramTests, EndsWithoutACrashWhenTheXServerGoes) {
+    startProgram();
+    session.killXServer();
+    const auto exitCode = program->waitForExit();
+    ASSERT_TRUE(exitCode.has_value());
+    EXPECT_LT(*exitCode, 128) << program->standardError();
+}
+
+/// What the process holds, from the kernel's accounts.
+struct Holdings {
+    std::int64_t privateKilobytes = 0;
+    std::int64_t fileDescriptors = 0;
+};
+
+Holdings holdingsOf(pid_t process) {
+    const std::filesystem::path folder = "/proc/" + std::to_string(process);
+    Holdings holdings;
+    std::ifstream rollup(folder / "smaps_rollup");
+    for (std::string line; std::getline(rollup, line);) {
+        if (line.starts_with("Private_")) {
+            holdings.privateKilobytes += std::stoll(line.substr(line.find(':') + 1));
+        }
+    }
+    holdings.fileDescriptors = std::distance(std::filesystem::directory_iterator(folder / "fd"),
+                                             std::filesystem::directory_iterator());
+    return holdings;
+}
+
+TEST_F(ProgramTests, AThousandConversionsLeaveNothingBehind) {
+    startProgram();
+    const auto owner = startOwner({"normal", "--size", "100000"});
+    const auto convertTimes = [this](int times) {
+        for (int i = 0; i < times; ++i) {
+            convert();
+        }
+    };
+    convertTimes(100);
+    const Holdings before = holdingsOf(program->id());
+    convertTimes(1000);
+    const Holdings after = holdingsOf(program->id());
+    EXPECT_GT(before.privateKilobytes, 0);
+    EXPECT_EQ(after.fileDescriptors, before.fileDescriptors);
+    if constexpr (!PASTEWISE_IS_SANITIZED) { // The sanitizer keeps what is freed for a while.
+        EXPECT_LT(after.privateKilobytes - before.privateKilobytes, 1024);
+    }
+}
+
+} // namespace
