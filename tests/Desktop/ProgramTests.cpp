@@ -1,106 +1,27 @@
-#include "tests/Support/ChildProcess.h"
-#include "tests/Support/DesktopSession.h"
-#include "tests/Support/FakeKeyboard.h"
-#include "tests/Support/WaitUntil.h"
+#include "tests/Desktop/ProgramTest.h"
 
 #include <gtest/gtest.h>
 #include <linux/input-event-codes.h>
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace {
 
+using program_test::countOf;
+using program_test::noTextMessage;
+using program_test::ProgramTest;
+using program_test::wroteMessage;
 using testing_support::ChildProcess;
 using testing_support::waitUntil;
 
-constexpr std::string_view wroteMessage = "Successfully wrote to clipboard";
-constexpr std::string_view noTextMessage = "No text found in clipboard";
-
-std::size_t countOf(std::string_view text, std::string_view part) {
-    std::size_t count = 0;
-    for (std::size_t at = text.find(part); at != std::string_view::npos;
-         at = text.find(part, at + part.size())) {
-        ++count;
-    }
-    return count;
-}
-
-/// The program itself on a desktop of its own, with other programs around it and real keys.
-class ProgramTests : public testing::Test {
-  protected:
-    void startProgram() {
-        auto environment = session.environment();
-        environment["QT_FORCE_STDERR_LOGGING"] = "1";
-        environment["QT_LOGGING_RULES"] = "com.app.pastewise.*=true";
-        program = std::make_unique<ChildProcess>(std::vector<std::string>{PASTEWISE_PROGRAM},
-                                                 ChildProcess::Options{.environment = environment});
-        ASSERT_TRUE(program->waitForOutput("Application launched successfully"))
-            << program->standardError();
-    }
-
-    /// Starts a program that owns the clipboard: see ClipboardOwner.cpp.
-    std::unique_ptr<ChildProcess> startOwner(std::vector<std::string> arguments,
-                                             const std::string& standardInput = {}) {
-        arguments.insert(arguments.begin(), PASTEWISE_CLIPBOARD_OWNER);
-        auto owner = std::make_unique<ChildProcess>(
-            arguments,
-            ChildProcess::Options{.environment = session.environment(),
-                                  .standardInput = standardInput});
-        EXPECT_TRUE(owner->waitForOutput("ready")) << owner->standardError();
-        return owner;
-    }
-
-    /// What another program receives when it asks the clipboard for `target`.
-    std::string paste(const std::string& target) {
-        ChildProcess reader({PASTEWISE_CLIPBOARD_READER, "get", target},
-                            {.environment = session.environment()});
-        EXPECT_EQ(reader.waitForExit(), 0) << target << ": " << reader.standardError();
-        return reader.standardOutput();
-    }
-
-    void pressShortcut() { keyboard.tapTogether({KEY_LEFTMETA, KEY_G}); }
-
-    [[nodiscard]] std::size_t logged(std::string_view message) {
-        return countOf(program->standardError(), message);
-    }
-
-    [[nodiscard]] bool waitForLog(std::string_view message, std::size_t count = 1) {
-        return waitUntil([&] { return logged(message) >= count; });
-    }
-
-    /// Presses the shortcut and waits for the conversion to succeed.
-    void convert() {
-        const std::size_t before = logged(wroteMessage);
-        pressShortcut();
-        ASSERT_TRUE(waitForLog(wroteMessage, before + 1)) << program->standardError();
-    }
-
-    /// Presses the shortcut, which must not convert, and expects the clipboard with its owner.
-    void expectNoText(ChildProcess& owner) {
-        pressShortcut();
-        EXPECT_TRUE(waitForLog(noTextMessage)) << program->standardError();
-        EXPECT_EQ(logged(wroteMessage), 0U);
-        EXPECT_EQ(owner.standardOutput().find("lost"), std::string::npos);
-        EXPECT_TRUE(owner.isRunning());
-    }
-
-    void runTool(const std::vector<std::string>& command) {
-        ChildProcess tool(command, {.environment = session.environment()});
-        ASSERT_EQ(tool.waitForExit(), 0) << tool.standardError();
-    }
-
-    testing_support::DesktopSession session;
-    testing_support::FakeKeyboard keyboard{session.display()};
-    std::unique_ptr<ChildProcess> program;
-};
+class ProgramTests : public ProgramTest {};
 
 TEST_F(ProgramTests, OneKeyPressTurnsWhatAnotherProgramCopiedIntoASheet) {
     startProgram();

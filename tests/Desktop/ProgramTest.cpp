@@ -1,0 +1,76 @@
+#include "tests/Desktop/ProgramTest.h"
+
+#include <linux/input-event-codes.h>
+
+namespace program_test {
+
+using testing_support::ChildProcess;
+using testing_support::waitUntil;
+
+std::size_t countOf(std::string_view text, std::string_view part) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(part); at != std::string_view::npos;
+         at = text.find(part, at + part.size())) {
+        ++count;
+    }
+    return count;
+}
+
+void ProgramTest::startProgram() {
+    auto environment = session.environment();
+    environment["QT_FORCE_STDERR_LOGGING"] = "1";
+    environment["QT_LOGGING_RULES"] = "com.app.pastewise.*=true";
+    program = std::make_unique<ChildProcess>(std::vector<std::string>{PASTEWISE_PROGRAM},
+                                             ChildProcess::Options{.environment = environment});
+    ASSERT_TRUE(program->waitForOutput("Application launched successfully"))
+        << program->standardError();
+}
+
+std::unique_ptr<ChildProcess> ProgramTest::startOwner(std::vector<std::string> arguments,
+                                                      const std::string& standardInput) {
+    arguments.insert(arguments.begin(), PASTEWISE_CLIPBOARD_OWNER);
+    auto owner =
+        std::make_unique<ChildProcess>(arguments,
+                                       ChildProcess::Options{.environment = session.environment(),
+                                                             .standardInput = standardInput});
+    EXPECT_TRUE(owner->waitForOutput("ready")) << owner->standardError();
+    return owner;
+}
+
+std::string ProgramTest::paste(const std::string& target) {
+    return runTool({PASTEWISE_CLIPBOARD_READER, "get", target});
+}
+
+void ProgramTest::pressShortcut() {
+    keyboard.tapTogether({KEY_LEFTMETA, KEY_G});
+}
+
+std::size_t ProgramTest::logged(std::string_view message) {
+    return countOf(program->standardError(), message);
+}
+
+bool ProgramTest::waitForLog(std::string_view message, std::size_t count) {
+    return waitUntil([&] { return logged(message) >= count; });
+}
+
+void ProgramTest::convert() {
+    const std::size_t before = logged(wroteMessage);
+    pressShortcut();
+    ASSERT_TRUE(waitForLog(wroteMessage, before + 1)) << program->standardError();
+}
+
+void ProgramTest::expectNoText(ChildProcess& owner) {
+    pressShortcut();
+    EXPECT_TRUE(waitForLog(noTextMessage)) << program->standardError();
+    EXPECT_EQ(logged(wroteMessage), 0U);
+    EXPECT_EQ(owner.standardOutput().find("lost"), std::string::npos);
+    EXPECT_TRUE(owner.isRunning());
+}
+
+std::string ProgramTest::runTool(const std::vector<std::string>& command) {
+    ChildProcess tool(command, {.environment = session.environment()});
+    EXPECT_EQ(tool.waitForExit(), 0) << command.front() << ": " << tool.standardError();
+    return tool.standardOutput();
+}
+
+} // namespace program_test

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "tests/Support/ChildProcess.h"
+#include "tests/Support/DesktopSession.h"
+#include "tests/Support/FakeKeyboard.h"
+#include "tests/Support/WaitUntil.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace program_test {
+
+inline constexpr std::string_view wroteMessage = "Successfully wrote to clipboard";
+inline constexpr std::string_view noTextMessage = "No text found in clipboard";
+
+/// How often `part` stands in `text`.
+[[nodiscard]] std::size_t countOf(std::string_view text, std::string_view part);
+
+/// The program itself on a desktop of its own, with other programs around it and real keys.
+class ProgramTest : public testing::Test {
+  protected:
+    /// Returns once the program waits for its shortcut.
+    void startProgram();
+
+    /// Starts a program that owns the clipboard: see ClipboardOwner.cpp.
+    [[nodiscard]] std::unique_ptr<testing_support::ChildProcess>
+    startOwner(std::vector<std::string> arguments, const std::string& standardInput = {});
+
+    /// What another program receives when it asks the clipboard for `target`.
+    [[nodiscard]] std::string paste(const std::string& target);
+
+    void pressShortcut();
+
+    /// How often the message stands in the program's log so far.
+    [[nodiscard]] std::size_t logged(std::string_view message);
+
+    [[nodiscard]] bool waitForLog(std::string_view message, std::size_t count = 1);
+
+    /// Presses the shortcut and waits for the conversion to succeed.
+    void convert();
+
+    /// Presses the shortcut, which must not convert, and expects the clipboard with its owner.
+    void expectNoText(testing_support::ChildProcess& owner);
+
+    /// Runs a command to its end, which must be a success, and returns what it printed.
+    std::string runTool(const std::vector<std::string>& command);
+
+    testing_support::DesktopSession session;
+    testing_support::FakeKeyboard keyboard{session.display()};
+    std::unique_ptr<testing_support::ChildProcess> program;
+};
+
+} // namespace program_test
