@@ -8,6 +8,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <thread>
 
@@ -52,14 +53,16 @@ struct QtBackend final : Backend {
     }
 };
 
-template <typename Type>
-std::unique_ptr<Backend> make() {
-    return std::make_unique<Type>();
+struct BackendMaker {
+    const char* name;
+    std::unique_ptr<Backend> (*make)();
+};
+
+void PrintTo(const BackendMaker& maker, std::ostream* out) {
+    *out << maker.name;
 }
 
-using Maker = std::unique_ptr<Backend> (*)();
-
-class MainQueueContract : public testing::TestWithParam<Maker> {
+class MainQueueContract : public testing::TestWithParam<BackendMaker> {
   protected:
     std::shared_ptr<WorkItem> note(char mark) {
         return std::make_shared<WorkItem>([this, mark] { notes += mark; });
@@ -69,7 +72,7 @@ class MainQueueContract : public testing::TestWithParam<Maker> {
         return backend->runUntil([&] { return notes.size() >= count; }, testing_support::patience);
     }
 
-    std::unique_ptr<Backend> backend = GetParam()();
+    std::unique_ptr<Backend> backend = GetParam().make();
     MainQueue& queue = backend->queue();
     std::string notes;
 };
@@ -107,8 +110,17 @@ TEST_P(MainQueueContract, KnowsTheMainThread) {
     EXPECT_TRUE(queue.isMainThread());
 }
 
-INSTANTIATE_TEST_SUITE_P(Memory, MainQueueContract, testing::Values(make<MemoryBackend>));
-INSTANTIATE_TEST_SUITE_P(Qt, MainQueueContract, testing::Values(make<QtBackend>));
+INSTANTIATE_TEST_SUITE_P(OfEachBackend,
+                         MainQueueContract,
+                         testing::Values(BackendMaker{"Memory",
+                                                      []() -> std::unique_ptr<Backend> {
+                                                          return std::make_unique<MemoryBackend>();
+                                                      }},
+                                         BackendMaker{"Qt",
+                                                      []() -> std::unique_ptr<Backend> {
+                                                          return std::make_unique<QtBackend>();
+                                                      }}),
+                         [](const auto& maker) { return std::string(maker.param.name); });
 
 TEST(QtMainQueueTests, RunsWorkFromAnotherThreadOnTheMainOne) {
     QtBackend backend;
