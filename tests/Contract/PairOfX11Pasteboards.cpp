@@ -52,7 +52,7 @@ bool receiveAll(int descriptor, void* bytes, std::size_t size) {
 }
 
 /// The life of the writing process: carries out orders until the other process closes its end.
-[[noreturn]] void writeUntilTheEnd(const std::string& display, int descriptor) {
+void writeUntilTheEnd(const std::string& display, int descriptor) {
     X11PasteboardOnALoop world(display);
     const auto carryOut = [&] {
         Order order;
@@ -75,7 +75,6 @@ bool receiveAll(int descriptor, void* bytes, std::size_t size) {
     };
     const auto watch = world.loop().watchReadable(descriptor, carryOut);
     QCoreApplication::exec();
-    _exit(1);
 }
 
 bool give(int descriptor, const Order& order, std::string_view text) {
@@ -100,6 +99,7 @@ PairOfX11Pasteboards::PairOfX11Pasteboards() {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         close(ends[0]);
         writeUntilTheEnd(server_.display(), ends[1]);
+        _exit(1);
     }
     close(ends[1]);
     descriptor_ = ends[0];

@@ -207,7 +207,7 @@ class Owner {
     using Place = std::pair<xcb_window_t, xcb_atom_t>;
 
     struct Transfer {
-        xcb_atom_t type;
+        xcb_atom_t type = XCB_ATOM_NONE;
         std::string bytes;
         std::size_t sentCount = 0;
     };

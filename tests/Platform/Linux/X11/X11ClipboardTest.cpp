@@ -11,7 +11,7 @@ using foundation::TextBuffer;
 using platform::PasteboardType;
 
 X11ClipboardTest::X11ClipboardTest() {
-    limits_.silence = std::chrono::milliseconds(500);
+    limits_.silence = patience;
 }
 
 void X11ClipboardTest::TearDown() {

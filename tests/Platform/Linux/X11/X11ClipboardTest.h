@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -61,6 +62,10 @@ class X11ClipboardTest : public testing::Test {
     std::optional<std::string> readElsewhere(const std::string& target);
 
     bool turnUntil(const std::function<bool()>& condition);
+
+    /// Has the pasteboard that open() makes give up soon. Otherwise it is as patient as the tests,
+    /// so that a busy machine is not taken for a program that hangs.
+    void beImpatient() { limits_.silence = std::chrono::milliseconds(500); }
 
     [[nodiscard]] bool hasLogged(std::string_view message) const;
 

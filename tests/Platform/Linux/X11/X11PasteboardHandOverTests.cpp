@@ -62,6 +62,7 @@ TEST_F(X11PasteboardHandOverTests, LeavesLongTextsToTheClipboardManager) {
 
 TEST_F(X11PasteboardHandOverTests, GivesUpAClipboardManagerThatHangs) {
     const Program manager = startOwner({"manager-hang"});
+    beImpatient();
     open();
     ASSERT_TRUE(convert("list", "<b>list</b>"));
     const auto start = std::chrono::steady_clock::now();
@@ -69,6 +70,21 @@ TEST_F(X11PasteboardHandOverTests, GivesUpAClipboardManagerThatHangs) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, testing_support::patience);
     EXPECT_TRUE(hasLogged("The clipboard manager does not answer"));
     EXPECT_TRUE(manager->waitForOutput("asked SAVE_TARGETS"));
+}
+
+TEST_F(X11PasteboardHandOverTests, DoesNotWaitForAHangingManagerWhileOthersGoOnAsking) {
+    const Program manager = startOwner({"manager-hang"});
+    beImpatient();
+    open();
+    ASSERT_TRUE(convert("list", "<b>list</b>"));
+    const std::string reading = std::string(CLIPBOARD_READER) + " get UTF8_STRING; echo done";
+    ChildProcess others({"sh", "-c", "while sleep 0.1; do " + reading + "; done"},
+                        ChildProcess::Options{server_->environment(), {}, {}});
+    ASSERT_TRUE(turnUntilOutput(others, "done"));
+    const auto start = std::chrono::steady_clock::now();
+    pasteboard_->handOver();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, testing_support::patience);
+    EXPECT_TRUE(hasLogged("The clipboard manager does not answer"));
 }
 
 TEST_F(X11PasteboardHandOverTests, DoesNotWaitWhereThereIsNoClipboardManager) {

@@ -27,6 +27,7 @@ class X11PasteboardReadingTests : public testing_support::X11ClipboardTest {
     /// that it still owns what it owned.
     void expectNoText(const std::vector<std::string>& ownerArguments) {
         const Program owner = startOwner(ownerArguments);
+        beImpatient();
         open();
         const auto start = std::chrono::steady_clock::now();
         EXPECT_EQ(readString(), std::nullopt);
@@ -186,6 +187,7 @@ TEST_F(X11PasteboardReadingTests, GivesUpAnOwnerThatStallsInTheMiddleOfATransfer
 TEST_F(X11PasteboardReadingTests, WaitsForASlowTransferForAsLongAsItGoesOn) {
     const std::string text = generatedText(100);
     const Program owner = startOwner({"slow", "--size", "100", "--chunk", "10", "--delay", "100"});
+    beImpatient();
     open();
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(readString(), text);
@@ -208,6 +210,7 @@ TEST_F(X11PasteboardReadingTests, GivesUpWhenTheOwnerChangesInTheMiddleOfATransf
 
 TEST_F(X11PasteboardReadingTests, NeverTakesALateAnswerForTheAnswerToTheNextQuestion) {
     const Program late = startOwner({"late-text", "--delay", "900", "--text", "too late"});
+    beImpatient();
     open();
     EXPECT_EQ(readString(), std::nullopt);
     const Program next =

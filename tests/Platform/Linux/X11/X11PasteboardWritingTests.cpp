@@ -8,6 +8,7 @@
 #include <xcb/xcb.h>
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstring>
 #include <sstream>
@@ -220,9 +221,9 @@ TEST_F(X11PasteboardWritingTests, ServesManyReceiversAtOnce) {
     limits_.chunkSize = 1000;
     open();
     ASSERT_TRUE(convert(generatedText(megabyte), "<b></b>"));
-    std::vector<Program> readers;
-    for (int i = 0; i < 8; ++i) {
-        readers.push_back(startReader({"get", i % 2 == 0 ? "UTF8_STRING" : "STRING"}));
+    std::array<Program, 8> readers;
+    for (std::size_t i = 0; i < readers.size(); ++i) {
+        readers.at(i) = startReader({"get", i % 2 == 0 ? "UTF8_STRING" : "STRING"});
     }
     for (const Program& reader : readers) {
         ASSERT_EQ(turnUntilEnd(*reader), 0);

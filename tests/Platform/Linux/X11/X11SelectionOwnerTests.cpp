@@ -31,7 +31,7 @@ class X11SelectionOwnerTests : public testing::Test {
     std::weak_ptr<const TextBuffer> ownLongText() {
         EXPECT_TRUE(owner_.acquire());
         auto text = std::make_shared<const TextBuffer>(generatedText(100'000));
-        const std::weak_ptr<const TextBuffer> observed = text;
+        std::weak_ptr<const TextBuffer> observed = text;
         owner_.hold(PasteboardType::string, std::move(text));
         return observed;
     }
