@@ -63,7 +63,7 @@ enum class Key : std::uint8_t {
 
     space,
     tab,
-    return_,
+    return_, // NOLINT(readability-identifier-naming): a keyword
 
     command,
     rightCommand,
@@ -126,7 +126,7 @@ enum class Key : std::uint8_t {
     keypadPlus,
 
     escape,
-    delete_,
+    delete_, // NOLINT(readability-identifier-naming): a keyword
     forwardDelete,
     help,
     volumeUp,

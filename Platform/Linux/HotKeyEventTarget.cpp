@@ -37,10 +37,10 @@ void HotKeyEventTarget::send(std::uint32_t kind, hotkey::EventHotKeyID hotKeyID)
     Event event{.kind = kind, .hotKeyID = hotKeyID};
     const hotkey::EventTypeSpec type{.eventClass = hotkey::kEventClassKeyboard, .eventKind = kind};
     // A copy: a handler may install another one, or destroy this object with all of them.
-    const std::vector<Installation> installations = installations_;
-    for (auto next = installations.rbegin(); next != installations.rend(); ++next) {
-        if (std::find(next->types.begin(), next->types.end(), type) != next->types.end() &&
-            next->handler({}, {&event}, next->userData) != hotkey::eventNotHandledErr) {
+    const std::vector<Installation> newestFirst(installations_.rbegin(), installations_.rend());
+    for (const auto& [handler, types, userData] : newestFirst) {
+        if (std::find(types.begin(), types.end(), type) != types.end() &&
+            handler({}, {&event}, userData) != hotkey::eventNotHandledErr) {
             return;
         }
     }

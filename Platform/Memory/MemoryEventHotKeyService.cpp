@@ -155,17 +155,16 @@ OSStatus MemoryEventHotKeyService::sendNull() {
 
 OSStatus MemoryEventHotKeyService::deliver(hotkey::EventRef event, std::uint32_t kind) {
     // A copy: a handler may install another one. The last one installed comes first.
-    const std::vector<Installation> installations = installations_;
-    for (auto installation = installations.rbegin(); installation != installations.rend();
-         ++installation) {
+    const std::vector<Installation> newestFirst(installations_.rbegin(), installations_.rend());
+    for (const Installation& installation : newestFirst) {
         const bool wants = std::any_of(
-            installation->types.begin(), installation->types.end(), [&](const auto& type) {
+            installation.types.begin(), installation.types.end(), [&](const auto& type) {
                 return type.eventClass == hotkey::kEventClassKeyboard && type.eventKind == kind;
             });
         if (!wants) {
             continue;
         }
-        const OSStatus status = installation->handler({}, event, installation->userData);
+        const OSStatus status = installation.handler({}, event, installation.userData);
         if (status != hotkey::eventNotHandledErr) {
             return status;
         }

@@ -30,19 +30,19 @@ constexpr MemoryEventHotKeyService::Combination commandG{5, 0x100};
 class HotKeyTests : public testing::Test {
   protected:
     HotKey::Handler note(char mark) {
-        return [this, mark] { notes += mark; };
+        return [this, mark] { notes_ += mark; };
     }
 
-    MemoryEventHotKeyService service;
-    HotKeysController controller{service};
-    std::string notes;
+    MemoryEventHotKeyService service_;
+    HotKeysController controller_{service_};
+    std::string notes_;
 };
 
 TEST_F(HotKeyTests, IsRegisteredOnCreationByWhicheverInitialiser) {
-    const HotKey fromCombo(controller, KeyCombo(5, 0x100));
-    const HotKey fromCarbonValues(controller, 4U, 0x1B00U);
-    const HotKey fromKey(controller, Key::k, ModifierFlags::command | ModifierFlags::shift);
-    EXPECT_EQ(service.registered(),
+    const HotKey fromCombo(controller_, KeyCombo(5, 0x100));
+    const HotKey fromCarbonValues(controller_, 4U, 0x1B00U);
+    const HotKey fromKey(controller_, Key::k, ModifierFlags::command | ModifierFlags::shift);
+    EXPECT_EQ(service_.registered(),
               (std::vector<MemoryEventHotKeyService::Combination>{
                   {5, 0x100}, {4, 0x1B00}, {0x28, 0x300}}));
     EXPECT_EQ(fromCarbonValues.keyCombo(), KeyCombo(4, 0x1B00));
@@ -51,64 +51,64 @@ TEST_F(HotKeyTests, IsRegisteredOnCreationByWhicheverInitialiser) {
 }
 
 TEST_F(HotKeyTests, TakesItsHandlersFromWhicheverInitialiser) {
-    const HotKey fromCombo(controller, KeyCombo(5, 0x100), note('a'), note('b'));
-    const HotKey fromCarbonValues(controller, 4U, 0x100U, note('c'), note('d'));
-    const HotKey fromKey(controller, Key::k, ModifierFlags::command, note('e'), note('f'));
-    for (const auto& combination : service.registered()) {
-        EXPECT_EQ(service.press(combination), noErr);
-        EXPECT_EQ(service.release(combination), noErr);
+    const HotKey fromCombo(controller_, KeyCombo(5, 0x100), note('a'), note('b'));
+    const HotKey fromCarbonValues(controller_, 4U, 0x100U, note('c'), note('d'));
+    const HotKey fromKey(controller_, Key::k, ModifierFlags::command, note('e'), note('f'));
+    for (const auto& combination : service_.registered()) {
+        EXPECT_EQ(service_.press(combination), noErr);
+        EXPECT_EQ(service_.release(combination), noErr);
     }
-    EXPECT_EQ(notes, "abcdef");
+    EXPECT_EQ(notes_, "abcdef");
 }
 
 TEST_F(HotKeyTests, HasAnIdentifierOfItsOwn) {
     std::set<std::array<std::uint8_t, 16>> identifiers;
     for (int i = 0; i < 100; ++i) {
-        const HotKey hotKey(controller, KeyCombo(5, 0x100));
+        const HotKey hotKey(controller_, KeyCombo(5, 0x100));
         identifiers.insert(hotKey.identifier().bytes);
     }
     EXPECT_EQ(identifiers.size(), 100U);
 }
 
 TEST_F(HotKeyTests, IsUnregisteredByItsDestruction) {
-    std::optional<HotKey> hotKey(std::in_place, controller, Key::g, ModifierFlags::command);
+    std::optional<HotKey> hotKey(std::in_place, controller_, Key::g, ModifierFlags::command);
     hotKey.reset();
-    EXPECT_TRUE(service.registered().empty());
-    EXPECT_EQ(service.calls().back(), "unregister 1");
+    EXPECT_TRUE(service_.registered().empty());
+    EXPECT_EQ(service_.calls().back(), "unregister 1");
 }
 
 TEST_F(HotKeyTests, LetsGoOfItsHandlersOnlyAfterItWasUnregistered) {
     bool wasRegistered = true;
-    std::optional<HotKey> hotKey(std::in_place, controller, Key::g, ModifierFlags::command);
+    std::optional<HotKey> hotKey(std::in_place, controller_, Key::g, ModifierFlags::command);
     int something = 0;
     hotKey->keyDownHandler = [held = std::shared_ptr<int>(&something, [&](int* /*something*/) {
-                                  wasRegistered = !service.registered().empty();
+                                  wasRegistered = !service_.registered().empty();
                               })] {};
     hotKey.reset();
     EXPECT_FALSE(wasRegistered);
 }
 
 TEST_F(HotKeyTests, UsesAHandlerThatWasReplacedAtTheNextEvent) {
-    HotKey hotKey(controller, Key::g, ModifierFlags::command, note('a'));
-    service.press(commandG);
+    HotKey hotKey(controller_, Key::g, ModifierFlags::command, note('a'));
+    service_.press(commandG);
     hotKey.keyDownHandler = note('b');
-    service.press(commandG);
+    service_.press(commandG);
     hotKey.keyDownHandler = nullptr;
-    EXPECT_EQ(service.press(commandG), eventNotHandledErr);
-    EXPECT_EQ(notes, "ab");
+    EXPECT_EQ(service_.press(commandG), eventNotHandledErr);
+    EXPECT_EQ(notes_, "ab");
 }
 
 TEST_F(HotKeyTests, IsUnregisteredByAPauseAndRegisteredAnewUnderAFreshIdAfterIt) {
-    HotKey hotKey(controller, Key::g, ModifierFlags::command, note('a'));
+    HotKey hotKey(controller_, Key::g, ModifierFlags::command, note('a'));
     hotKey.setIsPaused(true);
     EXPECT_TRUE(hotKey.isPaused());
-    EXPECT_TRUE(service.registered().empty());
-    EXPECT_EQ(service.press(commandG), eventNotHandledErr);
+    EXPECT_TRUE(service_.registered().empty());
+    EXPECT_EQ(service_.press(commandG), eventNotHandledErr);
     hotKey.setIsPaused(false);
     EXPECT_FALSE(hotKey.isPaused());
-    EXPECT_EQ(service.press(commandG), noErr);
-    EXPECT_EQ(notes, "a");
-    EXPECT_EQ(service.calls(),
+    EXPECT_EQ(service_.press(commandG), noErr);
+    EXPECT_EQ(notes_, "a");
+    EXPECT_EQ(service_.calls(),
               (std::vector<std::string>{"register 5 0x100 as QZhk 1",
                                         "install",
                                         "unregister 1",
@@ -116,59 +116,60 @@ TEST_F(HotKeyTests, IsUnregisteredByAPauseAndRegisteredAnewUnderAFreshIdAfterIt)
 }
 
 TEST_F(HotKeyTests, BearsBeingPausedTwice) {
-    HotKey hotKey(controller, Key::g, ModifierFlags::command);
+    HotKey hotKey(controller_, Key::g, ModifierFlags::command);
     hotKey.setIsPaused(true);
     hotKey.setIsPaused(true);
-    EXPECT_EQ(service.calls(),
+    EXPECT_EQ(service_.calls(),
               (std::vector<std::string>{"register 5 0x100 as QZhk 1", "install", "unregister 1"}));
 }
 
 TEST_F(HotKeyTests, StaysAsItIsWhenItIsResumedWithoutAPause) {
-    HotKey hotKey(controller, Key::g, ModifierFlags::command);
+    HotKey hotKey(controller_, Key::g, ModifierFlags::command);
     hotKey.setIsPaused(false);
-    EXPECT_EQ(service.calls(), (std::vector<std::string>{"register 5 0x100 as QZhk 1", "install"}));
-    EXPECT_NE(controller.hotKey(1), nullptr);
+    EXPECT_EQ(service_.calls(),
+              (std::vector<std::string>{"register 5 0x100 as QZhk 1", "install"}));
+    EXPECT_NE(controller_.hotKey(1), nullptr);
 }
 
 TEST_F(HotKeyTests, GivesNothingBackWhenItIsDestroyedDuringAPause) {
-    std::optional<HotKey> hotKey(std::in_place, controller, Key::g, ModifierFlags::command);
+    std::optional<HotKey> hotKey(std::in_place, controller_, Key::g, ModifierFlags::command);
     hotKey->setIsPaused(true);
     hotKey.reset();
-    EXPECT_EQ(service.calls().back(), "unregister 1");
-    EXPECT_EQ(service.calls().size(), 3U);
+    EXPECT_EQ(service_.calls().back(), "unregister 1");
+    EXPECT_EQ(service_.calls().size(), 3U);
 }
 
 TEST_F(HotKeyTests, MayBeDestroyedByItsOwnHandler) {
-    std::optional<HotKey> hotKey(std::in_place, controller, Key::g, ModifierFlags::command);
+    std::optional<HotKey> hotKey(std::in_place, controller_, Key::g, ModifierFlags::command);
     hotKey->keyDownHandler = [&, mark = std::string("a text too long for the handler itself")] {
         hotKey.reset();
-        notes += mark;
+        notes_ += mark;
     };
-    EXPECT_EQ(service.press(commandG), noErr);
-    EXPECT_EQ(notes, "a text too long for the handler itself");
-    EXPECT_TRUE(service.registered().empty());
+    EXPECT_EQ(service_.press(commandG), noErr);
+    EXPECT_EQ(notes_, "a text too long for the handler itself");
+    EXPECT_TRUE(service_.registered().empty());
 }
 
 TEST_F(HotKeyTests, MayHaveItsHandlerReplacedByTheHandler) {
-    HotKey hotKey(controller, Key::g, ModifierFlags::command);
+    HotKey hotKey(controller_, Key::g, ModifierFlags::command);
     hotKey.keyDownHandler = [&, mark = std::string("a text too long for the handler itself")] {
         hotKey.keyDownHandler = note('b');
-        notes += mark.back();
+        notes_ += mark.back();
     };
-    service.press(commandG);
-    service.press(commandG);
-    EXPECT_EQ(notes, "fb");
+    service_.press(commandG);
+    service_.press(commandG);
+    EXPECT_EQ(notes_, "fb");
 }
 
 TEST_F(HotKeyTests, MayBePausedAndReplacedByItsHandler) {
-    std::optional<HotKey> hotKey(std::in_place, controller, Key::g, ModifierFlags::command);
+    std::optional<HotKey> hotKey(std::in_place, controller_, Key::g, ModifierFlags::command);
     hotKey->keyDownHandler = [&] {
         hotKey->setIsPaused(true);
-        hotKey.emplace(controller, Key::g, ModifierFlags::command, note('b'));
+        hotKey.emplace(controller_, Key::g, ModifierFlags::command, note('b'));
     };
-    service.press(commandG);
-    service.press(commandG);
-    EXPECT_EQ(notes, "b");
+    service_.press(commandG);
+    service_.press(commandG);
+    EXPECT_EQ(notes_, "b");
 }
 
 TEST(HotKeyLifetimeTests, CanNeitherBeCopiedNorMoved) {

@@ -14,12 +14,9 @@
 
 namespace {
 
-using hotkey::eventNotHandledErr;
 using hotkey::HotKey;
 using hotkey::HotKeysController;
-using hotkey::Key;
 using hotkey::KeyCombo;
-using hotkey::ModifierFlags;
 using hotkey::noErr;
 using platform::MemoryEventHotKeyService;
 using testing::ElementsAre;
@@ -30,12 +27,12 @@ constexpr MemoryEventHotKeyService::Combination commandG{5, 0x100};
 class HotKeysControllerTests : public testing::Test {
   protected:
     [[nodiscard]] HotKey::Handler note(char mark) {
-        return [this, mark] { notes += mark; };
+        return [this, mark] { notes_ += mark; };
     }
 
-    MemoryEventHotKeyService service;
-    HotKeysController controller{service};
-    std::string notes;
+    MemoryEventHotKeyService service_;
+    HotKeysController controller_{service_};
+    std::string notes_;
 };
 
 TEST_F(HotKeysControllerTests, SignsWithItsFourCharacterCode) {
@@ -43,56 +40,56 @@ TEST_F(HotKeysControllerTests, SignsWithItsFourCharacterCode) {
 }
 
 TEST_F(HotKeysControllerTests, GivesTheFirstHotKeyTheId1AndTheNextTheId2EvenAfterTheFirstIsGone) {
-    std::optional<HotKey> hotKey(std::in_place, controller, KeyCombo(5, 0x100));
-    EXPECT_EQ(controller.hotKeyBox(*hotKey)->carbonHotKeyID, 1U);
+    std::optional<HotKey> hotKey(std::in_place, controller_, KeyCombo(5, 0x100));
+    EXPECT_EQ(controller_.hotKeyBox(*hotKey)->carbonHotKeyID, 1U);
     hotKey.reset();
-    hotKey.emplace(controller, KeyCombo(5, 0x100));
-    EXPECT_EQ(controller.hotKeyBox(*hotKey)->carbonHotKeyID, 2U);
+    hotKey.emplace(controller_, KeyCombo(5, 0x100));
+    EXPECT_EQ(controller_.hotKeyBox(*hotKey)->carbonHotKeyID, 2U);
     EXPECT_THAT(
-        service.calls(),
+        service_.calls(),
         ElementsAre(
             "register 5 0x100 as QZhk 1", "install", "unregister 1", "register 5 0x100 as QZhk 2"));
 }
 
 TEST_F(HotKeysControllerTests, KeepsBothEntriesOfTwoHotKeysWithTheSameCombination) {
-    const HotKey first(controller, KeyCombo(5, 0x100), note('a'));
-    const HotKey second(controller, KeyCombo(5, 0x100), note('b'));
+    const HotKey first(controller_, KeyCombo(5, 0x100), note('a'));
+    const HotKey second(controller_, KeyCombo(5, 0x100), note('b'));
     EXPECT_THAT(
-        service.calls(),
+        service_.calls(),
         ElementsAre("register 5 0x100 as QZhk 1", "install", "register 5 0x100 as QZhk 2 refused"));
-    EXPECT_EQ(controller.hotKey(1), &first);
-    EXPECT_EQ(controller.hotKey(2), &second);
-    EXPECT_TRUE(controller.hotKeyBox(second)->carbonEventHotKey.isNull());
-    service.press(commandG);
-    EXPECT_EQ(notes, "a");
+    EXPECT_EQ(controller_.hotKey(1), &first);
+    EXPECT_EQ(controller_.hotKey(2), &second);
+    EXPECT_TRUE(controller_.hotKeyBox(second)->carbonEventHotKey.isNull());
+    service_.press(commandG);
+    EXPECT_EQ(notes_, "a");
 }
 
 TEST_F(HotKeysControllerTests, InstallsNoHandlerUntilARegistrationSucceeds) {
-    service.refuseRegistrations(hotkey::eventHotKeyExistsErr);
-    const HotKey refused(controller, KeyCombo(5, 0x100));
-    EXPECT_TRUE(service.installations().empty());
-    service.refuseRegistrations(noErr);
-    const HotKey granted(controller, KeyCombo(4, 0x100));
-    EXPECT_EQ(service.installations().size(), 1U);
+    service_.refuseRegistrations(hotkey::eventHotKeyExistsErr);
+    const HotKey refused(controller_, KeyCombo(5, 0x100));
+    EXPECT_TRUE(service_.installations().empty());
+    service_.refuseRegistrations(noErr);
+    const HotKey granted(controller_, KeyCombo(4, 0x100));
+    EXPECT_EQ(service_.installations().size(), 1U);
 }
 
 TEST_F(HotKeysControllerTests, InstallsItsHandlerOnceAndForGood) {
     {
-        HotKey first(controller, KeyCombo(5, 0x100));
-        const HotKey second(controller, KeyCombo(4, 0x100));
+        HotKey first(controller_, KeyCombo(5, 0x100));
+        const HotKey second(controller_, KeyCombo(4, 0x100));
         first.setIsPaused(true);
         first.setIsPaused(false);
     }
-    const HotKey third(controller, KeyCombo(5, 0x100));
-    EXPECT_EQ(service.installations().size(), 1U);
+    const HotKey third(controller_, KeyCombo(5, 0x100));
+    EXPECT_EQ(service_.installations().size(), 1U);
 }
 
 TEST_F(HotKeysControllerTests, TriesAgainToInstallAHandlerThatTheSystemRefused) {
-    service.refuseInstallations(hotkey::paramErr);
-    const HotKey first(controller, KeyCombo(5, 0x100));
-    service.refuseInstallations(noErr);
-    const HotKey second(controller, KeyCombo(4, 0x100));
-    EXPECT_THAT(service.calls(),
+    service_.refuseInstallations(hotkey::paramErr);
+    const HotKey first(controller_, KeyCombo(5, 0x100));
+    service_.refuseInstallations(noErr);
+    const HotKey second(controller_, KeyCombo(4, 0x100));
+    EXPECT_THAT(service_.calls(),
                 ElementsAre("register 5 0x100 as QZhk 1",
                             "install refused",
                             "register 4 0x100 as QZhk 2",
@@ -100,54 +97,54 @@ TEST_F(HotKeysControllerTests, TriesAgainToInstallAHandlerThatTheSystemRefused) 
 }
 
 TEST_F(HotKeysControllerTests, AsksForPressesAndReleasesInThatOrderWithoutUserData) {
-    const HotKey hotKey(controller, KeyCombo(5, 0x100));
-    const auto& installation = service.installations().at(0);
+    const HotKey hotKey(controller_, KeyCombo(5, 0x100));
+    const auto& installation = service_.installations().at(0);
     EXPECT_THAT(installation.types,
                 ElementsAre(hotkey::EventTypeSpec{.eventClass = 0x6B657962, .eventKind = 5},
                             hotkey::EventTypeSpec{.eventClass = 0x6B657962, .eventKind = 6}));
     EXPECT_EQ(installation.userData, nullptr);
-    EXPECT_EQ(installation.target, service.getEventDispatcherTarget());
+    EXPECT_EQ(installation.target, service_.getEventDispatcherTarget());
 }
 
 TEST_F(HotKeysControllerTests, DoesNothingForAHotKeyThatIsRegistered) {
-    const HotKey hotKey(controller, KeyCombo(5, 0x100));
-    controller.register_(hotKey);
-    EXPECT_EQ(service.calls().size(), 2U);
-    EXPECT_EQ(controller.hotKeyBox(hotKey)->carbonHotKeyID, 1U);
+    const HotKey hotKey(controller_, KeyCombo(5, 0x100));
+    controller_.register_(hotKey);
+    EXPECT_EQ(service_.calls().size(), 2U);
+    EXPECT_EQ(controller_.hotKeyBox(hotKey)->carbonHotKeyID, 1U);
 }
 
 TEST_F(HotKeysControllerTests, DoesNothingToUnregisterAHotKeyThatIsNotRegistered) {
-    const HotKey hotKey(controller, KeyCombo(5, 0x100));
-    controller.unregister(hotKey);
-    controller.unregister(hotKey);
-    EXPECT_THAT(service.calls(),
+    const HotKey hotKey(controller_, KeyCombo(5, 0x100));
+    controller_.unregister(hotKey);
+    controller_.unregister(hotKey);
+    EXPECT_THAT(service_.calls(),
                 ElementsAre("register 5 0x100 as QZhk 1", "install", "unregister 1"));
-    EXPECT_EQ(controller.hotKeyBox(hotKey), nullptr);
+    EXPECT_EQ(controller_.hotKeyBox(hotKey), nullptr);
 }
 
 TEST_F(HotKeysControllerTests, KeepsTheEntryOfARefusedHotKeyAndUnregistersItAllTheSame) {
-    service.takeElsewhere(commandG);
-    std::optional<HotKey> hotKey(std::in_place, controller, KeyCombo(5, 0x100));
-    EXPECT_EQ(controller.hotKey(1), &*hotKey);
-    EXPECT_TRUE(controller.hotKeyBox(*hotKey)->carbonEventHotKey.isNull());
+    service_.takeElsewhere(commandG);
+    std::optional<HotKey> hotKey(std::in_place, controller_, KeyCombo(5, 0x100));
+    EXPECT_EQ(controller_.hotKey(1), &*hotKey);
+    EXPECT_TRUE(controller_.hotKeyBox(*hotKey)->carbonEventHotKey.isNull());
     hotKey.reset();
-    EXPECT_EQ(controller.hotKey(1), nullptr);
-    EXPECT_THAT(service.calls(),
+    EXPECT_EQ(controller_.hotKey(1), nullptr);
+    EXPECT_THAT(service_.calls(),
                 ElementsAre("register 5 0x100 as QZhk 1 refused", "unregister nothing"));
 }
 
 TEST_F(HotKeysControllerTests, TakesASuccessWithoutAReferenceForARefusal) {
-    service.handOutNullReferences();
-    const HotKey hotKey(controller, KeyCombo(5, 0x100));
-    EXPECT_TRUE(controller.hotKeyBox(hotKey)->carbonEventHotKey.isNull());
-    EXPECT_TRUE(service.installations().empty());
+    service_.handOutNullReferences();
+    const HotKey hotKey(controller_, KeyCombo(5, 0x100));
+    EXPECT_TRUE(controller_.hotKeyBox(hotKey)->carbonEventHotKey.isNull());
+    EXPECT_TRUE(service_.installations().empty());
 }
 
 TEST_F(HotKeysControllerTests, SaysNothingAboutARefusal) {
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
-    service.takeElsewhere(commandG);
-    { const HotKey hotKey(controller, KeyCombo(5, 0x100)); }
+    service_.takeElsewhere(commandG);
+    { const HotKey hotKey(controller_, KeyCombo(5, 0x100)); }
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
@@ -225,91 +222,91 @@ TEST(HotKeysControllerDeathTest, DiesWhenItRunsOutOfIds) {
 }
 
 TEST_F(HotKeysControllerTests, CallsTheDownHandlerOnPressAndTheUpHandlerOnRelease) {
-    const HotKey hotKey(controller, KeyCombo(5, 0x100), note('d'), note('u'));
-    EXPECT_EQ(service.press(commandG), noErr);
-    EXPECT_EQ(notes, "d");
-    EXPECT_EQ(service.release(commandG), noErr);
-    EXPECT_EQ(notes, "du");
+    const HotKey hotKey(controller_, KeyCombo(5, 0x100), note('d'), note('u'));
+    EXPECT_EQ(service_.press(commandG), noErr);
+    EXPECT_EQ(notes_, "d");
+    EXPECT_EQ(service_.release(commandG), noErr);
+    EXPECT_EQ(notes_, "du");
 }
 
 TEST_F(HotKeysControllerTests, CallsOnlyTheHotKeyThatTheEventIsFor) {
-    const HotKey first(controller, KeyCombo(5, 0x100), note('a'));
-    const HotKey second(controller, KeyCombo(4, 0x100), note('b'));
-    service.press({4, 0x100});
-    EXPECT_EQ(notes, "b");
+    const HotKey first(controller_, KeyCombo(5, 0x100), note('a'));
+    const HotKey second(controller_, KeyCombo(4, 0x100), note('b'));
+    service_.press({4, 0x100});
+    EXPECT_EQ(notes_, "b");
 }
 
 TEST_F(HotKeysControllerTests, DeclinesAnEventWithAForeignSignature) {
-    const HotKey hotKey(controller, KeyCombo(5, 0x100), note('d'));
-    EXPECT_EQ(service.send({.hotKeyID = {.signature = ourSignature + 1, .id = 1}}), -9874);
-    EXPECT_EQ(notes, "");
+    const HotKey hotKey(controller_, KeyCombo(5, 0x100), note('d'));
+    EXPECT_EQ(service_.send({.hotKeyID = {.signature = ourSignature + 1, .id = 1}}), -9874);
+    EXPECT_EQ(notes_, "");
 }
 
 TEST_F(HotKeysControllerTests, DeclinesAKeyUpWithoutAHandlerForIt) {
-    const HotKey hotKey(controller, KeyCombo(5, 0x100), note('d'));
-    EXPECT_EQ(service.release(commandG), -9874);
-    EXPECT_EQ(notes, "");
+    const HotKey hotKey(controller_, KeyCombo(5, 0x100), note('d'));
+    EXPECT_EQ(service_.release(commandG), -9874);
+    EXPECT_EQ(notes_, "");
 }
 
 TEST_F(HotKeysControllerTests, DeclinesAKeyDownWithoutAHandlerForIt) {
-    const HotKey hotKey(controller, KeyCombo(5, 0x100), {}, note('u'));
-    EXPECT_EQ(service.press(commandG), -9874);
-    EXPECT_EQ(notes, "");
+    const HotKey hotKey(controller_, KeyCombo(5, 0x100), {}, note('u'));
+    EXPECT_EQ(service_.press(commandG), -9874);
+    EXPECT_EQ(notes_, "");
 }
 
 TEST_F(HotKeysControllerTests, DeclinesANullEvent) {
-    const HotKey hotKey(controller, KeyCombo(5, 0x100), note('d'));
-    EXPECT_EQ(service.sendNull(), -9874);
-    EXPECT_EQ(notes, "");
+    const HotKey hotKey(controller_, KeyCombo(5, 0x100), note('d'));
+    EXPECT_EQ(service_.sendNull(), -9874);
+    EXPECT_EQ(notes_, "");
 }
 
 TEST_F(HotKeysControllerTests, PassesTheErrorOfReadingAnEventOn) {
-    const HotKey hotKey(controller, KeyCombo(5, 0x100), note('d'));
+    const HotKey hotKey(controller_, KeyCombo(5, 0x100), note('d'));
     EXPECT_EQ(
-        service.send({.hotKeyID = {.signature = ourSignature, .id = 1}, .parameterStatus = -9870}),
+        service_.send({.hotKeyID = {.signature = ourSignature, .id = 1}, .parameterStatus = -9870}),
         -9870);
-    EXPECT_EQ(notes, "");
+    EXPECT_EQ(notes_, "");
 }
 
 TEST_F(HotKeysControllerTests, DeclinesAnEventForAnIdThatNobodyHas) {
-    const HotKey hotKey(controller, KeyCombo(5, 0x100), note('d'));
-    EXPECT_EQ(service.send({.hotKeyID = {.signature = ourSignature, .id = 2}}), -9874);
-    EXPECT_EQ(notes, "");
+    const HotKey hotKey(controller_, KeyCombo(5, 0x100), note('d'));
+    EXPECT_EQ(service_.send({.hotKeyID = {.signature = ourSignature, .id = 2}}), -9874);
+    EXPECT_EQ(notes_, "");
 }
 
 TEST_F(HotKeysControllerTests, DeclinesAnEventThatIsStillUnderWayForAHotKeyThatIsGone) {
-    std::optional<HotKey> hotKey(std::in_place, controller, KeyCombo(5, 0x100), note('d'));
+    std::optional<HotKey> hotKey(std::in_place, controller_, KeyCombo(5, 0x100), note('d'));
     hotKey.reset();
-    EXPECT_EQ(service.send({.hotKeyID = {.signature = ourSignature, .id = 1}}), -9874);
-    EXPECT_EQ(notes, "");
+    EXPECT_EQ(service_.send({.hotKeyID = {.signature = ourSignature, .id = 1}}), -9874);
+    EXPECT_EQ(notes_, "");
 }
 
 TEST_F(HotKeysControllerTests, DeclinesAnEventThatIsNeitherPressNorRelease) {
-    const HotKey hotKey(controller, KeyCombo(5, 0x100), note('d'), note('u'));
+    const HotKey hotKey(controller_, KeyCombo(5, 0x100), note('d'), note('u'));
     MemoryEventHotKeyService::Event event{.hotKeyID = {.signature = ourSignature, .id = 1},
                                           .kind = 7};
-    EXPECT_EQ(service.installations().at(0).handler({}, {&event}, nullptr), -9874);
-    EXPECT_EQ(notes, "");
+    EXPECT_EQ(service_.installations().at(0).handler({}, {&event}, nullptr), -9874);
+    EXPECT_EQ(notes_, "");
 }
 
 TEST_F(HotKeysControllerTests, DeclinesAnEventForAPausedHotKeyThatIsRegisteredAllTheSame) {
-    HotKey hotKey(controller, KeyCombo(5, 0x100), note('d'), note('u'));
+    HotKey hotKey(controller_, KeyCombo(5, 0x100), note('d'), note('u'));
     hotKey.setIsPaused(true);
-    controller.register_(hotKey);
-    EXPECT_EQ(service.press(commandG), -9874);
-    EXPECT_EQ(service.release(commandG), -9874);
-    EXPECT_EQ(notes, "");
+    controller_.register_(hotKey);
+    EXPECT_EQ(service_.press(commandG), -9874);
+    EXPECT_EQ(service_.release(commandG), -9874);
+    EXPECT_EQ(notes_, "");
 }
 
 TEST_F(HotKeysControllerTests, FindsEntriesAndHotKeys) {
-    const HotKey first(controller, KeyCombo(5, 0x100));
-    const HotKey second(controller, KeyCombo(4, 0x100));
-    const auto* const box = controller.hotKeyBox(second);
+    const HotKey first(controller_, KeyCombo(5, 0x100));
+    const HotKey second(controller_, KeyCombo(4, 0x100));
+    const auto* const box = controller_.hotKeyBox(second);
     EXPECT_EQ(box->identifier, second.identifier());
     EXPECT_EQ(box->carbonHotKeyID, 2U);
     EXPECT_FALSE(box->carbonEventHotKey.isNull());
-    EXPECT_EQ(controller.hotKey(1), &first);
-    EXPECT_EQ(controller.hotKey(3), nullptr);
+    EXPECT_EQ(controller_.hotKey(1), &first);
+    EXPECT_EQ(controller_.hotKey(3), nullptr);
 }
 
 TEST(HotKeysControllerLifetimeTests, GivesEverythingBackWhenItGoesAndBearsLateEvents) {

@@ -265,15 +265,9 @@ TEST(KeyTests, IsFoundByTheOtherTextsThatAFewKeysGoBy) {
 }
 
 TEST(KeyTests, IsFoundByTheDescriptionOfAnFKeyInEitherCase) {
-    EXPECT_EQ(hotkey::keyFromString("\uF860"
-                                    "F1"),
-              Key::f1);
-    EXPECT_EQ(hotkey::keyFromString("\uF860"
-                                    "f1"),
-              Key::f1);
-    EXPECT_EQ(hotkey::keyFromString("\uF861"
-                                    "F20"),
-              Key::f20);
+    EXPECT_EQ(hotkey::keyFromString("\uF860F1"), Key::f1);
+    EXPECT_EQ(hotkey::keyFromString("\uF860f1"), Key::f1);
+    EXPECT_EQ(hotkey::keyFromString("\uF861F20"), Key::f20);
 }
 
 TEST(KeyTests, LowersTheKelvinSignToK) {
@@ -287,8 +281,7 @@ TEST(KeyTests, IsNotFoundByAnyOtherText) {
                              "return ",
                              "enter",
                              "f21",
-                             "\uF861"
-                             "F1",
+                             "\uF861F1",
                              "ü",
                              "\u21A9",
                              "\r\n",

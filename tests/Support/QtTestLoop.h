@@ -12,6 +12,16 @@ namespace testing_support {
 /// The toolkit's event loop on the thread of a test, turned by hand. One at a time.
 class QtTestLoop {
   public:
+    QtTestLoop() = default;
+
+    /// Has what objects put off while they were destroyed done before the loop goes.
+    ~QtTestLoop() { turn(); }
+
+    QtTestLoop(const QtTestLoop&) = delete;
+    QtTestLoop& operator=(const QtTestLoop&) = delete;
+    QtTestLoop(QtTestLoop&&) = delete;
+    QtTestLoop& operator=(QtTestLoop&&) = delete;
+
     /// Runs what is due, without waiting for more; also what was put off to a later turn, such as
     /// the deletion of objects.
     static void turn() {
@@ -26,10 +36,10 @@ class QtTestLoop {
     }
 
   private:
-    static inline char name_[] = "test";
-    static inline char* arguments_[] = {name_, nullptr};
+    static inline char programName[] = "test";
+    static inline char* arguments[] = {programName, nullptr};
     int argumentCount_ = 1;
-    QCoreApplication application_{argumentCount_, arguments_};
+    QCoreApplication application_{argumentCount_, arguments};
 };
 
 } // namespace testing_support
