@@ -97,9 +97,8 @@ template <typename... Values>
 class LogFormat {
   public:
     template <std::size_t Size>
-    consteval LogFormat(const char (&literal)[Size])
-        : // NOLINT(google-explicit-constructor)
-          text_(literal, Size - 1) {
+    // NOLINTNEXTLINE(google-explicit-constructor): a literal at a call site is to become a format.
+    consteval LogFormat(const char (&literal)[Size]) : text_(literal, Size - 1) {
         std::size_t at = 0;
         (takePlaceholder<Values>(at), ...);
         if (nextLogPlaceholder(text_, at).has_value()) {

@@ -19,15 +19,23 @@ using platform::MainQueue;
 using platform::WorkItem;
 
 /// A main queue and what it takes to let it run.
-struct Backend {
+class Backend {
+  public:
+    Backend() = default;
     virtual ~Backend() = default;
+    Backend(const Backend&) = delete;
+    Backend& operator=(const Backend&) = delete;
+    Backend(Backend&&) = delete;
+    Backend& operator=(Backend&&) = delete;
+
     virtual MainQueue& queue() = 0;
     /// Lets time pass until the condition holds or `limit` is over.
     virtual bool runUntil(const std::function<bool()>& condition,
                           std::chrono::milliseconds limit) = 0;
 };
 
-struct MemoryBackend final : Backend {
+class MemoryBackend final : public Backend {
+  public:
     platform::MemoryMainQueue memoryQueue;
 
     MainQueue& queue() override { return memoryQueue; }
@@ -41,7 +49,8 @@ struct MemoryBackend final : Backend {
     }
 };
 
-struct QtBackend final : Backend {
+class QtBackend final : public Backend {
+  public:
     testing_support::QtTestLoop loop;
     platform::QtMainQueue qtQueue;
 
@@ -65,49 +74,50 @@ void PrintTo(const BackendMaker& maker, std::ostream* out) {
 class MainQueueContract : public testing::TestWithParam<BackendMaker> {
   protected:
     std::shared_ptr<WorkItem> note(char mark) {
-        return std::make_shared<WorkItem>([this, mark] { notes += mark; });
+        return std::make_shared<WorkItem>([this, mark] { notes_ += mark; });
     }
 
     bool runUntilNoted(std::size_t count) {
-        return backend->runUntil([&] { return notes.size() >= count; }, testing_support::patience);
+        return backend_->runUntil([&] { return notes_.size() >= count; },
+                                  testing_support::patience);
     }
 
-    std::unique_ptr<Backend> backend = GetParam().make();
-    MainQueue& queue = backend->queue();
-    std::string notes;
+    std::unique_ptr<Backend> backend_ = GetParam().make();
+    MainQueue& queue_ = backend_->queue();
+    std::string notes_;
 };
 
 TEST_P(MainQueueContract, RunsWorkLaterAndInTheOrderOfQueueing) {
-    queue.async([this] { notes += 'a'; });
-    queue.async([this] { notes += 'b'; });
-    EXPECT_EQ(notes, "");
+    queue_.async([this] { notes_ += 'a'; });
+    queue_.async([this] { notes_ += 'b'; });
+    EXPECT_EQ(notes_, "");
     EXPECT_TRUE(runUntilNoted(2));
-    EXPECT_EQ(notes, "ab");
+    EXPECT_EQ(notes_, "ab");
 }
 
 TEST_P(MainQueueContract, RunsDelayedWorkInTheOrderOfItsDueTimes) {
-    queue.asyncAfter(60ms, note('b'));
-    queue.asyncAfter(20ms, note('a'));
+    queue_.asyncAfter(60ms, note('b'));
+    queue_.asyncAfter(20ms, note('a'));
     EXPECT_TRUE(runUntilNoted(2));
-    EXPECT_EQ(notes, "ab");
+    EXPECT_EQ(notes_, "ab");
 }
 
 TEST_P(MainQueueContract, NeverRunsWorkThatWasCancelled) {
     const auto cancelled = note('x');
-    queue.asyncAfter(10ms, cancelled);
-    queue.asyncAfter(30ms, note('a'));
+    queue_.asyncAfter(10ms, cancelled);
+    queue_.asyncAfter(30ms, note('a'));
     cancelled->cancel();
     EXPECT_TRUE(runUntilNoted(1));
-    EXPECT_EQ(notes, "a");
+    EXPECT_EQ(notes_, "a");
 }
 
 TEST_P(MainQueueContract, LetsWorkQueueMoreWork) {
-    queue.async([this] { queue.async([this] { notes += 'n'; }); });
+    queue_.async([this] { queue_.async([this] { notes_ += 'n'; }); });
     EXPECT_TRUE(runUntilNoted(1));
 }
 
 TEST_P(MainQueueContract, KnowsTheMainThread) {
-    EXPECT_TRUE(queue.isMainThread());
+    EXPECT_TRUE(queue_.isMainThread());
 }
 
 INSTANTIATE_TEST_SUITE_P(OfEachBackend,

@@ -29,16 +29,16 @@ class BrowserTests : public ProgramTest {
                                          "--disable-sync",
                                          "--disable-dev-shm-usage",
                                          "--password-store=basic",
-                                         "--user-data-dir=" + session.environment().at("HOME") +
+                                         "--user-data-dir=" + session_.environment().at("HOME") +
                                              "/browser",
-                                         "--app=file://" PASTEWISE_WHITEBOARD_PAGE};
+                                         std::string("--app=file://") + PASTEWISE_WHITEBOARD_PAGE};
         if (geteuid() == 0) { // The browser refuses to run in its sandbox as root.
             command.insert(command.end(), {"--no-sandbox", "--test-type"});
         }
-        browser = std::make_unique<ChildProcess>(
-            command, ChildProcess::Options{.environment = session.environment()});
+        browser_ = std::make_unique<ChildProcess>(
+            command, ChildProcess::Options{.environment = session_.environment()});
         ASSERT_TRUE(waitForTitle("Whiteboard ready", std::chrono::seconds(40)))
-            << browser->standardError();
+            << browser_->standardError();
         runTool({"xdotool", "search", "--name", "^Whiteboard ready", "windowactivate", "--sync"});
     }
 
@@ -47,7 +47,7 @@ class BrowserTests : public ProgramTest {
         return waitUntil(
             [&] {
                 ChildProcess search({"xdotool", "search", "--name", "^" + title},
-                                    {.environment = session.environment()});
+                                    {.environment = session_.environment()});
                 return search.waitForExit() == 0;
             },
             limit);
@@ -55,9 +55,9 @@ class BrowserTests : public ProgramTest {
 
     /// Pastes into the page with the keys of a user, and returns what the page's paste event held.
     nlohmann::json pasteIntoPage(std::size_t expectedNotes) {
-        keyboard.tapTogether({KEY_LEFTCTRL, KEY_V});
+        keyboard_.tapTogether({KEY_LEFTCTRL, KEY_V});
         EXPECT_TRUE(waitForTitle("Pasted " + std::to_string(expectedNotes) + " notes"));
-        keyboard.tapTogether({KEY_LEFTCTRL, KEY_C});
+        keyboard_.tapTogether({KEY_LEFTCTRL, KEY_C});
         std::string copied;
         EXPECT_TRUE(waitUntil([&] {
             copied = paste("UTF8_STRING");
@@ -66,7 +66,7 @@ class BrowserTests : public ProgramTest {
         return nlohmann::json::parse(copied);
     }
 
-    std::unique_ptr<ChildProcess> browser;
+    std::unique_ptr<ChildProcess> browser_;
 };
 
 TEST_F(BrowserTests, APastedListArrivesAsOneRowPerLineAndAsPlainTextByteForByte) {

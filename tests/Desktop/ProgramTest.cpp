@@ -17,13 +17,13 @@ std::size_t countOf(std::string_view text, std::string_view part) {
 }
 
 void ProgramTest::startProgram() {
-    auto environment = session.environment();
+    auto environment = session_.environment();
     environment["QT_FORCE_STDERR_LOGGING"] = "1";
     environment["QT_LOGGING_RULES"] = "com.app.pastewise.*=true";
-    program = std::make_unique<ChildProcess>(std::vector<std::string>{PASTEWISE_PROGRAM},
-                                             ChildProcess::Options{.environment = environment});
-    ASSERT_TRUE(program->waitForOutput("Application launched successfully"))
-        << program->standardError();
+    program_ = std::make_unique<ChildProcess>(std::vector<std::string>{PASTEWISE_PROGRAM},
+                                              ChildProcess::Options{.environment = environment});
+    ASSERT_TRUE(program_->waitForOutput("Application launched successfully"))
+        << program_->standardError();
 }
 
 std::unique_ptr<ChildProcess> ProgramTest::startOwner(std::vector<std::string> arguments,
@@ -31,7 +31,7 @@ std::unique_ptr<ChildProcess> ProgramTest::startOwner(std::vector<std::string> a
     arguments.insert(arguments.begin(), PASTEWISE_CLIPBOARD_OWNER);
     auto owner =
         std::make_unique<ChildProcess>(arguments,
-                                       ChildProcess::Options{.environment = session.environment(),
+                                       ChildProcess::Options{.environment = session_.environment(),
                                                              .standardInput = standardInput});
     EXPECT_TRUE(owner->waitForOutput("ready")) << owner->standardError();
     return owner;
@@ -42,11 +42,11 @@ std::string ProgramTest::paste(const std::string& target) {
 }
 
 void ProgramTest::pressShortcut() {
-    keyboard.tapTogether({KEY_LEFTMETA, KEY_G});
+    keyboard_.tapTogether({KEY_LEFTMETA, KEY_G});
 }
 
 std::size_t ProgramTest::logged(std::string_view message) {
-    return countOf(program->standardError(), message);
+    return countOf(program_->standardError(), message);
 }
 
 bool ProgramTest::waitForLog(std::string_view message, std::size_t count) {
@@ -56,19 +56,19 @@ bool ProgramTest::waitForLog(std::string_view message, std::size_t count) {
 void ProgramTest::convert() {
     const std::size_t before = logged(wroteMessage);
     pressShortcut();
-    ASSERT_TRUE(waitForLog(wroteMessage, before + 1)) << program->standardError();
+    ASSERT_TRUE(waitForLog(wroteMessage, before + 1)) << program_->standardError();
 }
 
 void ProgramTest::expectNoText(ChildProcess& owner) {
     pressShortcut();
-    EXPECT_TRUE(waitForLog(noTextMessage)) << program->standardError();
+    EXPECT_TRUE(waitForLog(noTextMessage)) << program_->standardError();
     EXPECT_EQ(logged(wroteMessage), 0U);
     EXPECT_EQ(owner.standardOutput().find("lost"), std::string::npos);
     EXPECT_TRUE(owner.isRunning());
 }
 
 std::string ProgramTest::runTool(const std::vector<std::string>& command) {
-    ChildProcess tool(command, {.environment = session.environment()});
+    ChildProcess tool(command, {.environment = session_.environment()});
     EXPECT_EQ(tool.waitForExit(), 0) << command.front() << ": " << tool.standardError();
     return tool.standardOutput();
 }

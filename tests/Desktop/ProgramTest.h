@@ -49,9 +49,9 @@ class ProgramTest : public testing::Test {
     /// Runs a command to its end, which must be a success, and returns what it printed.
     std::string runTool(const std::vector<std::string>& command);
 
-    testing_support::DesktopSession session;
-    testing_support::FakeKeyboard keyboard{session.display()};
-    std::unique_ptr<testing_support::ChildProcess> program;
+    testing_support::DesktopSession session_;
+    testing_support::FakeKeyboard keyboard_{session_.display()};
+    std::unique_ptr<testing_support::ChildProcess> program_;
 };
 
 } // namespace program_test

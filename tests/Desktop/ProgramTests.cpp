@@ -55,7 +55,7 @@ TEST_F(ProgramTests, OneConversionIsOneChangeOfOwnershipWithBothTextsAtOnce) {
     startProgram();
     const auto owner = startOwner({"normal"});
     ChildProcess watcher({PASTEWISE_CLIPBOARD_READER, "changes"},
-                         {.environment = session.environment()});
+                         {.environment = session_.environment()});
     ASSERT_TRUE(watcher.waitForOutput("ready"));
     convert();
     ASSERT_TRUE(watcher.waitForOutput("change 1:"));
@@ -70,14 +70,14 @@ TEST_F(ProgramTests, OneConversionIsOneChangeOfOwnershipWithBothTextsAtOnce) {
 TEST_F(ProgramTests, AHeldKeyConvertsOnce) {
     startProgram();
     const auto owner = startOwner({"normal"});
-    keyboard.press(KEY_LEFTMETA);
-    keyboard.press(KEY_G);
+    keyboard_.press(KEY_LEFTMETA);
+    keyboard_.press(KEY_G);
     ASSERT_TRUE(waitForLog(wroteMessage));
     // Long enough for the server to repeat the key: it begins to after 660 ms, 25 times a second.
     EXPECT_FALSE(waitUntil([this] { return logged("Global shortcut triggered") > 1; },
                            std::chrono::milliseconds(1500)));
-    keyboard.release(KEY_G);
-    keyboard.release(KEY_LEFTMETA);
+    keyboard_.release(KEY_G);
+    keyboard_.release(KEY_LEFTMETA);
     convert();
     EXPECT_EQ(logged("Global shortcut triggered"), 2U);
 }
@@ -85,11 +85,11 @@ TEST_F(ProgramTests, AHeldKeyConvertsOnce) {
 TEST_F(ProgramTests, ConvertsWithCapsLockAndNumLockOn) {
     startProgram();
     const auto owner = startOwner({"normal"});
-    keyboard.tap(KEY_CAPSLOCK);
+    keyboard_.tap(KEY_CAPSLOCK);
     convert();
-    keyboard.tap(KEY_NUMLOCK);
+    keyboard_.tap(KEY_NUMLOCK);
     convert();
-    keyboard.tap(KEY_CAPSLOCK);
+    keyboard_.tap(KEY_CAPSLOCK);
     convert();
 }
 
@@ -167,13 +167,13 @@ TEST_F(ProgramTests, NeverWritesWhatWasCopiedToTheLog) {
     startProgram();
     const auto owner = startOwner({"normal", "--text", "• 1. swordfish\nswordfish"});
     convert();
-    EXPECT_EQ(countOf(program->standardError(), "swordfish"), 0U);
-    EXPECT_EQ(countOf(program->standardError(), "<private>"), 3U);
+    EXPECT_EQ(countOf(program_->standardError(), "swordfish"), 0U);
+    EXPECT_EQ(countOf(program_->standardError(), "<private>"), 3U);
 }
 
 TEST_F(ProgramTests, AShortcutThatAnotherProgramHasIsSilentlyNotTaken) {
     startProgram();
-    ChildProcess second({PASTEWISE_PROGRAM}, {.environment = session.environment()});
+    ChildProcess second({PASTEWISE_PROGRAM}, {.environment = session_.environment()});
     const auto owner = startOwner({"normal"});
     convert();
     EXPECT_TRUE(second.isRunning());
@@ -187,8 +187,8 @@ TEST_P(EndTests, EndsCleanlyAtASignalAndLetsTheShortcutGo) {
     startProgram();
     const auto owner = startOwner({"normal"});
     convert();
-    program->sendSignal(GetParam());
-    EXPECT_EQ(program->waitForExit(), 0) << program->standardError();
+    program_->sendSignal(GetParam());
+    EXPECT_EQ(program_->waitForExit(), 0) << program_->standardError();
     startProgram();
     const auto newOwner = startOwner({"normal"});
     convert();
@@ -199,7 +199,7 @@ INSTANTIATE_TEST_SUITE_P(Each, EndTests, testing::Values(SIGTERM, SIGINT), [](co
 });
 
 TEST_F(ProgramTests, WhatWasConvertedOutlivesTheProgramWhereAClipboardManagerRuns) {
-    ChildProcess manager({"xfsettingsd", "--no-daemon"}, {.environment = session.environment()});
+    ChildProcess manager({"xfsettingsd", "--no-daemon"}, {.environment = session_.environment()});
     ASSERT_TRUE(waitUntil([this] {
         ChildProcess query({PASTEWISE_CLIPBOARD_READER,
                             "targets",
@@ -207,22 +207,22 @@ TEST_F(ProgramTests, WhatWasConvertedOutlivesTheProgramWhereAClipboardManagerRun
                             "CLIPBOARD_MANAGER",
                             "--timeout",
                             "1000"},
-                           {.environment = session.environment()});
+                           {.environment = session_.environment()});
         return query.waitForExit() == 0;
     })) << manager.standardError();
     startProgram();
     const auto owner = startOwner({"normal", "--text", "- tea\n- cake"});
     convert();
     const std::string html = paste("text/html");
-    program->sendSignal(SIGTERM);
-    ASSERT_EQ(program->waitForExit(), 0) << program->standardError();
+    program_->sendSignal(SIGTERM);
+    ASSERT_EQ(program_->waitForExit(), 0) << program_->standardError();
     EXPECT_EQ(paste("UTF8_STRING"), "tea\ncake");
     EXPECT_EQ(paste("text/html"), html);
 }
 
 TEST_F(ProgramTests, SaysSoAndEndsWhenThereIsNoDisplay) {
     for (const char* display : {"", ":987654"}) {
-        auto environment = session.environment();
+        auto environment = session_.environment();
         environment["DISPLAY"] = display;
         ChildProcess displayless({PASTEWISE_PROGRAM}, {.environment = environment});
         EXPECT_EQ(displayless.waitForExit(), 1);
@@ -233,10 +233,10 @@ TEST_F(ProgramTests, SaysSoAndEndsWhenThereIsNoDisplay) {
 
 TEST_F(ProgramTests, EndsWithoutACrashWhenTheXServerGoes) {
     startProgram();
-    session.killXServer();
-    const auto exitCode = program->waitForExit();
+    session_.killXServer();
+    const auto exitCode = program_->waitForExit();
     ASSERT_TRUE(exitCode.has_value());
-    EXPECT_LT(*exitCode, 128) << program->standardError();
+    EXPECT_LT(*exitCode, 128) << program_->standardError();
 }
 
 /// What the process holds, from the kernel's accounts.
@@ -268,9 +268,9 @@ TEST_F(ProgramTests, AThousandConversionsLeaveNothingBehind) {
         }
     };
     convertTimes(100);
-    const Holdings before = holdingsOf(program->id());
+    const Holdings before = holdingsOf(program_->id());
     convertTimes(1000);
-    const Holdings after = holdingsOf(program->id());
+    const Holdings after = holdingsOf(program_->id());
     EXPECT_GT(before.privateKilobytes, 0);
     EXPECT_EQ(after.fileDescriptors, before.fileDescriptors);
     if constexpr (!PASTEWISE_IS_SANITIZED) { // The sanitizer keeps what is freed for a while.

@@ -19,48 +19,48 @@ class ConversionFlowTests : public testing::Test {
   protected:
     template <typename User>
     void run(User user) {
-        system.setUser([this, &user] {
-            system.logSink().clear();
+        system_.setUser([this, &user] {
+            system_.logSink().clear();
             user();
         });
-        pastewise::PastewiseApp app(system);
-        exitCode = app.main();
+        pastewise::PastewiseApp app(system_);
+        exitCode_ = app.main();
     }
 
     void pressShortcut() {
-        EXPECT_EQ(system.eventHotKeyService().press(commandG), hotkey::noErr);
-        static_cast<void>(system.eventHotKeyService().release(commandG));
+        EXPECT_EQ(system_.eventHotKeyService().press(commandG), hotkey::noErr);
+        static_cast<void>(system_.eventHotKeyService().release(commandG));
     }
 
     [[nodiscard]] std::string clipboard(PasteboardType type) {
-        return system.pasteboard().contents().at(type);
+        return system_.pasteboard().contents().at(type);
     }
 
-    MemoryPlatform system;
-    int exitCode = -1;
+    MemoryPlatform system_;
+    int exitCode_ = -1;
 };
 
 TEST_F(ConversionFlowTests, TakesTheShortcutAtLaunchAndGivesItBackAtTheEnd) {
     run([this] {
-        EXPECT_EQ(system.eventHotKeyService().registered(),
+        EXPECT_EQ(system_.eventHotKeyService().registered(),
                   std::vector<platform::MemoryEventHotKeyService::Combination>{commandG});
     });
-    EXPECT_TRUE(system.eventHotKeyService().registered().empty());
-    EXPECT_EQ(exitCode, 0);
+    EXPECT_TRUE(system_.eventHotKeyService().registered().empty());
+    EXPECT_EQ(exitCode_, 0);
 }
 
 TEST_F(ConversionFlowTests, OneKeyPressTurnsTheListIntoASheetAndTellsTheLogEachStep) {
-    system.pasteboard().copyElsewhere("• Buy milk\r\n\r\n2. Call Ann");
+    system_.pasteboard().copyElsewhere("• Buy milk\r\n\r\n2. Call Ann");
     run([this] { pressShortcut(); });
     EXPECT_EQ(clipboard(PasteboardType::string), "Buy milk\nCall Ann");
     EXPECT_NE(clipboard(PasteboardType::html).find(">Buy milk</td>"), std::string::npos);
     EXPECT_NE(clipboard(PasteboardType::html).find("\"rowCount\": 2,"), std::string::npos);
-    EXPECT_EQ(system.pasteboard().calls(),
+    EXPECT_EQ(system_.pasteboard().calls(),
               (std::vector<std::string>{"get string", "clear", "set string", "set html"}));
 
     const std::string htmlLength = std::to_string(clipboard(PasteboardType::html).size());
     EXPECT_EQ(
-        system.logSink().messages(),
+        system_.logSink().messages(),
         (std::vector<std::string>{
             "debug: Global shortcut triggered; attempting clipboard conversion",
             "debug: Reading from clipboard...",
@@ -77,11 +77,11 @@ TEST_F(ConversionFlowTests, OneKeyPressTurnsTheListIntoASheetAndTellsTheLogEachS
 }
 
 TEST_F(ConversionFlowTests, AnImageOnTheClipboardStaysThereAndIsReported) {
-    system.pasteboard().copyImageElsewhere();
+    system_.pasteboard().copyImageElsewhere();
     run([this] { pressShortcut(); });
-    EXPECT_TRUE(system.pasteboard().holdsImage());
-    EXPECT_EQ(system.pasteboard().changeCount(), 1U);
-    EXPECT_EQ(system.logSink().messages(),
+    EXPECT_TRUE(system_.pasteboard().holdsImage());
+    EXPECT_EQ(system_.pasteboard().changeCount(), 1U);
+    EXPECT_EQ(system_.logSink().messages(),
               (std::vector<std::string>{
                   "debug: Global shortcut triggered; attempting clipboard conversion",
                   "debug: Reading from clipboard...",
@@ -90,26 +90,26 @@ TEST_F(ConversionFlowTests, AnImageOnTheClipboardStaysThereAndIsReported) {
 }
 
 TEST_F(ConversionFlowTests, ARefusedWriteIsReported) {
-    system.pasteboard().copyElsewhere("a");
-    system.pasteboard().refuse(PasteboardType::html);
+    system_.pasteboard().copyElsewhere("a");
+    system_.pasteboard().refuse(PasteboardType::html);
     run([this] { pressShortcut(); });
-    const auto messages = system.logSink().messages();
+    const auto messages = system_.logSink().messages();
     ASSERT_GE(messages.size(), 2U);
     EXPECT_EQ(messages[messages.size() - 2], "error: Failed to write to clipboard");
     EXPECT_EQ(messages.back(), "error: Clipboard write failed; unable to update content for Miro");
 }
 
 TEST_F(ConversionFlowTests, TextThatIsCleanedAwayStillMakesASheetWithoutRows) {
-    system.pasteboard().copyElsewhere(" \n• \n");
+    system_.pasteboard().copyElsewhere(" \n• \n");
     run([this] { pressShortcut(); });
     EXPECT_EQ(clipboard(PasteboardType::string), "");
     EXPECT_NE(clipboard(PasteboardType::html).find("\"rowCount\": 0,"), std::string::npos);
-    EXPECT_EQ(system.logSink().messages().back(),
+    EXPECT_EQ(system_.logSink().messages().back(),
               "debug: Clipboard updated with Miro-compatible content; recording analytics");
 }
 
 TEST_F(ConversionFlowTests, ConvertingWhatWasConvertedKeepsTheLines) {
-    system.pasteboard().copyElsewhere("a\nb");
+    system_.pasteboard().copyElsewhere("a\nb");
     run([this] {
         pressShortcut();
         const std::string html = clipboard(PasteboardType::html);
@@ -120,24 +120,24 @@ TEST_F(ConversionFlowTests, ConvertingWhatWasConvertedKeepsTheLines) {
 }
 
 TEST_F(ConversionFlowTests, LogsUnderTheBundleIdentifierWhereThereIsOne) {
-    system.setBundleIdentifier("org.example.bundle");
+    system_.setBundleIdentifier("org.example.bundle");
     run([this] { pressShortcut(); });
-    ASSERT_FALSE(system.logSink().entries().empty());
-    EXPECT_EQ(system.logSink().entries().front().subsystem, "org.example.bundle");
+    ASSERT_FALSE(system_.logSink().entries().empty());
+    EXPECT_EQ(system_.logSink().entries().front().subsystem, "org.example.bundle");
 }
 
 TEST_F(ConversionFlowTests, LogsUnderItsOwnNameWithoutABundle) {
     run([this] { pressShortcut(); });
-    ASSERT_FALSE(system.logSink().entries().empty());
-    EXPECT_EQ(system.logSink().entries().front().subsystem, "com.app.pastewise");
+    ASSERT_FALSE(system_.logSink().entries().empty());
+    EXPECT_EQ(system_.logSink().entries().front().subsystem, "com.app.pastewise");
 }
 
 TEST_F(ConversionFlowTests, ARefusedShortcutIsSilentAndTheProgramRuns) {
-    system.eventHotKeyService().takeElsewhere(commandG);
-    system.setUser([] {});
-    pastewise::PastewiseApp app(system);
+    system_.eventHotKeyService().takeElsewhere(commandG);
+    system_.setUser([] {});
+    pastewise::PastewiseApp app(system_);
     EXPECT_EQ(app.main(), 0);
-    for (const auto& entry : system.logSink().entries()) {
+    for (const auto& entry : system_.logSink().entries()) {
         EXPECT_EQ(entry.level, foundation::LogLevel::debug) << entry.whole;
     }
 }

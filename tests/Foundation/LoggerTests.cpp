@@ -16,69 +16,69 @@ using platform::MemoryLogSink;
 
 class LoggerTests : public testing::Test {
   protected:
-    MemoryLogSink sink;
-    foundation::LoggerFactory loggers{sink, "com.app.pastewise"};
-    Logger logger = loggers.logger("ClipboardManager");
+    MemoryLogSink sink_;
+    foundation::LoggerFactory loggers_{sink_, "com.app.pastewise"};
+    Logger logger_ = loggers_.logger("ClipboardManager");
 };
 
 TEST_F(LoggerTests, NamesSubsystemCategoryAndLevel) {
-    logger.debug("Reading from clipboard...");
-    logger.error("No text found in clipboard");
-    ASSERT_EQ(sink.entries().size(), 2U);
-    EXPECT_EQ(sink.entries()[0].subsystem, "com.app.pastewise");
-    EXPECT_EQ(sink.entries()[0].category, "ClipboardManager");
-    EXPECT_EQ(sink.entries()[0].level, LogLevel::debug);
-    EXPECT_EQ(sink.entries()[1].level, LogLevel::error);
-    EXPECT_EQ(sink.entries()[1].whole, "No text found in clipboard");
+    logger_.debug("Reading from clipboard...");
+    logger_.error("No text found in clipboard");
+    ASSERT_EQ(sink_.entries().size(), 2U);
+    EXPECT_EQ(sink_.entries()[0].subsystem, "com.app.pastewise");
+    EXPECT_EQ(sink_.entries()[0].category, "ClipboardManager");
+    EXPECT_EQ(sink_.entries()[0].level, LogLevel::debug);
+    EXPECT_EQ(sink_.entries()[1].level, LogLevel::error);
+    EXPECT_EQ(sink_.entries()[1].whole, "No text found in clipboard");
 }
 
 TEST_F(LoggerTests, ShowsNumbersAndHidesTextsUnlessTheFormatSaysOtherwise) {
-    logger.debug(
+    logger_.debug(
         "%ld %s %{public}s %{private}ld", std::int64_t{-3}, "secret", "open", std::int64_t{4});
-    EXPECT_EQ(sink.entries().at(0).redacted, "-3 <private> open <private>");
-    EXPECT_EQ(sink.entries().at(0).whole, "-3 secret open 4");
+    EXPECT_EQ(sink_.entries().at(0).redacted, "-3 <private> open <private>");
+    EXPECT_EQ(sink_.entries().at(0).whole, "-3 secret open 4");
 }
 
 TEST_F(LoggerTests, KeepsTheFormatWithItsPrivacyMarksForWhoeverReadsTheRecord) {
-    logger.debug("Using SF Symbol for base status icon: %{public}s", std::string("p.square"));
-    EXPECT_EQ(sink.entries().at(0).format, "Using SF Symbol for base status icon: %{public}s");
+    logger_.debug("Using SF Symbol for base status icon: %{public}s", std::string("p.square"));
+    EXPECT_EQ(sink_.entries().at(0).format, "Using SF Symbol for base status icon: %{public}s");
 }
 
 TEST_F(LoggerTests, PrintsEveryKindOfValue) {
-    logger.debug("%d %ld %u %lu %f %{bool}d %{bool,public}d %{public}s",
-                 -1,
-                 std::int64_t{-2},
-                 3U,
-                 std::uint64_t{4},
-                 0.5,
-                 true,
-                 false,
-                 std::string_view("x"));
-    EXPECT_EQ(sink.entries().at(0).redacted, "-1 -2 3 4 0.500000 true false x");
+    logger_.debug("%d %ld %u %lu %f %{bool}d %{bool,public}d %{public}s",
+                  -1,
+                  std::int64_t{-2},
+                  3U,
+                  std::uint64_t{4},
+                  0.5,
+                  true,
+                  false,
+                  std::string_view("x"));
+    EXPECT_EQ(sink_.entries().at(0).redacted, "-1 -2 3 4 0.500000 true false x");
 }
 
 TEST_F(LoggerTests, ComputesAFunctionsValueOnlyWhenTheLevelIsOn) {
     int computed = 0;
     const auto length = [&computed]() -> std::int64_t { return ++computed; };
-    sink.setEnabled(LogLevel::debug, false);
-    logger.debug("Processing text with length: %ld", length);
+    sink_.setEnabled(LogLevel::debug, false);
+    logger_.debug("Processing text with length: %ld", length);
     EXPECT_EQ(computed, 0);
-    EXPECT_TRUE(sink.entries().empty());
+    EXPECT_TRUE(sink_.entries().empty());
 
-    sink.setEnabled(LogLevel::debug, true);
-    logger.debug("Processing text with length: %ld", length);
+    sink_.setEnabled(LogLevel::debug, true);
+    logger_.debug("Processing text with length: %ld", length);
     EXPECT_EQ(computed, 1);
-    EXPECT_EQ(sink.messages().at(0), "debug: Processing text with length: 1");
+    EXPECT_EQ(sink_.messages().at(0), "debug: Processing text with length: 1");
 }
 
 TEST_F(LoggerTests, HoldsATextThatAFunctionReturnsUntilItIsWritten) {
-    logger.debug("%{public}s", [] { return std::string(100, 'x'); });
-    EXPECT_EQ(sink.entries().at(0).redacted, std::string(100, 'x'));
+    logger_.debug("%{public}s", [] { return std::string(100, 'x'); });
+    EXPECT_EQ(sink_.entries().at(0).redacted, std::string(100, 'x'));
 }
 
 TEST_F(LoggerTests, DoesNotTakeAPercentSignInAValueForAPlaceholder) {
-    logger.debug("%{public}s and %{public}s", "100 %s", "%{public}d");
-    EXPECT_EQ(sink.entries().at(0).redacted, "100 %s and %{public}d");
+    logger_.debug("%{public}s and %{public}s", "100 %s", "%{public}d");
+    EXPECT_EQ(sink_.entries().at(0).redacted, "100 %s and %{public}d");
 }
 
 } // namespace

@@ -11,14 +11,14 @@ namespace {
 
 class TerminationSignalsTests : public testing::TestWithParam<int> {
   protected:
-    testing_support::QtTestLoop loop;
-    platform::QtEventLoop eventLoop;
+    testing_support::QtTestLoop loop_;
+    platform::QtEventLoop eventLoop_;
 };
 
 TEST_P(TerminationSignalsTests, AreDeliveredByTheEventLoopInsteadOfEndingTheProcess) {
     int count = 0;
     const platform::TerminationSignals signals;
-    const auto watch = signals.deliver(eventLoop, [&] { ++count; });
+    const auto watch = signals.deliver(eventLoop_, [&] { ++count; });
     ASSERT_EQ(std::raise(GetParam()), 0);
     EXPECT_EQ(count, 0);
     EXPECT_TRUE(testing_support::waitUntil(
@@ -30,7 +30,7 @@ TEST_P(TerminationSignalsTests, EndTheProcessAgainOnceNobodyCatchesThem) {
         {
             {
                 const platform::TerminationSignals signals;
-                const auto watch = signals.deliver(eventLoop, [] {});
+                const auto watch = signals.deliver(eventLoop_, [] {});
             }
             static_cast<void>(std::raise(GetParam()));
         },
@@ -42,8 +42,8 @@ TEST_P(TerminationSignalsTests, AreDeliveredAlsoWhenTheyCameBeforeAnybodyListene
     int count = 0;
     const platform::TerminationSignals signals;
     ASSERT_EQ(std::raise(GetParam()), 0);
-    const auto watch = signals.deliver(eventLoop, [&] { ++count; });
-    EXPECT_TRUE(loop.turnUntil([&] { return count == 1; }));
+    const auto watch = signals.deliver(eventLoop_, [&] { ++count; });
+    EXPECT_TRUE(loop_.turnUntil([&] { return count == 1; }));
 }
 
 INSTANTIATE_TEST_SUITE_P(Each,

@@ -14,51 +14,51 @@ using platform::WorkItem;
 class MemoryMainQueueTests : public testing::Test {
   protected:
     std::shared_ptr<WorkItem> note(char mark) {
-        return std::make_shared<WorkItem>([this, mark] { notes += mark; });
+        return std::make_shared<WorkItem>([this, mark] { notes_ += mark; });
     }
 
-    MemoryMainQueue queue;
-    std::string notes;
+    MemoryMainQueue queue_;
+    std::string notes_;
 };
 
 TEST_F(MemoryMainQueueTests, RunsNothingInsideTheCallThatQueuedIt) {
-    queue.async([this] { notes += 'a'; });
-    EXPECT_EQ(notes, "");
-    queue.drain();
-    EXPECT_EQ(notes, "a");
+    queue_.async([this] { notes_ += 'a'; });
+    EXPECT_EQ(notes_, "");
+    queue_.drain();
+    EXPECT_EQ(notes_, "a");
 }
 
 TEST_F(MemoryMainQueueTests, RunsDelayedWorkInTheOrderOfItsDueTimes) {
-    queue.asyncAfter(900ms, note('c'));
-    queue.asyncAfter(100ms, note('a'));
-    queue.asyncAfter(100ms, note('b'));
-    queue.advance(99ms);
-    EXPECT_EQ(notes, "");
-    queue.advance(1ms);
-    EXPECT_EQ(notes, "ab");
-    queue.advance(800ms);
-    EXPECT_EQ(notes, "abc");
+    queue_.asyncAfter(900ms, note('c'));
+    queue_.asyncAfter(100ms, note('a'));
+    queue_.asyncAfter(100ms, note('b'));
+    queue_.advance(99ms);
+    EXPECT_EQ(notes_, "");
+    queue_.advance(1ms);
+    EXPECT_EQ(notes_, "ab");
+    queue_.advance(800ms);
+    EXPECT_EQ(notes_, "abc");
 }
 
 TEST_F(MemoryMainQueueTests, ShowsEachPieceOfWorkItsOwnTime) {
     std::chrono::milliseconds seen{};
-    queue.asyncAfter(100ms, std::make_shared<WorkItem>([&] {
-                         seen = queue.now();
-                         queue.asyncAfter(100ms, note('n'));
-                     }));
-    queue.advance(1000ms);
+    queue_.asyncAfter(100ms, std::make_shared<WorkItem>([&] {
+                          seen = queue_.now();
+                          queue_.asyncAfter(100ms, note('n'));
+                      }));
+    queue_.advance(1000ms);
     EXPECT_EQ(seen, 100ms);
-    EXPECT_EQ(notes, "n");
-    EXPECT_EQ(queue.now(), 1000ms);
+    EXPECT_EQ(notes_, "n");
+    EXPECT_EQ(queue_.now(), 1000ms);
 }
 
 TEST_F(MemoryMainQueueTests, SkipsWorkThatWasCancelled) {
     const auto item = note('x');
-    queue.asyncAfter(10ms, item);
+    queue_.asyncAfter(10ms, item);
     item->cancel();
-    queue.advance(20ms);
-    EXPECT_EQ(notes, "");
-    EXPECT_EQ(queue.pendingCount(), 0U);
+    queue_.advance(20ms);
+    EXPECT_EQ(notes_, "");
+    EXPECT_EQ(queue_.pendingCount(), 0U);
 }
 
 } // namespace
