@@ -19,7 +19,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <optional>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -161,6 +161,10 @@ struct SystemMaker {
     std::string name;
     std::function<std::unique_ptr<HotKeySystem>()> make;
 };
+
+void PrintTo(const SystemMaker& maker, std::ostream* stream) {
+    *stream << maker.name;
+}
 
 class EventHotKeyServiceContract : public testing::TestWithParam<SystemMaker> {
   protected:
