@@ -71,6 +71,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, const Option
     const Pipe error;
     std::vector<std::string> arguments = command;
     std::vector<char*> argumentPointers;
+    argumentPointers.reserve(arguments.size() + 1);
     for (std::string& argument : arguments) {
         argumentPointers.push_back(argument.data());
     }
