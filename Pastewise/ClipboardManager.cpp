@@ -50,7 +50,7 @@ std::string_view ClipboardManager::sanitizeLine(std::string_view line) const {
 ConversionPayload ClipboardManager::generateHTML(const text::LineList& lines) const {
     logger_.debug("Generating Miro-compatible HTML from raw lines: %ld",
                   static_cast<std::int64_t>(lines.size()));
-    ConversionPayload payload = text::makeSheetDocument(lines.lines());
+    ConversionPayload payload = text::makeSheetDocument(lines);
     logger_.debug("Sanitized line count after removing blanks: %ld", payload.stickyCount);
     logger_.debug("Generated HTML with sanitized count: %ld", payload.stickyCount);
     return payload;

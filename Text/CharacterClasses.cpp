@@ -1,31 +1,28 @@
 #include "Text/CharacterClasses.h"
 
-#include <algorithm>
 #include <array>
-#include <iterator>
 
 namespace text {
 
 namespace {
 
-/// The zero of each set of decimal digits in ascending order. The nine other digits of a set
-/// follow its zero.
+/// The zero of each set of decimal digits but the ASCII one, in ascending order. The nine other
+/// digits of a set follow its zero.
 constexpr auto zeroDigits = std::to_array<char32_t>({
-    0x0030,  0x0660,  0x06F0,  0x07C0,  0x0966,  0x09E6,  0x0A66,  0x0AE6,  0x0B66,  0x0BE6,
-    0x0C66,  0x0CE6,  0x0D66,  0x0DE6,  0x0E50,  0x0ED0,  0x0F20,  0x1040,  0x1090,  0x17E0,
-    0x1810,  0x1946,  0x19D0,  0x1A80,  0x1A90,  0x1B50,  0x1BB0,  0x1C40,  0x1C50,  0xA620,
-    0xA8D0,  0xA900,  0xA9D0,  0xA9F0,  0xAA50,  0xABF0,  0xFF10,  0x104A0, 0x10D30, 0x11066,
-    0x110F0, 0x11136, 0x111D0, 0x112F0, 0x11450, 0x114D0, 0x11650, 0x116C0, 0x11730, 0x118E0,
-    0x11950, 0x11C50, 0x11D50, 0x11DA0, 0x11F50, 0x16A60, 0x16AC0, 0x16B50, 0x1D7CE, 0x1D7D8,
-    0x1D7E2, 0x1D7EC, 0x1D7F6, 0x1E140, 0x1E2F0, 0x1E4F0, 0x1E950, 0x1FBF0,
+    0x0660,  0x06F0,  0x07C0,  0x0966,  0x09E6,  0x0A66,  0x0AE6,  0x0B66,  0x0BE6,  0x0C66,
+    0x0CE6,  0x0D66,  0x0DE6,  0x0E50,  0x0ED0,  0x0F20,  0x1040,  0x1090,  0x17E0,  0x1810,
+    0x1946,  0x19D0,  0x1A80,  0x1A90,  0x1B50,  0x1BB0,  0x1C40,  0x1C50,  0xA620,  0xA8D0,
+    0xA900,  0xA9D0,  0xA9F0,  0xAA50,  0xABF0,  0xFF10,  0x104A0, 0x10D30, 0x11066, 0x110F0,
+    0x11136, 0x111D0, 0x112F0, 0x11450, 0x114D0, 0x11650, 0x116C0, 0x11730, 0x118E0, 0x11950,
+    0x11C50, 0x11D50, 0x11DA0, 0x11F50, 0x16A60, 0x16AC0, 0x16B50, 0x1D7CE, 0x1D7D8, 0x1D7E2,
+    0x1D7EC, 0x1D7F6, 0x1E140, 0x1E2F0, 0x1E4F0, 0x1E950, 0x1FBF0,
 });
-static_assert(zeroDigits.size() == 68);
+static_assert(zeroDigits.size() == 67);
 
 } // namespace
 
-bool isWhiteSpace(char32_t character) {
+bool isWhiteSpaceBeyondAscii(char32_t character) {
     switch (character) {
-    case U'\u0020':
     case U'\u0085':
     case U'\u00A0':
     case U'\u1680':
@@ -36,14 +33,18 @@ bool isWhiteSpace(char32_t character) {
     case U'\u3000':
         return true;
     default:
-        return (character >= U'\u0009' && character <= U'\u000D') ||
-               (character >= U'\u2000' && character <= U'\u200A');
+        return character >= U'\u2000' && character <= U'\u200A';
     }
 }
 
-bool isDecimalDigit(char32_t character) {
-    const auto* const behind = std::upper_bound(zeroDigits.begin(), zeroDigits.end(), character);
-    return behind != zeroDigits.begin() && character - *std::prev(behind) < 10;
+bool isDecimalDigitBeyondAscii(char32_t character) {
+    // All of them without a branch are found faster, many side by side, than the right one by a
+    // search whose every step is a guess.
+    bool isFound = false;
+    for (const char32_t zero : zeroDigits) {
+        isFound |= character - zero < 10;
+    }
+    return isFound;
 }
 
 } // namespace text

@@ -11,14 +11,14 @@ namespace text {
 /// as it was. Entities that the text already holds are text like any other. Throws std::bad_alloc.
 [[nodiscard]] foundation::TextBuffer escapeHTML(std::string_view text);
 
-/// The size of the escaped text in bytes.
-[[nodiscard]] std::size_t escapedSize(std::string_view text);
+/// By how many bytes escaping lengthens the text at most: by little more than it does.
+[[nodiscard]] std::size_t escapeGrowthLimit(std::string_view text);
 
 /// How many bytes behind the escaped text writeEscaped() may overwrite.
 inline constexpr std::size_t escapeSlack = 7;
 
-/// Writes the escaped text to `out`, which has room for escapedSize() + escapeSlack bytes, and
-/// returns the end of what was written.
+/// Writes the escaped text to `out`, which has room for the text, escapeGrowthLimit() and
+/// escapeSlack, and returns the end of what was written.
 [[nodiscard]] char* writeEscaped(char* out, std::string_view text);
 
 } // namespace text

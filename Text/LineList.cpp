@@ -42,23 +42,49 @@ class LineSplitter {
     std::size_t carriageReturn_;
 };
 
-std::size_t countLines(std::string_view text) {
-    auto breaks = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
-    std::size_t carriageReturn = text.find('\r');
-    while (carriageReturn != std::string_view::npos) {
-        if (!text.substr(carriageReturn + 1).starts_with('\n')) {
-            ++breaks;
+/// The number of line feeds and carriage returns, of which a pair counts as two.
+std::size_t countBreakCharacters(std::string_view text) {
+    const auto isBreak = [](char byte) {
+        return static_cast<unsigned char>((byte == '\n') + (byte == '\r'));
+    };
+    // In parts whose count fits into a byte, so that compilers count in many bytes side by side.
+    constexpr std::size_t partSize = 128;
+    std::size_t count = 0;
+    for (; text.size() >= partSize; text.remove_prefix(partSize)) {
+        unsigned char inPart = 0;
+        for (std::size_t i = 0; i < partSize; ++i) {
+            inPart += isBreak(text[i]);
         }
-        carriageReturn = text.find('\r', carriageReturn + 1);
+        count += inPart;
     }
-    return breaks + 1;
+    for (const char byte : text) {
+        count += isBreak(byte);
+    }
+    return count;
 }
 
 } // namespace
 
+LineList LineList::of(std::span<const std::string_view> lines) {
+    foundation::TextBuffer text;
+    std::size_t size = 0;
+    for (const std::string_view line : lines) {
+        size += line.size();
+    }
+    text.reserve(size);
+    std::vector<std::string_view> copies;
+    copies.reserve(lines.size());
+    for (const std::string_view line : lines) {
+        text.append(line);
+        copies.push_back(text.view().substr(text.size() - line.size()));
+    }
+    return {std::move(text), std::move(copies)};
+}
+
 LineList processText(foundation::TextBuffer text, const LineObserver& observer) {
     std::vector<std::string_view> lines;
-    lines.reserve(countLines(text.view()));
+    // Enough in any case. Room that pairs leave over is never touched.
+    lines.reserve(countBreakCharacters(text.view()) + 1);
     LineSplitter splitter(text.view());
     while (const auto line = splitter.next()) {
         const std::string_view trimmed = trim(*line);

@@ -12,22 +12,7 @@
 
 namespace text {
 
-/// A text and the lines that were found in it, which are parts of it: nothing is copied, however
-/// long the text. Move-only; the lines stay valid while the list, or what it was moved to, lives.
-class LineList {
-  public:
-    /// `lines` point into `text` or at something that lives as long as the program.
-    LineList(foundation::TextBuffer text, std::vector<std::string_view> lines)
-        : text_(std::move(text)), lines_(std::move(lines)) {}
-
-    [[nodiscard]] std::span<const std::string_view> lines() const { return lines_; }
-
-    [[nodiscard]] std::size_t size() const { return lines_.size(); }
-
-  private:
-    foundation::TextBuffer text_;
-    std::vector<std::string_view> lines_;
-};
+class LineList;
 
 /// Told of each line that is not blank: the trimmed line, and what became of it.
 using LineObserver = std::function<void(std::string_view line, const SanitizedLine& sanitized)>;
@@ -37,5 +22,29 @@ using LineObserver = std::function<void(std::string_view line, const SanitizedLi
 /// as empty views; an empty text is one blank line. Memory-safe on any bytes. Throws
 /// std::bad_alloc, and whatever the observer throws.
 [[nodiscard]] LineList processText(foundation::TextBuffer text, const LineObserver& observer = {});
+
+/// A text and the lines that were found in it: nothing is copied, however long the text. The lines
+/// are parts of the text, each behind the one before, so that what they add up to is never more
+/// than the text. Move-only; the lines stay valid while the list, or what it was moved to, lives.
+class LineList {
+  public:
+    /// A list of the given lines as they are, which are copied. Throws std::bad_alloc.
+    [[nodiscard]] static LineList of(std::span<const std::string_view> lines);
+
+    [[nodiscard]] std::string_view text() const { return text_.view(); }
+
+    [[nodiscard]] std::span<const std::string_view> lines() const { return lines_; }
+
+    [[nodiscard]] std::size_t size() const { return lines_.size(); }
+
+  private:
+    friend LineList processText(foundation::TextBuffer text, const LineObserver& observer);
+
+    LineList(foundation::TextBuffer text, std::vector<std::string_view> lines)
+        : text_(std::move(text)), lines_(std::move(lines)) {}
+
+    foundation::TextBuffer text_;
+    std::vector<std::string_view> lines_;
+};
 
 } // namespace text

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <limits>
 #include <string>
 
 namespace text {
@@ -26,26 +27,34 @@ constexpr auto rowSeparator = [] {
     return bytes;
 }();
 
-struct Measure {
-    std::size_t count = 0;
-    std::size_t size = 0;
-    std::size_t escapedSize = 0;
-};
+/// What everything but the rows comes to at most: the fragments, and three times the longest count.
+constexpr std::size_t longestCount = std::numeric_limits<std::size_t>::digits10 + 1;
+constexpr std::size_t fixedSizeLimit =
+    head.size() + tableEndAndGridDataOpening.size() + gridJsonStart.size() + gridJsonEnd.size() +
+    gridDataClosingAndAnalyticsDataOpening.size() + analyticsJsonStart.size() +
+    analyticsJsonMiddle.size() + analyticsJsonEnd.size() + documentEnd.size() + 3 * longestCount;
 
 bool isBlank(std::string_view line) {
     return trimStart(line).empty();
 }
 
-Measure measure(std::span<const std::string_view> lines) {
-    Measure sum;
-    for (const std::string_view line : lines) {
-        if (!isBlank(line)) {
-            ++sum.count;
-            sum.size += line.size();
-            sum.escapedSize += escapedSize(line);
-        }
+/// How large the two texts of a payload become at most: hardly less when the blank lines are empty,
+/// as they are in a list that processText() made.
+struct SizeLimits {
+    std::size_t html;
+    std::size_t plainText;
+};
+
+SizeLimits sizeLimits(const LineList& lines) {
+    std::size_t rows = 0;
+    std::size_t cells = 0;
+    for (const std::string_view line : lines.lines()) {
+        rows += line.empty() ? 0U : 1U;
+        cells += line.size();
     }
-    return sum;
+    return {.html = fixedSizeLimit + rows * rowSeparator.size() + cells +
+                    escapeGrowthLimit(lines.text()),
+            .plainText = cells + rows};
 }
 
 char* write(char* out, std::string_view text) {
@@ -53,66 +62,57 @@ char* write(char* out, std::string_view text) {
     return out + text.size();
 }
 
-/// Everything behind the last row.
-std::string documentTail(std::size_t count) {
-    const std::string number = std::to_string(count);
-    std::string tail;
-    tail.reserve(640);
-    for (const std::string_view piece : {tableEndAndGridDataOpening,
-                                         gridJsonStart,
-                                         std::string_view(number),
-                                         gridJsonEnd,
-                                         gridDataClosingAndAnalyticsDataOpening,
-                                         analyticsJsonStart,
-                                         std::string_view(number),
-                                         analyticsJsonMiddle,
-                                         std::string_view(number),
-                                         analyticsJsonEnd,
-                                         documentEnd}) {
-        tail += piece;
-    }
-    return tail;
+/// Writes everything behind the last row.
+char* writeTail(char* out, std::size_t rowCount) {
+    const std::string number = std::to_string(rowCount);
+    out = write(out, tableEndAndGridDataOpening);
+    out = write(out, gridJsonStart);
+    out = write(out, number);
+    out = write(out, gridJsonEnd);
+    out = write(out, gridDataClosingAndAnalyticsDataOpening);
+    out = write(out, analyticsJsonStart);
+    out = write(out, number);
+    out = write(out, analyticsJsonMiddle);
+    out = write(out, number);
+    out = write(out, analyticsJsonEnd);
+    return write(out, documentEnd);
 }
 
 } // namespace
 
-ConversionPayload makeSheetDocument(std::span<const std::string_view> lines) {
-    const Measure total = measure(lines);
+ConversionPayload makeSheetDocument(const LineList& lines) {
+    const SizeLimits limits = sizeLimits(lines);
     ConversionPayload payload;
-    payload.stickyCount = static_cast<std::int64_t>(total.count);
-    const std::string tail = documentTail(total.count);
-    std::size_t htmlSize = head.size() + tail.size();
-    std::size_t plainTextSize = 0;
-    if (total.count > 0) {
-        const std::size_t separators = total.count - 1;
-        htmlSize +=
-            rowStart.size() + separators * rowSeparator.size() + total.escapedSize + rowEnd.size();
-        plainTextSize = total.size + separators;
-    }
+    char* const htmlBegin = payload.html.appendUninitialised(limits.html);
+    char* const plainTextBegin = payload.plainText.appendUninitialised(limits.plainText);
 
     // What is written behind each cell is longer than what writing the cell may spoil there.
     static_assert(rowEnd.size() >= escapeSlack);
-    char* html = write(payload.html.appendUninitialised(htmlSize), head);
-    char* plainText = payload.plainText.appendUninitialised(plainTextSize);
-    bool isFirst = true;
-    for (const std::string_view line : lines) {
+    char* html = write(htmlBegin, head);
+    char* plainText = plainTextBegin;
+    std::size_t rowCount = 0;
+    for (const std::string_view line : lines.lines()) {
         if (isBlank(line)) {
             continue;
         }
-        if (isFirst) {
+        if (rowCount == 0) {
             html = write(html, rowStart);
-            isFirst = false;
         } else {
             html = write(html, {rowSeparator.data(), rowSeparator.size()});
             *plainText++ = '\n';
         }
         html = writeEscaped(html, line);
         plainText = write(plainText, line);
+        ++rowCount;
     }
-    if (!isFirst) {
+    if (rowCount > 0) {
         html = write(html, rowEnd);
     }
-    static_cast<void>(write(html, tail));
+    html = writeTail(html, rowCount);
+
+    payload.html.truncate(static_cast<std::size_t>(html - htmlBegin));
+    payload.plainText.truncate(static_cast<std::size_t>(plainText - plainTextBegin));
+    payload.stickyCount = static_cast<std::int64_t>(rowCount);
     return payload;
 }
 

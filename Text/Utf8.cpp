@@ -10,7 +10,7 @@ namespace {
 constexpr std::size_t blockSize = 32;
 
 /// How a byte begins a character: the character's length, the bits that the byte contributes, and
-/// the range of the byte that follows. Length 0 begins nothing.
+/// the range of the byte that follows. Length 0 begins nothing beyond ASCII.
 struct LeadByte {
     std::size_t length;
     char32_t bits;
@@ -23,9 +23,6 @@ std::uint8_t byteAt(std::string_view text, std::size_t index) {
 }
 
 LeadByte leadByte(std::uint8_t byte) {
-    if (byte < 0x80) {
-        return {.length = 1, .bits = byte};
-    }
     if (byte >= 0xC2 && byte <= 0xDF) {
         return {.length = 2, .bits = byte & 0x1FU};
     }
@@ -56,7 +53,7 @@ bool isAsciiBlock(const char* block) {
 
 } // namespace
 
-DecodedCharacter decodeFirst(std::string_view text) {
+DecodedCharacter decodeFirstBeyondAscii(std::string_view text) {
     const LeadByte lead = leadByte(byteAt(text, 0));
     if (lead.length == 0) {
         return {.codePoint = replacementCharacter, .length = 1, .isWellFormed = false};
@@ -73,8 +70,8 @@ DecodedCharacter decodeFirst(std::string_view text) {
     return {.codePoint = codePoint, .length = lead.length, .isWellFormed = true};
 }
 
-DecodedCharacter decodeLast(std::string_view text) {
-    for (std::size_t length = 1; length <= std::min<std::size_t>(4, text.size()); ++length) {
+DecodedCharacter decodeLastBeyondAscii(std::string_view text) {
+    for (std::size_t length = 2; length <= std::min<std::size_t>(4, text.size()); ++length) {
         const std::string_view tail = text.substr(text.size() - length);
         if ((byteAt(tail, 0) & 0xC0U) != 0x80U) {
             const DecodedCharacter character = decodeFirst(tail);

@@ -17,12 +17,23 @@ struct DecodedCharacter {
     bool isWellFormed;
 };
 
+[[nodiscard]] DecodedCharacter decodeFirstBeyondAscii(std::string_view text);
+[[nodiscard]] DecodedCharacter decodeLastBeyondAscii(std::string_view text);
+
 /// The first character of a text that is not empty.
-[[nodiscard]] DecodedCharacter decodeFirst(std::string_view text);
+[[nodiscard]] inline DecodedCharacter decodeFirst(std::string_view text) {
+    const auto byte = static_cast<unsigned char>(text.front());
+    return byte < 0x80 ? DecodedCharacter{.codePoint = byte, .length = 1, .isWellFormed = true}
+                       : decodeFirstBeyondAscii(text);
+}
 
 /// The last character of a text that is not empty. When the text does not end in a well-formed
 /// character this is its last byte alone, as an ill-formed sequence.
-[[nodiscard]] DecodedCharacter decodeLast(std::string_view text);
+[[nodiscard]] inline DecodedCharacter decodeLast(std::string_view text) {
+    const auto byte = static_cast<unsigned char>(text.back());
+    return byte < 0x80 ? DecodedCharacter{.codePoint = byte, .length = 1, .isWellFormed = true}
+                       : decodeLastBeyondAscii(text);
+}
 
 /// The number of bytes of the well-formed UTF-8 that a text begins with: all of them when there is
 /// nothing wrong with it.

@@ -75,7 +75,7 @@ ExitCode convert(ConvertMode mode) {
         return failure;
     }
     const text::LineList lines = text::processText(text::repairUtf8(std::move(input)));
-    return writeOutput(output(mode, text::makeSheetDocument(lines.lines())).view());
+    return writeOutput(output(mode, text::makeSheetDocument(lines)).view());
 }
 
 ExitCode run(std::span<const char* const> arguments) {

@@ -51,7 +51,7 @@ std::string listed(const std::vector<std::string>& lines) {
 
 Conversion convertFast(std::string_view text) {
     const text::LineList lines = text::processText(TextBuffer(text));
-    const text::ConversionPayload payload = text::makeSheetDocument(lines.lines());
+    const text::ConversionPayload payload = text::makeSheetDocument(lines);
     return {.lines = {lines.lines().begin(), lines.lines().end()},
             .html = std::string(payload.html.view()),
             .plainText = std::string(payload.plainText.view()),

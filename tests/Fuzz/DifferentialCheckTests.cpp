@@ -21,7 +21,7 @@ TEST(DifferentialCheckTests, ReportsNothingWhenBothAgree) {
 }
 
 TEST(DifferentialCheckTests, ReportsADifferenceInEachPartWithTheDocument) {
-    constexpr std::string_view document = "- milk\n2. eggs";
+    static constexpr std::string_view document = "- milk\n2. eggs";
     const auto expectReport = [](std::string_view part, void (*plant)(Conversion&)) {
         const auto report = findDifference(document, [plant](std::string_view text) {
             Conversion conversion = fuzz::convertFast(text);

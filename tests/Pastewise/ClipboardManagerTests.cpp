@@ -185,7 +185,8 @@ TEST_F(ClipboardManagerTests, SanitizesALineAndSaysWhatItRemovedFromWhichLine) {
 }
 
 TEST_F(ClipboardManagerTests, GeneratesFromAnyListOfLines) {
-    const text::LineList lines(TextBuffer(), {"", " kept as it is ", "\u2003", "- b"});
+    const std::vector<std::string_view> given{"", " kept as it is ", "\u2003", "- b"};
+    const text::LineList lines = text::LineList::of(given);
     const ConversionPayload payload = manager.generateHTML(lines);
     EXPECT_EQ(payload.plainText.view(), " kept as it is \n- b");
     EXPECT_EQ(payload.stickyCount, 2);

@@ -64,9 +64,21 @@ TEST(HtmlEscapeTests, AgreesWithTheReferenceOnRandomTexts) {
     }
 }
 
+TEST(HtmlEscapeTests, NeverGrowsBeyondTheLimitAndNeverExpectsMuchMore) {
+    for (std::size_t size = 0; size <= 300; ++size) {
+        const std::string plain(size, 'x');
+        EXPECT_EQ(text::escapeGrowthLimit(plain), 0U);
+        const std::string quotes(size, '"');
+        EXPECT_EQ(text::escapeGrowthLimit(quotes), escaped(quotes).size() - size);
+        const std::string brackets(size, '<');
+        EXPECT_GE(text::escapeGrowthLimit(brackets), escaped(brackets).size() - size);
+        EXPECT_LE(text::escapeGrowthLimit(brackets), 5 * size);
+    }
+}
+
 TEST(HtmlEscapeTests, WritesNoFurtherThanItsSlack) {
     const std::string_view text = "0123456789 & <";
-    const std::size_t size = text::escapedSize(text);
+    const std::size_t size = std::string_view("0123456789 &amp; &lt;").size();
     std::string memory(size + text::escapeSlack + 10, '#');
     EXPECT_EQ(text::writeEscaped(memory.data(), text), memory.data() + size);
     EXPECT_EQ(memory.substr(0, size), "0123456789 &amp; &lt;");

@@ -15,7 +15,7 @@ using text::ConversionPayload;
 using namespace text::sheet_fragment;
 
 ConversionPayload document(const std::vector<std::string_view>& lines) {
-    return text::makeSheetDocument(lines);
+    return text::makeSheetDocument(text::LineList::of(lines));
 }
 
 std::string html(const std::vector<std::string_view>& lines) {

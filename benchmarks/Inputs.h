@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace benchmarks {
+
+struct Input {
+    char letter;
+    std::string_view description;
+    std::string text;
+    std::size_t lineCount;
+};
+
+/// The inputs a to h whose letters are in `letters`, the same bytes on every machine.
+[[nodiscard]] std::vector<Input> makeInputs(std::string_view letters);
+
+/// Lines of 20 to 40 characters, one in four each with a bullet, with a number, with white space
+/// around it, and plain. A few of them hold a character that HTML escapes.
+[[nodiscard]] std::string shortLines(std::size_t count);
+
+} // namespace benchmarks

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace benchmarks {
+
+struct Pcre2Payload {
+    std::string html;
+    std::string plainText;
+    std::int64_t stickyCount = 0;
+};
+
+/// The conversion as one would write it on PCRE2's compiled expressions and std::string.
+[[nodiscard]] Pcre2Payload convertWithPcre2(std::string_view text);
+
+} // namespace benchmarks
