@@ -45,17 +45,22 @@ constexpr const Replacement& replacementOf(char byte) {
 constexpr std::size_t smallBlock = 16;
 constexpr std::size_t largeBlock = 64;
 
+/// '"' and '&' differ in one bit, and so do '<' and '>': with that bit set, three comparisons find
+/// all five characters and no other.
+constexpr char quoteBit = '"' ^ '&';
+constexpr char bracketBit = '<' ^ '>';
+static_assert(('"' | quoteBit) == '&' && ('<' | bracketBit) == '>');
+
 /// How many of `size` bytes are among the five characters. The size, which a byte can count to, is
-/// known to the compiler, and so is that there are no branches: it looks at many bytes side by
-/// side.
+/// known to the compiler, and there are no branches: it looks at many bytes side by side.
 template <std::size_t size>
 unsigned char countSpecials(const char* bytes) {
     static_assert(size <= 0xFF);
     unsigned char count = 0;
     for (std::size_t i = 0; i < size; ++i) {
-        count += static_cast<unsigned char>(int{bytes[i] == '&'} + int{bytes[i] == '<'} +
-                                            int{bytes[i] == '>'} + int{bytes[i] == '"'} +
-                                            int{bytes[i] == '\''});
+        count +=
+            static_cast<unsigned char>(int{(bytes[i] | quoteBit) == '&'} +
+                                       int{(bytes[i] | bracketBit) == '>'} + int{bytes[i] == '\''});
     }
     return count;
 }
@@ -65,14 +70,12 @@ unsigned char countSpecials(const char* bytes) {
 template <std::size_t blockSize>
 bool needsEscape(const char* block) {
     unsigned char least = 0xFF;
-    const auto compare = [&least](char byte, char special) {
+    const auto compare = [&least](int byte, char special) {
         least = std::min(least, static_cast<unsigned char>(byte ^ special));
     };
     for (std::size_t i = 0; i < blockSize; ++i) {
-        compare(block[i], '&');
-        compare(block[i], '<');
-        compare(block[i], '>');
-        compare(block[i], '"');
+        compare(block[i] | quoteBit, '&');
+        compare(block[i] | bracketBit, '>');
         compare(block[i], '\'');
     }
     return least == 0;
@@ -127,12 +130,14 @@ char* writeEscaped(char* out, std::string_view text) {
     const char* const lastBlock = text.data() + text.size() - smallBlock;
     out = writeBlocks<largeBlock>(out, text, writeSmallBlocks);
     out = writeBlocks<smallBlock>(out, text, writeByteByByte);
-    // What is left is no block. It is looked at together with bytes before it that make it one.
+    // What is left is no block. It is looked at and copied together with bytes before it that make
+    // it one: when they need no escaping either, they already stand before `out` as they are.
     if (needsEscape<smallBlock>(lastBlock)) {
         return writeByteByByte(out, text);
     }
-    std::memcpy(out, text.data(), text.size());
-    return out + text.size();
+    out += text.size();
+    std::memcpy(out - smallBlock, lastBlock, smallBlock);
+    return out;
 }
 
 foundation::TextBuffer escapeHTML(std::string_view text) {

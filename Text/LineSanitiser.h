@@ -9,9 +9,9 @@ namespace text {
 
 /// The prefixes of list items, as regular expressions in ICU syntax. They are the definition of
 /// what sanitizeLine() removes, which recognises the same without an expression engine.
-inline constexpr std::string_view bulletPrefixPattern = "^[•\\-*·+→⁃‣⁌⁍]\\s*";
+inline constexpr std::string_view bulletPrefixPattern = R"(^[•\-*·+→⁃‣⁌⁍]\s*)";
 inline constexpr std::array<std::string_view, 3> numericPrefixPatterns{
-    "^\\d+\\.\\s+", "^\\d+\\s*[-–—]\\s+", "^\\d+\\:\\s+"};
+    R"(^\d+\.\s+)", R"(^\d+\s*[-–—]\s+)", R"(^\d+\:\s+)"};
 
 struct SanitizedLine {
     /// A part of the line that was given.

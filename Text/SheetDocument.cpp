@@ -14,25 +14,27 @@ namespace text {
 
 namespace {
 
-using namespace sheet_fragment;
+namespace fragment = sheet_fragment;
 
-constexpr std::size_t rowSeparatorSize = rowEnd.size() + 1 + rowStart.size();
+constexpr std::size_t rowSeparatorSize = fragment::rowEnd.size() + 1 + fragment::rowStart.size();
 
 /// What stands between two cells.
 constexpr auto rowSeparator = [] {
     std::array<char, rowSeparatorSize> bytes{};
-    auto* const next = std::copy(rowEnd.begin(), rowEnd.end(), bytes.begin());
+    auto* const next = std::copy(fragment::rowEnd.begin(), fragment::rowEnd.end(), bytes.begin());
     *next = '\n';
-    std::copy(rowStart.begin(), rowStart.end(), next + 1);
+    std::copy(fragment::rowStart.begin(), fragment::rowStart.end(), next + 1);
     return bytes;
 }();
 
 /// What everything but the rows comes to at most: the fragments, and three times the longest count.
 constexpr std::size_t longestCount = std::numeric_limits<std::size_t>::digits10 + 1;
 constexpr std::size_t fixedSizeLimit =
-    head.size() + tableEndAndGridDataOpening.size() + gridJsonStart.size() + gridJsonEnd.size() +
-    gridDataClosingAndAnalyticsDataOpening.size() + analyticsJsonStart.size() +
-    analyticsJsonMiddle.size() + analyticsJsonEnd.size() + documentEnd.size() + 3 * longestCount;
+    fragment::head.size() + fragment::tableEndAndGridDataOpening.size() +
+    fragment::gridJsonStart.size() + fragment::gridJsonEnd.size() +
+    fragment::gridDataClosingAndAnalyticsDataOpening.size() + fragment::analyticsJsonStart.size() +
+    fragment::analyticsJsonMiddle.size() + fragment::analyticsJsonEnd.size() +
+    fragment::documentEnd.size() + 3 * longestCount;
 
 bool isBlank(std::string_view line) {
     return trimStart(line).empty();
@@ -65,17 +67,17 @@ char* write(char* out, std::string_view text) {
 /// Writes everything behind the last row.
 char* writeTail(char* out, std::size_t rowCount) {
     const std::string number = std::to_string(rowCount);
-    out = write(out, tableEndAndGridDataOpening);
-    out = write(out, gridJsonStart);
+    out = write(out, fragment::tableEndAndGridDataOpening);
+    out = write(out, fragment::gridJsonStart);
     out = write(out, number);
-    out = write(out, gridJsonEnd);
-    out = write(out, gridDataClosingAndAnalyticsDataOpening);
-    out = write(out, analyticsJsonStart);
+    out = write(out, fragment::gridJsonEnd);
+    out = write(out, fragment::gridDataClosingAndAnalyticsDataOpening);
+    out = write(out, fragment::analyticsJsonStart);
     out = write(out, number);
-    out = write(out, analyticsJsonMiddle);
+    out = write(out, fragment::analyticsJsonMiddle);
     out = write(out, number);
-    out = write(out, analyticsJsonEnd);
-    return write(out, documentEnd);
+    out = write(out, fragment::analyticsJsonEnd);
+    return write(out, fragment::documentEnd);
 }
 
 } // namespace
@@ -87,8 +89,8 @@ ConversionPayload makeSheetDocument(const LineList& lines) {
     char* const plainTextBegin = payload.plainText.appendUninitialised(limits.plainText);
 
     // What is written behind each cell is longer than what writing the cell may spoil there.
-    static_assert(rowEnd.size() >= escapeSlack);
-    char* html = write(htmlBegin, head);
+    static_assert(fragment::rowEnd.size() >= escapeSlack);
+    char* html = write(htmlBegin, fragment::head);
     char* plainText = plainTextBegin;
     std::size_t rowCount = 0;
     for (const std::string_view line : lines.lines()) {
@@ -96,7 +98,7 @@ ConversionPayload makeSheetDocument(const LineList& lines) {
             continue;
         }
         if (rowCount == 0) {
-            html = write(html, rowStart);
+            html = write(html, fragment::rowStart);
         } else {
             html = write(html, {rowSeparator.data(), rowSeparator.size()});
             *plainText++ = '\n';
@@ -106,7 +108,7 @@ ConversionPayload makeSheetDocument(const LineList& lines) {
         ++rowCount;
     }
     if (rowCount > 0) {
-        html = write(html, rowEnd);
+        html = write(html, fragment::rowEnd);
     }
     html = writeTail(html, rowCount);
 

@@ -12,8 +12,8 @@ constexpr std::size_t blockSize = 32;
 /// How a byte begins a character: the character's length, the bits that the byte contributes, and
 /// the range of the byte that follows. Length 0 begins nothing beyond ASCII.
 struct LeadByte {
-    std::size_t length;
-    char32_t bits;
+    std::size_t length = 0;
+    char32_t bits = 0;
     std::uint8_t secondLow = 0x80;
     std::uint8_t secondHigh = 0xBF;
 };
@@ -40,7 +40,7 @@ LeadByte leadByte(std::uint8_t byte) {
                 .secondLow = byte == 0xF0 ? std::uint8_t{0x90} : std::uint8_t{0x80},
                 .secondHigh = byte == 0xF4 ? std::uint8_t{0x8F} : std::uint8_t{0xBF}};
     }
-    return {.length = 0, .bits = 0};
+    return {};
 }
 
 bool isAsciiBlock(const char* block) {

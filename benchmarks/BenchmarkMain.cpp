@@ -14,15 +14,17 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <exception>
 #include <fstream>
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
+namespace benchmarks {
+
 namespace {
 
-using namespace benchmarks;
 using Json = nlohmann::ordered_json;
 
 constexpr int freshThreshold = 128 * 1024;
@@ -58,8 +60,10 @@ void makeLargeBlocksFresh() {
 
 void printHeading() {
     std::printf(
-        "Memory: every block from %d KB on is fresh from the system (M_MMAP_THRESHOLD and\n"
-        "M_TRIM_THRESHOLD fixed), page faults included; a and b run on warm malloc.\n"
+        "Memory: before each run all free memory goes back to the system (malloc_trim), and "
+        "blocks\n"
+        "from %d KB on come fresh from it (M_MMAP_THRESHOLD, M_TRIM_THRESHOLD), page faults\n"
+        "included; a and b run on warm malloc.\n"
         "Medians of runs in shuffled order. M: copying the finished html and plain text.\n\n",
         freshThreshold / 1024);
     std::printf("%-33s %10s %9s %7s %-15s %10s %7s %-12s %10s %7s\n",
@@ -169,21 +173,21 @@ Json measureMemory(const Input& input) {
 /// Whether time per line stays the same from small to large texts.
 Json measureGrowth() {
     constexpr std::size_t rounds = 5;
-    std::vector<std::size_t> counts;
+    constexpr std::array<std::size_t, 4> counts{64'000, 256'000, 1'000'000, 4'000'000};
     std::vector<double> perLine;
-    for (std::size_t count = 64'000; count <= 4'000'000; count *= 4) {
-        counts.push_back(count);
-    }
 
     std::vector<std::string> texts;
     std::vector<Contender> contenders;
+    texts.reserve(counts.size());
     for (const std::size_t count : counts) {
         texts.push_back(shortLines(count));
     }
+    contenders.reserve(counts.size());
     for (const std::string& text : texts) {
         contenders.push_back({[&text] { return timeOfConversion(text, 1); }, rounds});
     }
     const std::vector<double> times = medianTimes(contenders);
+    perLine.reserve(counts.size());
     for (std::size_t i = 0; i < counts.size(); ++i) {
         perLine.push_back(times[i] / static_cast<double>(counts[i]));
     }
@@ -226,16 +230,14 @@ Json measureManager() {
     return rows;
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
+void run(const std::vector<std::string>& arguments) {
     std::string letters = "abcdefgh";
     std::string jsonFile;
-    for (int i = 1; i < argc; ++i) {
-        if (std::string_view(argv[i]) == "--json" && i + 1 < argc) {
-            jsonFile = argv[++i];
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (arguments[i] == "--json") {
+            jsonFile = arguments.at(++i);
         } else {
-            letters = argv[i];
+            letters = arguments[i];
         }
     }
     makeLargeBlocksFresh();
@@ -261,5 +263,18 @@ int main(int argc, char** argv) {
     if (!jsonFile.empty()) {
         std::ofstream(jsonFile) << report.dump(2) << "\n";
     }
-    return 0;
+}
+
+} // namespace
+
+} // namespace benchmarks
+
+int main(int argc, char** argv) {
+    try {
+        benchmarks::run({argv + 1, argv + argc});
+        return 0;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
 }

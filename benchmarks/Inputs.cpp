@@ -53,16 +53,16 @@ constexpr auto otherPrefixes = std::to_array<std::string_view>({"\u2022 ",
                                                                 "\u3000"});
 
 std::string sentence(Random& random,
-                     std::span<const std::string_view> prefixes,
+                     std::string_view prefix,
                      std::span<const std::string_view> words,
                      std::size_t size) {
-    std::string line(random.oneOf(prefixes));
+    std::string line(prefix);
     while (line.size() < size) {
-        // As often as in prose: about once in 250 bytes.
-        line += random.below(40) == 0 ? random.oneOf(markupWords) : random.oneOf(words);
+        // Now and then, about once in 1000 bytes: one input is all about these characters.
+        line += random.below(160) == 0 ? random.oneOf(markupWords) : random.oneOf(words);
         line += ' ';
     }
-    if (random.below(4) != 0) {
+    if (random.below(8) != 0) {
         line.pop_back();
     }
     return line;
@@ -75,9 +75,17 @@ std::string lines(std::size_t count,
                   std::size_t longest) {
     Random random;
     std::string text;
+    std::string_view prefix;
+    std::size_t leftInSection = 0;
     for (std::size_t i = 0; i < count; ++i) {
+        // As in a document, a few lines after one another are of one kind.
+        if (leftInSection == 0) {
+            prefix = random.oneOf(prefixes);
+            leftInSection = 1 + random.below(12);
+        }
+        --leftInSection;
         text += i == 0 ? "" : "\n";
-        text += sentence(random, prefixes, words, shortest + random.below(longest - shortest + 1));
+        text += sentence(random, prefix, words, shortest + random.below(longest - shortest + 1));
     }
     return text;
 }

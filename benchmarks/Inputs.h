@@ -17,8 +17,8 @@ struct Input {
 /// The inputs a to h whose letters are in `letters`, the same bytes on every machine.
 [[nodiscard]] std::vector<Input> makeInputs(std::string_view letters);
 
-/// Lines of 20 to 40 characters, one in four each with a bullet, with a number, with white space
-/// around it, and plain. A few of them hold a character that HTML escapes.
+/// Lines of 20 to 40 characters in sections of up to a dozen: each section has bullets of one kind,
+/// or numbers, or neither. Some lines end in white space.
 [[nodiscard]] std::string shortLines(std::size_t count);
 
 } // namespace benchmarks

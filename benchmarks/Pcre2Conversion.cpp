@@ -4,9 +4,11 @@
 #include "Text/SheetFragments.h"
 #include "Text/Trim.h"
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <new>
+#include <utility>
 #include <vector>
 
 #define PCRE2_CODE_UNIT_WIDTH 8
@@ -15,6 +17,8 @@
 namespace benchmarks {
 
 namespace {
+
+namespace fragment = text::sheet_fragment;
 
 class Expression {
   public:
@@ -113,32 +117,33 @@ std::string joined(const std::vector<std::string>& parts) {
 
 } // namespace
 
-Pcre2Payload convertWithPcre2(std::string_view input) {
-    using namespace text::sheet_fragment;
-    std::string text(input);
-    replaceAll(text, "\r\n", "\n");
-    replaceAll(text, "\r", "\n");
+Pcre2Payload convertWithPcre2(std::string_view text) {
+    std::string normalised(text);
+    replaceAll(normalised, "\r\n", "\n");
+    replaceAll(normalised, "\r", "\n");
     std::vector<std::string> kept;
     std::vector<std::string> rows;
     std::size_t begin = 0;
-    while (begin <= text.size()) {
-        const std::size_t end = std::min(text.find('\n', begin), text.size());
-        std::string line = sanitized(std::string_view(text).substr(begin, end - begin));
+    while (begin <= normalised.size()) {
+        const std::size_t end = std::min(normalised.find('\n', begin), normalised.size());
+        std::string line = sanitized(std::string_view(normalised).substr(begin, end - begin));
         if (!line.empty()) {
-            rows.push_back(std::string(rowStart) + escaped(line) + std::string(rowEnd));
+            rows.push_back(std::string(fragment::rowStart) + escaped(line) +
+                           std::string(fragment::rowEnd));
             kept.push_back(std::move(line));
         }
         begin = end + 1;
     }
     const std::string number = std::to_string(kept.size());
-    std::string html(head);
+    std::string html(fragment::head);
     html += joined(rows);
-    html += tableEndAndGridDataOpening;
-    html += std::string(gridJsonStart) + number + std::string(gridJsonEnd);
-    html += gridDataClosingAndAnalyticsDataOpening;
-    html += std::string(analyticsJsonStart) + number + std::string(analyticsJsonMiddle) + number +
-            std::string(analyticsJsonEnd);
-    html += documentEnd;
+    html += fragment::tableEndAndGridDataOpening;
+    html += std::string(fragment::gridJsonStart) + number + std::string(fragment::gridJsonEnd);
+    html += fragment::gridDataClosingAndAnalyticsDataOpening;
+    html += std::string(fragment::analyticsJsonStart) + number +
+            std::string(fragment::analyticsJsonMiddle) + number +
+            std::string(fragment::analyticsJsonEnd);
+    html += fragment::documentEnd;
     return {.html = std::move(html),
             .plainText = joined(kept),
             .stickyCount = static_cast<std::int64_t>(kept.size())};

@@ -38,6 +38,7 @@ std::vector<double> medianTimes(const std::vector<Contender>& contenders) {
         }
     }
     std::vector<double> medians;
+    medians.reserve(times.size());
     for (const auto& ofOne : times) {
         medians.push_back(median(ofOne));
     }

@@ -32,64 +32,64 @@ class ClipboardManagerTests : public testing::Test {
   protected:
     /// Reads, generates and writes, as a press of the hot key does.
     std::optional<std::int64_t> convertClipboard() {
-        const auto lines = manager.readClipboard();
+        const auto lines = manager_.readClipboard();
         if (!lines) {
             return std::nullopt;
         }
-        ConversionPayload payload = manager.generateHTML(*lines);
-        if (!manager.writeToClipboard(std::move(payload.html), std::move(payload.plainText))) {
+        ConversionPayload payload = manager_.generateHTML(*lines);
+        if (!manager_.writeToClipboard(std::move(payload.html), std::move(payload.plainText))) {
             return std::nullopt;
         }
         return payload.stickyCount;
     }
 
-    std::string pasted(PasteboardType type) { return pasteboard.contents().at(type); }
+    std::string pasted(PasteboardType type) { return pasteboard_.contents().at(type); }
 
-    platform::MemoryPasteboard pasteboard;
-    platform::MemoryLogSink sink;
-    foundation::LoggerFactory loggers{sink, "com.app.pastewise"};
-    ClipboardManager manager{pasteboard, loggers};
+    platform::MemoryPasteboard pasteboard_;
+    platform::MemoryLogSink sink_;
+    foundation::LoggerFactory loggers_{sink_, "com.app.pastewise"};
+    ClipboardManager manager_{pasteboard_, loggers_};
 };
 
 TEST_F(ClipboardManagerTests, ReadsThePlainTextAsCleanedLines) {
-    pasteboard.copyElsewhere("- milk\r\n\r\n2. eggs");
-    const auto lines = manager.readClipboard();
+    pasteboard_.copyElsewhere("- milk\r\n\r\n2. eggs");
+    const auto lines = manager_.readClipboard();
     ASSERT_TRUE(lines.has_value());
     EXPECT_THAT(lines->lines(), ElementsAre("milk", "", "eggs"));
-    EXPECT_THAT(pasteboard.calls(), ElementsAre("get string"));
+    EXPECT_THAT(pasteboard_.calls(), ElementsAre("get string"));
 }
 
 TEST_F(ClipboardManagerTests, ReadsNothingFromAnImageAndLeavesItThere) {
-    pasteboard.copyImageElsewhere();
-    EXPECT_FALSE(manager.readClipboard().has_value());
-    EXPECT_TRUE(pasteboard.holdsImage());
-    EXPECT_EQ(pasteboard.changeCount(), 1U);
+    pasteboard_.copyImageElsewhere();
+    EXPECT_FALSE(manager_.readClipboard().has_value());
+    EXPECT_TRUE(pasteboard_.holdsImage());
+    EXPECT_EQ(pasteboard_.changeCount(), 1U);
     EXPECT_THAT(
-        sink.messages(),
+        sink_.messages(),
         ElementsAre("debug: Reading from clipboard...", "error: No text found in clipboard"));
 }
 
 TEST_F(ClipboardManagerTests, ReadsNothingFromAnEmptyClipboard) {
-    EXPECT_FALSE(manager.readClipboard().has_value());
+    EXPECT_FALSE(manager_.readClipboard().has_value());
     EXPECT_THAT(
-        sink.messages(),
+        sink_.messages(),
         ElementsAre("debug: Reading from clipboard...", "error: No text found in clipboard"));
 }
 
 TEST_F(ClipboardManagerTests, TakesAnEmptyTextForOneBlankLine) {
-    pasteboard.copyElsewhere("");
-    const auto lines = manager.readClipboard();
+    pasteboard_.copyElsewhere("");
+    const auto lines = manager_.readClipboard();
     ASSERT_TRUE(lines.has_value());
     EXPECT_THAT(lines->lines(), ElementsAre(""));
-    EXPECT_EQ(manager.generateHTML(*lines).stickyCount, 0);
+    EXPECT_EQ(manager_.generateHTML(*lines).stickyCount, 0);
 }
 
 TEST_F(ClipboardManagerTests, ConvertsTwoLineFeedsToATableWithoutRows) {
-    pasteboard.copyElsewhere("\n\n");
+    pasteboard_.copyElsewhere("\n\n");
     EXPECT_EQ(convertClipboard(), 0);
     EXPECT_EQ(pasted(PasteboardType::string), "");
     EXPECT_THAT(pasted(PasteboardType::html), testing::HasSubstr("\"rowCount\": 0,"));
-    EXPECT_THAT(sink.messages(),
+    EXPECT_THAT(sink_.messages(),
                 ElementsAre("debug: Reading from clipboard...",
                             "debug: Processing text with length: 2",
                             "debug: Split into 3 lines",
@@ -101,11 +101,11 @@ TEST_F(ClipboardManagerTests, ConvertsTwoLineFeedsToATableWithoutRows) {
 }
 
 TEST_F(ClipboardManagerTests, TellsTheLogAboutEveryStepInOrder) {
-    pasteboard.copyElsewhere("Plan\n\n \u2022 1. Buy milk \n2 - eggs\n* caf\u00E9\r\n3: Call");
+    pasteboard_.copyElsewhere("Plan\n\n \u2022 1. Buy milk \n2 - eggs\n* caf\u00E9\r\n3: Call");
     EXPECT_EQ(convertClipboard(), 5);
     EXPECT_EQ(pasted(PasteboardType::string), "Plan\nBuy milk\neggs\ncaf\u00E9\nCall");
     EXPECT_THAT(
-        sink.messages(),
+        sink_.messages(),
         ElementsAre("debug: Reading from clipboard...",
                     "debug: Processing text with length: 45",
                     "debug: Removing symbol bullet prefix from line: \u2022 1. Buy milk",
@@ -125,9 +125,9 @@ TEST_F(ClipboardManagerTests, TellsTheLogAboutEveryStepInOrder) {
 }
 
 TEST_F(ClipboardManagerTests, CountsCharactersAsAUserSeesThem) {
-    static_cast<void>(manager.processText(TextBuffer("e\u0301\r\n\U0001F1E9\U0001F1EA")));
-    EXPECT_TRUE(manager.writeToClipboard(TextBuffer("\U0001F44D\U0001F3FD"), TextBuffer("\r\n")));
-    EXPECT_THAT(sink.messages(),
+    static_cast<void>(manager_.processText(TextBuffer("e\u0301\r\n\U0001F1E9\U0001F1EA")));
+    EXPECT_TRUE(manager_.writeToClipboard(TextBuffer("\U0001F44D\U0001F3FD"), TextBuffer("\r\n")));
+    EXPECT_THAT(sink_.messages(),
                 ElementsAre("debug: Processing text with length: 3",
                             "debug: Split into 2 lines",
                             "debug: Writing to clipboard - HTML length: 1, Plain text length: 1",
@@ -135,13 +135,13 @@ TEST_F(ClipboardManagerTests, CountsCharactersAsAUserSeesThem) {
 }
 
 TEST_F(ClipboardManagerTests, HidesLinesFromWhoeverReadsTheLog) {
-    static_cast<void>(manager.processText(TextBuffer("- 1. my secret")));
-    ASSERT_EQ(sink.entries().size(), 4U);
-    EXPECT_EQ(sink.entries()[1].format, "Removing symbol bullet prefix from line: %s");
-    EXPECT_EQ(sink.entries()[1].redacted, "Removing symbol bullet prefix from line: <private>");
-    EXPECT_EQ(sink.entries()[2].format,
+    static_cast<void>(manager_.processText(TextBuffer("- 1. my secret")));
+    ASSERT_EQ(sink_.entries().size(), 4U);
+    EXPECT_EQ(sink_.entries()[1].format, "Removing symbol bullet prefix from line: %s");
+    EXPECT_EQ(sink_.entries()[1].redacted, "Removing symbol bullet prefix from line: <private>");
+    EXPECT_EQ(sink_.entries()[2].format,
               "Removing numeric list prefix using pattern %s from line: %s");
-    for (const auto& entry : sink.entries()) {
+    for (const auto& entry : sink_.entries()) {
         EXPECT_EQ(entry.redacted.find("secret"), std::string::npos);
     }
 }
@@ -149,36 +149,36 @@ TEST_F(ClipboardManagerTests, HidesLinesFromWhoeverReadsTheLog) {
 TEST_F(ClipboardManagerTests, LogsUnderItsOwnName) {
     static_cast<void>(convertClipboard());
     using Entry = platform::MemoryLogSink::Entry;
-    EXPECT_THAT(sink.entries(), Each(Field(&Entry::subsystem, "com.app.pastewise")));
-    EXPECT_THAT(sink.entries(), Each(Field(&Entry::category, "ClipboardManager")));
-    EXPECT_EQ(sink.entries().size(), 2U);
+    EXPECT_THAT(sink_.entries(), Each(Field(&Entry::subsystem, "com.app.pastewise")));
+    EXPECT_THAT(sink_.entries(), Each(Field(&Entry::category, "ClipboardManager")));
+    EXPECT_EQ(sink_.entries().size(), 2U);
 }
 
 TEST_F(ClipboardManagerTests, GivesTheSameResultWhetherDebugMessagesAreKeptOrNot) {
     constexpr std::string_view text = "\u2022 1. a\n \n2: <b>\r* \rc";
-    pasteboard.copyElsewhere(text);
+    pasteboard_.copyElsewhere(text);
     EXPECT_EQ(convertClipboard(), 3);
-    const auto logged = pasteboard.contents();
+    const auto logged = pasteboard_.contents();
 
-    sink.setEnabled(LogLevel::debug, false);
-    sink.clear();
-    pasteboard.copyElsewhere(text);
+    sink_.setEnabled(LogLevel::debug, false);
+    sink_.clear();
+    pasteboard_.copyElsewhere(text);
     EXPECT_EQ(convertClipboard(), 3);
-    EXPECT_EQ(pasteboard.contents(), logged);
-    EXPECT_THAT(sink.entries(), IsEmpty());
+    EXPECT_EQ(pasteboard_.contents(), logged);
+    EXPECT_THAT(sink_.entries(), IsEmpty());
 }
 
 TEST_F(ClipboardManagerTests, StillReportsFailuresWhenDebugMessagesAreOff) {
-    sink.setEnabled(LogLevel::debug, false);
-    static_cast<void>(manager.readClipboard());
-    EXPECT_THAT(sink.messages(), ElementsAre("error: No text found in clipboard"));
+    sink_.setEnabled(LogLevel::debug, false);
+    static_cast<void>(manager_.readClipboard());
+    EXPECT_THAT(sink_.messages(), ElementsAre("error: No text found in clipboard"));
 }
 
 TEST_F(ClipboardManagerTests, SanitizesALineAndSaysWhatItRemovedFromWhichLine) {
-    EXPECT_EQ(manager.sanitizeLine("\u2022 1. Buy milk"), "Buy milk");
-    EXPECT_EQ(manager.sanitizeLine("plain"), "plain");
+    EXPECT_EQ(manager_.sanitizeLine("\u2022 1. Buy milk"), "Buy milk");
+    EXPECT_EQ(manager_.sanitizeLine("plain"), "plain");
     EXPECT_THAT(
-        sink.messages(),
+        sink_.messages(),
         ElementsAre("debug: Removing symbol bullet prefix from line: \u2022 1. Buy milk",
                     "debug: Removing numeric list prefix using pattern ^\\d+\\.\\s+ from line: "
                     "\u2022 1. Buy milk"));
@@ -187,10 +187,10 @@ TEST_F(ClipboardManagerTests, SanitizesALineAndSaysWhatItRemovedFromWhichLine) {
 TEST_F(ClipboardManagerTests, GeneratesFromAnyListOfLines) {
     const std::vector<std::string_view> given{"", " kept as it is ", "\u2003", "- b"};
     const text::LineList lines = text::LineList::of(given);
-    const ConversionPayload payload = manager.generateHTML(lines);
+    const ConversionPayload payload = manager_.generateHTML(lines);
     EXPECT_EQ(payload.plainText.view(), " kept as it is \n- b");
     EXPECT_EQ(payload.stickyCount, 2);
-    EXPECT_THAT(sink.messages(),
+    EXPECT_THAT(sink_.messages(),
                 ElementsAre("debug: Generating Miro-compatible HTML from raw lines: 4",
                             "debug: Sanitized line count after removing blanks: 2",
                             "debug: Generated HTML with sanitized count: 2"));
@@ -201,42 +201,42 @@ TEST_F(ClipboardManagerTests, EscapesText) {
 }
 
 TEST_F(ClipboardManagerTests, WritesThePlainTextBeforeTheHtmlAfterOneClearing) {
-    pasteboard.copyElsewhere("old");
-    EXPECT_TRUE(manager.writeToClipboard(TextBuffer("<b>"), TextBuffer("b")));
-    EXPECT_THAT(pasteboard.calls(), ElementsAre("clear", "set string", "set html"));
+    pasteboard_.copyElsewhere("old");
+    EXPECT_TRUE(manager_.writeToClipboard(TextBuffer("<b>"), TextBuffer("b")));
+    EXPECT_THAT(pasteboard_.calls(), ElementsAre("clear", "set string", "set html"));
     EXPECT_THAT(
-        pasteboard.contents(),
+        pasteboard_.contents(),
         UnorderedElementsAre(Pair(PasteboardType::string, "b"), Pair(PasteboardType::html, "<b>")));
 }
 
 TEST_F(ClipboardManagerTests, NeverSetsTheHtmlWhenThePlainTextIsRefused) {
-    pasteboard.copyElsewhere("old");
-    pasteboard.refuse(PasteboardType::string);
-    EXPECT_FALSE(manager.writeToClipboard(TextBuffer("<b>"), TextBuffer("b")));
-    EXPECT_THAT(pasteboard.calls(), ElementsAre("clear", "set string refused"));
-    EXPECT_THAT(pasteboard.contents(), IsEmpty());
-    EXPECT_THAT(sink.messages(),
+    pasteboard_.copyElsewhere("old");
+    pasteboard_.refuse(PasteboardType::string);
+    EXPECT_FALSE(manager_.writeToClipboard(TextBuffer("<b>"), TextBuffer("b")));
+    EXPECT_THAT(pasteboard_.calls(), ElementsAre("clear", "set string refused"));
+    EXPECT_THAT(pasteboard_.contents(), IsEmpty());
+    EXPECT_THAT(sink_.messages(),
                 ElementsAre("debug: Writing to clipboard - HTML length: 3, Plain text length: 1",
                             "error: Failed to write to clipboard"));
 }
 
 TEST_F(ClipboardManagerTests, LeavesThePlainTextThereWhenTheHtmlIsRefused) {
-    pasteboard.copyElsewhere("old");
-    pasteboard.refuse(PasteboardType::html);
-    EXPECT_FALSE(manager.writeToClipboard(TextBuffer("<b>"), TextBuffer("b")));
-    EXPECT_THAT(pasteboard.calls(), ElementsAre("clear", "set string", "set html refused"));
-    EXPECT_THAT(pasteboard.contents(), UnorderedElementsAre(Pair(PasteboardType::string, "b")));
-    EXPECT_THAT(sink.messages(),
+    pasteboard_.copyElsewhere("old");
+    pasteboard_.refuse(PasteboardType::html);
+    EXPECT_FALSE(manager_.writeToClipboard(TextBuffer("<b>"), TextBuffer("b")));
+    EXPECT_THAT(pasteboard_.calls(), ElementsAre("clear", "set string", "set html refused"));
+    EXPECT_THAT(pasteboard_.contents(), UnorderedElementsAre(Pair(PasteboardType::string, "b")));
+    EXPECT_THAT(sink_.messages(),
                 ElementsAre("debug: Writing to clipboard - HTML length: 3, Plain text length: 1",
                             "error: Failed to write to clipboard"));
 }
 
 TEST_F(ClipboardManagerTests, WritesTheSameAgainFromItsOwnPlainText) {
-    pasteboard.copyElsewhere("- a\n2. b & c");
+    pasteboard_.copyElsewhere("- a\n2. b & c");
     EXPECT_EQ(convertClipboard(), 2);
-    const auto first = pasteboard.contents();
+    const auto first = pasteboard_.contents();
     EXPECT_EQ(convertClipboard(), 2);
-    EXPECT_EQ(pasteboard.contents(), first);
+    EXPECT_EQ(pasteboard_.contents(), first);
 }
 
 TEST(ConverterEngineTests, IsEmpty) {

@@ -85,6 +85,16 @@ TEST(LineListTests, KeepsItsLinesWhenItIsMoved) {
     EXPECT_THAT(moved.lines(), ElementsAre("a", "b"));
 }
 
+TEST(LineListTests, HoldsCopiesOfLinesThatItIsGivenAsTheyAre) {
+    std::string changing = " - a ";
+    const std::vector<std::string_view> given{changing, "", "b\nc"};
+    const LineList list = LineList::of(given);
+    changing = "xxxxx";
+    EXPECT_THAT(list.lines(), ElementsAre(" - a ", "", "b\nc"));
+    EXPECT_EQ(list.text(), " - a b\nc");
+    EXPECT_EQ(LineList::of({}).size(), 0U);
+}
+
 TEST(LineListTests, TellsTheObserverOfEachLineThatIsNotBlankInOrder) {
     std::vector<std::string> told;
     const LineList list =

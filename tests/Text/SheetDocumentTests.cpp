@@ -12,7 +12,7 @@
 namespace {
 
 using text::ConversionPayload;
-using namespace text::sheet_fragment;
+namespace fragment = text::sheet_fragment;
 
 ConversionPayload document(const std::vector<std::string_view>& lines) {
     return text::makeSheetDocument(text::LineList::of(lines));
@@ -83,17 +83,17 @@ constexpr std::string_view documentOfBuyMilk =
     "</script>";
 
 TEST(SheetDocumentTests, HasFragmentsOfKnownSizes) {
-    EXPECT_EQ(head.size(), 551U);
-    EXPECT_EQ(rowStart.size(), 99U);
-    EXPECT_EQ(rowEnd.size(), 11U);
-    EXPECT_EQ(tableEndAndGridDataOpening.size(), 58U);
-    EXPECT_EQ(gridDataClosingAndAnalyticsDataOpening.size(), 64U);
-    EXPECT_EQ(documentEnd.size(), 10U);
-    EXPECT_EQ(gridJsonStart.size(), 18U);
-    EXPECT_EQ(gridJsonEnd.size(), 158U);
-    EXPECT_EQ(analyticsJsonStart.size(), 105U);
-    EXPECT_EQ(analyticsJsonMiddle.size(), 101U);
-    EXPECT_EQ(analyticsJsonEnd.size(), 65U);
+    EXPECT_EQ(fragment::head.size(), 551U);
+    EXPECT_EQ(fragment::rowStart.size(), 99U);
+    EXPECT_EQ(fragment::rowEnd.size(), 11U);
+    EXPECT_EQ(fragment::tableEndAndGridDataOpening.size(), 58U);
+    EXPECT_EQ(fragment::gridDataClosingAndAnalyticsDataOpening.size(), 64U);
+    EXPECT_EQ(fragment::documentEnd.size(), 10U);
+    EXPECT_EQ(fragment::gridJsonStart.size(), 18U);
+    EXPECT_EQ(fragment::gridJsonEnd.size(), 158U);
+    EXPECT_EQ(fragment::analyticsJsonStart.size(), 105U);
+    EXPECT_EQ(fragment::analyticsJsonMiddle.size(), 101U);
+    EXPECT_EQ(fragment::analyticsJsonEnd.size(), 65U);
 }
 
 TEST(SheetDocumentTests, WritesTheWholeDocumentForOneLine) {
@@ -107,10 +107,12 @@ TEST(SheetDocumentTests, WritesTheWholeDocumentForOneLine) {
 TEST(SheetDocumentTests, WritesATableWithoutRowsForNoLines) {
     const ConversionPayload payload = document({});
     const std::string expected =
-        std::string(head) + std::string(tableEndAndGridDataOpening) + std::string(gridJsonStart) +
-        "0" + std::string(gridJsonEnd) + std::string(gridDataClosingAndAnalyticsDataOpening) +
-        std::string(analyticsJsonStart) + "0" + std::string(analyticsJsonMiddle) + "0" +
-        std::string(analyticsJsonEnd) + std::string(documentEnd);
+        std::string(fragment::head) + std::string(fragment::tableEndAndGridDataOpening) +
+        std::string(fragment::gridJsonStart) + "0" + std::string(fragment::gridJsonEnd) +
+        std::string(fragment::gridDataClosingAndAnalyticsDataOpening) +
+        std::string(fragment::analyticsJsonStart) + "0" +
+        std::string(fragment::analyticsJsonMiddle) + "0" + std::string(fragment::analyticsJsonEnd) +
+        std::string(fragment::documentEnd);
     EXPECT_EQ(payload.html.view(), expected);
     EXPECT_EQ(payload.plainText.view(), "");
     EXPECT_EQ(payload.stickyCount, 0);
@@ -130,9 +132,9 @@ TEST(SheetDocumentTests, DropsBlankLinesAndKeepsTheOthersAsTheyAre) {
 }
 
 TEST(SheetDocumentTests, SeparatesRowsBySingleLineFeeds) {
-    const std::string row = std::string(rowStart) + "x" + std::string(rowEnd);
+    const std::string row = std::string(fragment::rowStart) + "x" + std::string(fragment::rowEnd);
     const std::string text = html({"x", "x", "x"});
-    EXPECT_NE(text.find(std::string(head) + row + "\n" + row + "\n" + row + "\n</table>"),
+    EXPECT_NE(text.find(std::string(fragment::head) + row + "\n" + row + "\n" + row + "\n</table>"),
               std::string::npos);
     EXPECT_NE(text.find("\"rowCount\": 3,"), std::string::npos);
     EXPECT_NE(text.find("\"grid_text\": 3\n"), std::string::npos);
