@@ -63,8 +63,15 @@ class SilentLogSink final : public foundation::LogSink {
     Channel channel_;
 };
 
-text::ConversionPayload convert(TextBuffer text) {
-    return text::makeSheetDocument(text::processText(std::move(text)));
+struct Conversion {
+    text::LineList lines;
+    text::ConversionPayload payload;
+};
+
+Conversion convert(TextBuffer text) {
+    text::LineList lines = text::processText(std::move(text));
+    text::ConversionPayload payload = text::makeSheetDocument(lines);
+    return {.lines = std::move(lines), .payload = std::move(payload)};
 }
 
 /// Times `repetitions` calls of an action. A single one finds an allocator that has given all free
@@ -105,7 +112,7 @@ double timeOfPcre2(const std::string& text, std::size_t repetitions) {
 }
 
 Finished finish(const std::string& text) {
-    const text::ConversionPayload payload = convert(TextBuffer(text));
+    const text::ConversionPayload payload = convert(TextBuffer(text)).payload;
     return {.html = std::string(payload.html.view()),
             .plainText = std::string(payload.plainText.view())};
 }
