@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -12,7 +13,7 @@ namespace {
 /// What stands for a byte in the escaped text. The padding to one size lets every byte be written
 /// with the same unconditional copy, the next one overwriting what is too much.
 struct Replacement {
-    std::array<char, escapeSlack + 1> bytes{};
+    std::array<char, 8> bytes{};
     std::uint8_t length = 1;
 };
 
@@ -44,6 +45,7 @@ constexpr const Replacement& replacementOf(char byte) {
 
 constexpr std::size_t smallBlock = 16;
 constexpr std::size_t largeBlock = 64;
+static_assert(largeBlock <= escapeSlack);
 
 /// '"' and '&' differ in one bit, and so do '<' and '>': with that bit set, three comparisons find
 /// all five characters and no other.
@@ -123,7 +125,14 @@ std::size_t escapeGrowthLimit(std::string_view text) {
     return count * longestGrowth;
 }
 
-char* writeEscaped(char* out, std::string_view text) {
+char* writeEscaped(char* out, std::string_view text, const char* readableEnd) {
+    // Short texts are most of all texts and their sizes differ, so they are not cut into blocks:
+    // one block is copied whole, and what stands behind the text in it is overwritten later.
+    if (text.size() <= largeBlock && readableEnd - text.data() >= std::ptrdiff_t{largeBlock} &&
+        !needsEscape<largeBlock>(text.data())) {
+        std::memcpy(out, text.data(), largeBlock);
+        return out + text.size();
+    }
     if (text.size() < smallBlock) {
         return writeByteByByte(out, text);
     }
@@ -144,7 +153,8 @@ foundation::TextBuffer escapeHTML(std::string_view text) {
     foundation::TextBuffer escaped;
     char* const begin =
         escaped.appendUninitialised(text.size() + escapeGrowthLimit(text) + escapeSlack);
-    escaped.truncate(static_cast<std::size_t>(writeEscaped(begin, text) - begin));
+    escaped.truncate(
+        static_cast<std::size_t>(writeEscaped(begin, text, text.data() + text.size()) - begin));
     return escaped;
 }
 

@@ -15,10 +15,11 @@ namespace text {
 [[nodiscard]] std::size_t escapeGrowthLimit(std::string_view text);
 
 /// How many bytes behind the escaped text writeEscaped() may overwrite.
-inline constexpr std::size_t escapeSlack = 7;
+inline constexpr std::size_t escapeSlack = 64;
 
 /// Writes the escaped text to `out`, which has room for the text, escapeGrowthLimit() and
-/// escapeSlack, and returns the end of what was written.
-[[nodiscard]] char* writeEscaped(char* out, std::string_view text);
+/// escapeSlack, and returns the end of what was written. The bytes behind the text up to
+/// `readableEnd` may be looked at, which spares a short text the search for its own end.
+[[nodiscard]] char* writeEscaped(char* out, std::string_view text, const char* readableEnd);
 
 } // namespace text

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstring>
 #include <limits>
 #include <string>
@@ -36,6 +37,9 @@ constexpr std::size_t fixedSizeLimit =
     fragment::analyticsJsonMiddle.size() + fragment::analyticsJsonEnd.size() +
     fragment::documentEnd.size() + 3 * longestCount;
 
+/// How much more than a line the copy of it may write.
+constexpr std::size_t copySlack = 64;
+
 bool isBlank(std::string_view line) {
     return trimStart(line).empty();
 }
@@ -56,12 +60,22 @@ SizeLimits sizeLimits(const LineList& lines) {
     }
     return {.html = fixedSizeLimit + rows * rowSeparator.size() + cells +
                     escapeGrowthLimit(lines.text()),
-            .plainText = cells + rows};
+            .plainText = cells + rows + copySlack};
 }
 
 char* write(char* out, std::string_view text) {
     std::memcpy(out, text.data(), text.size());
     return out + text.size();
+}
+
+/// As write(), but the copy of a short text has one size, whatever the text's: copySlack bytes
+/// behind it may be overwritten, and those up to `readableEnd` are there to be copied along.
+char* writeLine(char* out, std::string_view line, const char* readableEnd) {
+    if (line.size() > copySlack || readableEnd - line.data() < std::ptrdiff_t{copySlack}) {
+        return write(out, line);
+    }
+    std::memcpy(out, line.data(), copySlack);
+    return out + line.size();
 }
 
 /// Writes everything behind the last row.
@@ -89,7 +103,10 @@ ConversionPayload makeSheetDocument(const LineList& lines) {
     char* const plainTextBegin = payload.plainText.appendUninitialised(limits.plainText);
 
     // What is written behind each cell is longer than what writing the cell may spoil there.
-    static_assert(fragment::rowEnd.size() >= escapeSlack);
+    static_assert(rowSeparator.size() >= escapeSlack &&
+                  fragment::rowEnd.size() + fragment::tableEndAndGridDataOpening.size() >=
+                      escapeSlack);
+    const char* const readableEnd = lines.text().data() + lines.text().size();
     char* html = write(htmlBegin, fragment::head);
     char* plainText = plainTextBegin;
     std::size_t rowCount = 0;
@@ -103,8 +120,8 @@ ConversionPayload makeSheetDocument(const LineList& lines) {
             html = write(html, {rowSeparator.data(), rowSeparator.size()});
             *plainText++ = '\n';
         }
-        html = writeEscaped(html, line);
-        plainText = write(plainText, line);
+        html = writeEscaped(html, line, readableEnd);
+        plainText = writeLine(plainText, line, readableEnd);
         ++rowCount;
     }
     if (rowCount > 0) {

@@ -76,13 +76,33 @@ TEST(HtmlEscapeTests, NeverGrowsBeyondTheLimitAndNeverExpectsMuchMore) {
     }
 }
 
-TEST(HtmlEscapeTests, WritesNoFurtherThanItsSlack) {
+TEST(HtmlEscapeTests, WritesNoFurtherThanItsSlackAndReadsNoFurtherThanItMay) {
     const std::string_view text = "0123456789 & <";
-    const std::size_t size = std::string_view("0123456789 &amp; &lt;").size();
-    std::string memory(size + text::escapeSlack + 10, '#');
-    EXPECT_EQ(text::writeEscaped(memory.data(), text), memory.data() + size);
-    EXPECT_EQ(memory.substr(0, size), "0123456789 &amp; &lt;");
-    EXPECT_EQ(memory.substr(size + text::escapeSlack), std::string(10, '#'));
+    const std::string_view expected = "0123456789 &amp; &lt;";
+    // All that stands around the text, in a block of its own so that a sanitizer sees its ends.
+    for (std::size_t behind = 0; behind <= 80; ++behind) {
+        const std::string around = std::string(text) + std::string(behind, '"');
+        std::string memory(expected.size() + text::escapeSlack + 10, '#');
+        EXPECT_EQ(text::writeEscaped(memory.data(),
+                                     std::string_view(around).substr(0, text.size()),
+                                     around.data() + around.size()),
+                  memory.data() + expected.size());
+        EXPECT_EQ(memory.substr(0, expected.size()), expected);
+        EXPECT_EQ(memory.substr(expected.size() + text::escapeSlack), std::string(10, '#'));
+    }
+}
+
+TEST(HtmlEscapeTests, TakesNothingFromWhatStandsBehindAText) {
+    for (std::size_t size = 0; size <= 70; ++size) {
+        for (const char behind : {'x', '&'}) {
+            const std::string around = std::string(size, 'a') + std::string(100, behind);
+            std::string memory(size + text::escapeSlack, '#');
+            char* const end = text::writeEscaped(memory.data(),
+                                                 std::string_view(around).substr(0, size),
+                                                 around.data() + around.size());
+            EXPECT_EQ(std::string_view(memory.data(), end), std::string(size, 'a'));
+        }
+    }
 }
 
 } // namespace
