@@ -10,6 +10,7 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 #include <new>
 #include <optional>
@@ -41,41 +42,54 @@ constexpr std::string_view help =
     "Input is UTF-8; what is not becomes U+FFFD. The exit status is 0 when all was written,\n"
     "1 when reading, writing or memory failed, and 2 when the arguments are wrong.\n";
 
-void complain(std::string_view message) {
-    // There is nobody left to tell when this fails.
-    static_cast<void>(
-        tools::writeAll(STDERR_FILENO, "pastewise-convert: " + std::string(message) + "\n"));
-}
-
-TextBuffer output(ConvertMode mode, text::ConversionPayload payload) {
-    switch (mode) {
-    case ConvertMode::plainText:
-        return std::move(payload.plainText);
-    case ConvertMode::count:
-        return tools::countOutput(payload);
-    case ConvertMode::json:
-        return tools::jsonOutput(payload);
-    default:
-        return std::move(payload.html);
+/// Needs no memory, to be able to say that there is none. There is nobody left to tell when it
+/// fails.
+void complain(std::string_view about, std::string_view detail = {}) {
+    for (const std::string_view part :
+         {std::string_view("pastewise-convert: "),
+          about,
+          detail.empty() ? std::string_view() : std::string_view(": "),
+          detail,
+          std::string_view("\n")}) {
+        static_cast<void>(tools::writeAll(STDERR_FILENO, part));
     }
 }
 
-ExitCode writeOutput(std::string_view text) {
-    if (const std::error_code error = tools::writeAll(STDOUT_FILENO, text)) {
-        complain("cannot write to standard output: " + error.message());
+/// The end of a writing to standard output, which is closed: some file systems tell only then that
+/// they have not kept what was written.
+ExitCode finish(std::error_code error) {
+    if (!error && close(STDOUT_FILENO) != 0) {
+        error = {errno, std::generic_category()};
+    }
+    if (error) {
+        complain("cannot write to standard output", error.message());
         return failure;
     }
     return success;
 }
 
+ExitCode writeOutput(std::string_view text) {
+    return finish(tools::writeAll(STDOUT_FILENO, text));
+}
+
 ExitCode convert(ConvertMode mode) {
     TextBuffer input;
     if (const std::error_code error = tools::readToEnd(STDIN_FILENO, input)) {
-        complain("cannot read standard input: " + error.message());
+        complain("cannot read standard input", error.message());
         return failure;
     }
-    const text::LineList lines = text::processText(text::repairUtf8(std::move(input)));
-    return writeOutput(output(mode, text::makeSheetDocument(lines)).view());
+    const text::ConversionPayload payload =
+        text::makeSheetDocument(text::processText(text::repairUtf8(std::move(input))));
+    switch (mode) {
+    case ConvertMode::plainText:
+        return writeOutput(payload.plainText.view());
+    case ConvertMode::count:
+        return writeOutput(tools::countOutput(payload));
+    case ConvertMode::json:
+        return finish(tools::writeJson(STDOUT_FILENO, payload));
+    default:
+        return writeOutput(payload.html.view());
+    }
 }
 
 ExitCode run(std::span<const char* const> arguments) {

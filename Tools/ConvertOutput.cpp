@@ -1,28 +1,63 @@
 #include "Tools/ConvertOutput.h"
 
+#include "Tools/Descriptor.h"
+
 #include <nlohmann/json.hpp>
 
-#include <string>
+#include <cstddef>
+#include <string_view>
 
 namespace tools {
 
-using foundation::TextBuffer;
+namespace {
 
-TextBuffer countOutput(const text::ConversionPayload& payload) {
-    return TextBuffer(std::to_string(payload.stickyCount) + "\n");
+constexpr std::size_t pieceSize = std::size_t{1} << 20U;
+
+/// The first piece of a text in UTF-8, which ends between two characters.
+std::string_view firstPiece(std::string_view text) {
+    std::size_t size = pieceSize;
+    if (size >= text.size()) {
+        return text;
+    }
+    while (size > 0 && (static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U) {
+        --size;
+    }
+    return text.substr(0, size);
 }
 
-TextBuffer jsonOutput(const text::ConversionPayload& payload) {
-    // One member after the other, so that not all of them are in memory twice at once.
-    TextBuffer output;
-    output.append("{\"html\":");
-    output.append(nlohmann::json(payload.html.view()).dump());
-    output.append(",\"plainText\":");
-    output.append(nlohmann::json(payload.plainText.view()).dump());
-    output.append(",\"stickyCount\":");
-    output.append(nlohmann::json(payload.stickyCount).dump());
-    output.append("}\n");
-    return output;
+std::error_code writeJsonString(int descriptor, std::string_view text) {
+    std::error_code error = writeAll(descriptor, "\"");
+    while (!error && !text.empty()) {
+        const std::string_view piece = firstPiece(text);
+        const std::string quoted = nlohmann::json(piece).dump();
+        error = writeAll(descriptor, std::string_view(quoted).substr(1, quoted.size() - 2));
+        text.remove_prefix(piece.size());
+    }
+    return error ? error : writeAll(descriptor, "\"");
+}
+
+} // namespace
+
+std::string countOutput(const text::ConversionPayload& payload) {
+    return std::to_string(payload.stickyCount) + "\n";
+}
+
+std::error_code writeJson(int descriptor, const text::ConversionPayload& payload) {
+    std::error_code error = writeAll(descriptor, "{\"html\":");
+    if (!error) {
+        error = writeJsonString(descriptor, payload.html.view());
+    }
+    if (!error) {
+        error = writeAll(descriptor, ",\"plainText\":");
+    }
+    if (!error) {
+        error = writeJsonString(descriptor, payload.plainText.view());
+    }
+    if (!error) {
+        error =
+            writeAll(descriptor, ",\"stickyCount\":" + std::to_string(payload.stickyCount) + "}\n");
+    }
+    return error;
 }
 
 } // namespace tools

@@ -1,5 +1,6 @@
 #include "Tools/Descriptor.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -10,6 +11,16 @@ namespace tools {
 namespace {
 
 constexpr std::size_t readSize = std::size_t{1} << 20U;
+
+/// Whether a call that failed with `error` is to be made again: it was interrupted, or another
+/// program has made the descriptor non-blocking, in which case this waits for it.
+bool canTryAgain(int error, int descriptor, short events) {
+    if (error == EAGAIN || error == EWOULDBLOCK) {
+        pollfd waiting{.fd = descriptor, .events = events, .revents = 0};
+        return poll(&waiting, 1, -1) >= 0 || errno == EINTR;
+    }
+    return error == EINTR;
+}
 
 } // namespace
 
@@ -23,7 +34,7 @@ std::error_code readToEnd(int descriptor, foundation::TextBuffer& text) {
         if (count == 0) {
             return {};
         }
-        if (count < 0 && error != EINTR) {
+        if (count < 0 && !canTryAgain(error, descriptor, POLLIN)) {
             return {error, std::generic_category()};
         }
     }
@@ -34,8 +45,8 @@ std::error_code writeAll(int descriptor, std::string_view text) {
         const ssize_t count = write(descriptor, text.data(), text.size());
         if (count >= 0) {
             text.remove_prefix(static_cast<std::size_t>(count));
-        } else if (errno != EINTR) {
-            return {errno, std::generic_category()};
+        } else if (const int error = errno; !canTryAgain(error, descriptor, POLLOUT)) {
+            return {error, std::generic_category()};
         }
     }
     return {};

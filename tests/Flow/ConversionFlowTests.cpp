@@ -137,6 +137,8 @@ TEST_F(ConversionFlowTests, ARefusedShortcutIsSilentAndTheProgramRuns) {
     system_.setUser([] {});
     pastewise::PastewiseApp app(system_);
     EXPECT_EQ(app.main(), 0);
+    EXPECT_TRUE(system_.eventHotKeyService().registered().empty());
+    EXPECT_FALSE(system_.logSink().entries().empty());
     for (const auto& entry : system_.logSink().entries()) {
         EXPECT_EQ(entry.level, foundation::LogLevel::debug) << entry.whole;
     }

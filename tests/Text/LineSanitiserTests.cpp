@@ -84,19 +84,22 @@ TEST(LineSanitiserTests, RemovesANumberWithADashBetweenSpaces) {
 }
 
 TEST(LineSanitiserTests, KeepsANumberWithoutWhiteSpaceBehindItsMark) {
-    for (const std::string_view line : {"1.",
-                                        "1 -",
-                                        "1:",
-                                        "1",
-                                        "1.x",
-                                        "12:30 lunch",
-                                        "2024-01-05 meeting",
-                                        "1.2 million",
-                                        "1\u200B. milk"}) {
+    for (const std::string_view line :
+         {"1.", "1 -", "1:", "1", "1.x", "12:30 lunch", "1\u200B. milk"}) {
         const auto result = sanitizeLine(line);
         EXPECT_EQ(result.text, line);
         EXPECT_FALSE(result.numericPattern.has_value()) << line;
     }
+}
+
+TEST(LineSanitiserTests, KeepsADateWhoseHyphenHasNoWhiteSpaceBehindIt) {
+    EXPECT_EQ(sanitizeLine("2024-01-05 meeting").text, "2024-01-05 meeting");
+    EXPECT_FALSE(sanitizeLine("2024-01-05 meeting").numericPattern.has_value());
+}
+
+TEST(LineSanitiserTests, KeepsADecimalNumberButTakesANumberBeforeADash) {
+    EXPECT_EQ(sanitizeLine("1.2 million").text, "1.2 million");
+    EXPECT_EQ(sanitizeLine("12 \u2014 done").text, "done");
 }
 
 TEST(LineSanitiserTests, KeepsANumberThatStandsApartFromItsFullStopOrColon) {

@@ -97,6 +97,16 @@ TEST(ConvertTests, WritesEverythingAsJsonWhenAskedTo) {
     EXPECT_EQ(parsed.at("stickyCount").get<std::int64_t>(), 3);
 }
 
+TEST(ConvertTests, CutsNoCharacterWhenItWritesALongTextAsJsonInPieces) {
+    std::string input;
+    for (int i = 0; i < 400'000; ++i) {
+        input += "\u20AC\U0001F600a";
+    }
+    const auto parsed = nlohmann::json::parse(convert({"--json"}, input).output);
+    EXPECT_TRUE(parsed.at("plainText").get<std::string>() == input);
+    EXPECT_TRUE(parsed.at("html").get<std::string>() == reference::convert(input).html);
+}
+
 TEST(ConvertTests, WritesADocumentWithoutRowsForNoInput) {
     const Result result = convert({}, "");
     EXPECT_EQ(result.exitCode, 0);
