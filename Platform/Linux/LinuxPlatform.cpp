@@ -34,6 +34,11 @@ class X11DesktopPlatform final : public Platform {
           pasteboard_(std::move(connection), eventLoop_, mainQueue_, loggers_, text::repairUtf8),
           eventHotKeyService_(X11EventHotKeyService::open(eventLoop_, mainQueue_)) {
         QGuiApplication::setQuitOnLastWindowClosed(false);
+        if (isSet("WAYLAND_DISPLAY")) {
+            loggers_.logger("LinuxPlatform")
+                .error(
+                    "In a Wayland session the shortcut works only while an X11 window is in front");
+        }
         // What was copied outlives the session as it outlives the program.
         QObject::connect(&application_, &QGuiApplication::commitDataRequest, &application_, [this] {
             pasteboard_.handOver();

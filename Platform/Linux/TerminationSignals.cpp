@@ -10,30 +10,35 @@ namespace platform {
 
 namespace {
 
+/// The signals that ask a program to end, but for those that it was started to ignore: a program
+/// started with nohup, for example, is to outlive its terminal.
 sigset_t terminationSignals() {
     sigset_t signals{};
     sigemptyset(&signals);
-    sigaddset(&signals, SIGTERM);
-    sigaddset(&signals, SIGINT);
-    sigaddset(&signals, SIGHUP);
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        struct sigaction current {};
+
+        sigaction(signal, nullptr, &current);
+        if (current.sa_handler != SIG_IGN) {
+            sigaddset(&signals, signal);
+        }
+    }
     return signals;
 }
 
 } // namespace
 
-TerminationSignals::TerminationSignals() {
-    const sigset_t signals = terminationSignals();
-    descriptor_ = signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
+TerminationSignals::TerminationSignals() : signals_(terminationSignals()) {
+    descriptor_ = signalfd(-1, &signals_, SFD_NONBLOCK | SFD_CLOEXEC);
     if (descriptor_ >= 0) { // Otherwise the signals keep ending the process at once.
-        pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+        pthread_sigmask(SIG_BLOCK, &signals_, nullptr);
     }
 }
 
 TerminationSignals::~TerminationSignals() {
     if (descriptor_ >= 0) {
         close(descriptor_);
-        const sigset_t signals = terminationSignals();
-        pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+        pthread_sigmask(SIG_UNBLOCK, &signals_, nullptr);
     }
 }
 

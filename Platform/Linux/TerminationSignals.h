@@ -2,13 +2,15 @@
 
 #include "Platform/Linux/EventLoop.h"
 
+#include <csignal>
 #include <functional>
 #include <memory>
 
 namespace platform {
 
 /// Turns SIGTERM, SIGINT and SIGHUP into a call from the event loop, so that the program ends as it
-/// does by choice: for as long as the object lives they no longer end the process by themselves.
+/// does by choice: for as long as the object lives they no longer end the process by themselves. A
+/// signal that the process was started to ignore stays ignored.
 ///
 /// Made once per process, on the main thread, before anything starts another thread: a thread that
 /// does not inherit the blocked signals would take them and end the process.
@@ -27,6 +29,7 @@ class TerminationSignals {
     deliver(EventLoop& eventLoop, std::function<void()> terminate) const;
 
   private:
+    sigset_t signals_;
     int descriptor_ = -1;
 };
 

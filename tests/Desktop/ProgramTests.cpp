@@ -231,6 +231,15 @@ TEST_F(ProgramTests, SaysSoAndEndsWhenThereIsNoDisplay) {
     }
 }
 
+TEST_F(ProgramTests, SaysSoInAWaylandSessionWhereItsShortcutIsNotGlobal) {
+    auto environment = session_.environment();
+    environment["WAYLAND_DISPLAY"] = "wayland-of-nobody";
+    environment["QT_FORCE_STDERR_LOGGING"] = "1";
+    ChildProcess inWayland({PASTEWISE_PROGRAM}, {.environment = environment});
+    EXPECT_TRUE(inWayland.waitForOutput("In a Wayland session the shortcut works only"));
+    EXPECT_TRUE(inWayland.isRunning());
+}
+
 TEST_F(ProgramTests, EndsWithoutACrashWhenTheXServerGoes) {
     startProgram();
     session_.killXServer();

@@ -46,6 +46,22 @@ TEST_P(TerminationSignalsTests, AreDeliveredAlsoWhenTheyCameBeforeAnybodyListene
     EXPECT_TRUE(loop_.turnUntil([&] { return count == 1; }));
 }
 
+TEST_P(TerminationSignalsTests, StayIgnoredWhereTheProcessWasStartedToIgnoreThem) {
+    const auto previous = std::signal(GetParam(), SIG_IGN);
+    int count = 0;
+    {
+        const platform::TerminationSignals signals;
+        const auto watch = signals.deliver(eventLoop_, [&] { ++count; });
+        ASSERT_EQ(std::raise(GetParam()), 0);
+        // A signal that is not ignored comes behind it, if it comes at all.
+        const int other = GetParam() == SIGTERM ? SIGINT : SIGTERM;
+        ASSERT_EQ(std::raise(other), 0);
+        EXPECT_TRUE(loop_.turnUntil([&] { return count > 0; }));
+    }
+    EXPECT_EQ(count, 1);
+    static_cast<void>(std::signal(GetParam(), previous));
+}
+
 INSTANTIATE_TEST_SUITE_P(Each,
                          TerminationSignalsTests,
                          testing::Values(SIGTERM, SIGINT, SIGHUP),
