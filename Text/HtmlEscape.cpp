@@ -53,20 +53,6 @@ constexpr char quoteBit = '"' ^ '&';
 constexpr char bracketBit = '<' ^ '>';
 static_assert(('"' | quoteBit) == '&' && ('<' | bracketBit) == '>');
 
-/// How many of `size` bytes are among the five characters. The size, which a byte can count to, is
-/// known to the compiler, and there are no branches: it looks at many bytes side by side.
-template <std::size_t size>
-unsigned char countSpecials(const char* bytes) {
-    static_assert(size <= 0xFF);
-    unsigned char count = 0;
-    for (std::size_t i = 0; i < size; ++i) {
-        count +=
-            static_cast<unsigned char>(int{(bytes[i] | quoteBit) == '&'} +
-                                       int{(bytes[i] | bracketBit) == '>'} + int{bytes[i] == '\''});
-    }
-    return count;
-}
-
 /// Whether one of the five characters stands in a block. Looking for the smallest difference is
 /// what compilers do best side by side.
 template <std::size_t blockSize>
@@ -113,18 +99,6 @@ char* writeSmallBlocks(char* out, std::string_view text) {
 
 } // namespace
 
-std::size_t escapeGrowthLimit(std::string_view text) {
-    constexpr std::size_t longestGrowth = std::string_view("&quot;").size() - 1;
-    std::size_t count = 0;
-    for (; text.size() >= largeBlock; text.remove_prefix(largeBlock)) {
-        count += countSpecials<largeBlock>(text.data());
-    }
-    for (const char& byte : text) {
-        count += countSpecials<1>(&byte);
-    }
-    return count * longestGrowth;
-}
-
 char* writeEscaped(char* out, std::string_view text, const char* readableEnd) {
     // Short texts are most of all texts and their sizes differ, so they are not cut into blocks:
     // one block is copied whole, and what stands behind the text in it is overwritten later.
@@ -150,11 +124,17 @@ char* writeEscaped(char* out, std::string_view text, const char* readableEnd) {
 }
 
 foundation::TextBuffer escapeHTML(std::string_view text) {
+    // In pieces, so that a long text is not given the room that it needs at worst all at once.
+    constexpr std::size_t pieceSize = 4096;
     foundation::TextBuffer escaped;
-    char* const begin =
-        escaped.appendUninitialised(text.size() + escapeGrowthLimit(text) + escapeSlack);
-    escaped.truncate(
-        static_cast<std::size_t>(writeEscaped(begin, text, text.data() + text.size()) - begin));
+    for (; !text.empty(); text.remove_prefix(std::min(pieceSize, text.size()))) {
+        const std::string_view piece = text.substr(0, pieceSize);
+        const std::size_t sizeBefore = escaped.size();
+        char* const begin =
+            escaped.appendUninitialised(piece.size() * longestReplacement + escapeSlack);
+        char* const end = writeEscaped(begin, piece, piece.data() + piece.size());
+        escaped.truncate(sizeBefore + static_cast<std::size_t>(end - begin));
+    }
     return escaped;
 }
 

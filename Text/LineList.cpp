@@ -9,11 +9,40 @@ namespace text {
 
 namespace {
 
+/// How many characters of each kind break lines in a text; a pair counts in both.
+struct BreakCounts {
+    std::size_t lineFeeds = 0;
+    std::size_t carriageReturns = 0;
+};
+
+BreakCounts countBreaks(std::string_view text) {
+    // In parts whose counts fit into a byte, so that compilers count in many bytes side by side.
+    constexpr std::size_t partSize = 128;
+    BreakCounts counts;
+    for (; text.size() >= partSize; text.remove_prefix(partSize)) {
+        unsigned char lineFeeds = 0;
+        unsigned char carriageReturns = 0;
+        for (std::size_t i = 0; i < partSize; ++i) {
+            lineFeeds += static_cast<unsigned char>(text[i] == '\n');
+            carriageReturns += static_cast<unsigned char>(text[i] == '\r');
+        }
+        counts.lineFeeds += lineFeeds;
+        counts.carriageReturns += carriageReturns;
+    }
+    for (const char byte : text) {
+        counts.lineFeeds += byte == '\n' ? 1U : 0U;
+        counts.carriageReturns += byte == '\r' ? 1U : 0U;
+    }
+    return counts;
+}
+
 /// Cuts a text at its line breaks, one line after the other.
 class LineSplitter {
   public:
-    explicit LineSplitter(std::string_view text)
-        : text_(text), lineFeed_(text.find('\n')), carriageReturn_(text.find('\r')) {}
+    LineSplitter(std::string_view text, const BreakCounts& counts)
+        : text_(text),
+          lineFeed_(counts.lineFeeds > 0 ? text.find('\n') : std::string_view::npos),
+          carriageReturn_(counts.carriageReturns > 0 ? text.find('\r') : std::string_view::npos) {}
 
     /// The next line; none behind the last one.
     std::optional<std::string_view> next() {
@@ -42,27 +71,6 @@ class LineSplitter {
     std::size_t carriageReturn_;
 };
 
-/// The number of line feeds and carriage returns, of which a pair counts as two.
-std::size_t countBreakCharacters(std::string_view text) {
-    const auto isBreak = [](char byte) {
-        return static_cast<unsigned char>((byte == '\n') + (byte == '\r'));
-    };
-    // In parts whose count fits into a byte, so that compilers count in many bytes side by side.
-    constexpr std::size_t partSize = 128;
-    std::size_t count = 0;
-    for (; text.size() >= partSize; text.remove_prefix(partSize)) {
-        unsigned char inPart = 0;
-        for (std::size_t i = 0; i < partSize; ++i) {
-            inPart += isBreak(text[i]);
-        }
-        count += inPart;
-    }
-    for (const char byte : text) {
-        count += isBreak(byte);
-    }
-    return count;
-}
-
 } // namespace
 
 LineList LineList::of(std::span<const std::string_view> lines) {
@@ -83,9 +91,10 @@ LineList LineList::of(std::span<const std::string_view> lines) {
 
 LineList processText(foundation::TextBuffer text, const LineObserver& observer) {
     std::vector<std::string_view> lines;
+    const BreakCounts counts = countBreaks(text.view());
     // Enough in any case. Room that pairs leave over is never touched.
-    lines.reserve(countBreakCharacters(text.view()) + 1);
-    LineSplitter splitter(text.view());
+    lines.reserve(counts.lineFeeds + counts.carriageReturns + 1);
+    LineSplitter splitter(text.view(), counts);
     while (const auto line = splitter.next()) {
         const std::string_view trimmed = trim(*line);
         const SanitizedLine sanitized = sanitizeLine(trimmed);

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <limits>
 #include <string>
+#include <utility>
 
 namespace text {
 
@@ -44,23 +45,51 @@ bool isBlank(std::string_view line) {
     return trimStart(line).empty();
 }
 
-/// How large the two texts of a payload become at most: hardly less when the blank lines are empty,
-/// as they are in a list that processText() made.
-struct SizeLimits {
-    std::size_t html;
-    std::size_t plainText;
+/// A text that is written from its start to its end, in room that is there before it is needed.
+class WrittenText {
+  public:
+    explicit WrittenText(std::size_t room) : next_(text_.appendUninitialised(room)), room_(room) {}
+
+    /// Where to write at most `size` bytes. Until advanceTo() they do not count.
+    [[nodiscard]] char* room(std::size_t size) {
+        if (size > room_) {
+            grow(size);
+        }
+        return next_;
+    }
+
+    /// The text goes on at `next`, behind what was written to room().
+    void advanceTo(char* next) {
+        room_ -= static_cast<std::size_t>(next - next_);
+        next_ = next;
+    }
+
+    [[nodiscard]] foundation::TextBuffer take() {
+        text_.truncate(text_.size() - room_);
+        return std::move(text_);
+    }
+
+  private:
+    /// Long texts are moved, not copied, and room that is not written to costs no memory.
+    void grow(std::size_t size) {
+        const std::size_t added = std::max(size, text_.size() / 2);
+        next_ = text_.appendUninitialised(added) - room_;
+        room_ += added;
+    }
+
+    foundation::TextBuffer text_;
+    char* next_;
+    std::size_t room_;
 };
 
-SizeLimits sizeLimits(const LineList& lines) {
-    std::size_t rows = 0;
-    std::size_t cells = 0;
-    for (const std::string_view line : lines.lines()) {
-        rows += line.empty() ? 0U : 1U;
-        cells += line.size();
-    }
-    return {.html = fixedSizeLimit + rows * rowSeparator.size() + cells +
-                    escapeGrowthLimit(lines.text()),
-            .plainText = cells + rows + copySlack};
+/// Cells are escaped in pieces of at most this size: each is given the room that it needs at worst.
+constexpr std::size_t pieceSize = 4096;
+
+/// Room for the html of that many rows and bytes of cells: all that it needs unless it is full of
+/// markup.
+std::size_t expectedHtmlSize(std::size_t rows, std::size_t cells) {
+    return fixedSizeLimit + rows * rowSeparator.size() + cells +
+           std::min(cells, pieceSize) * (longestReplacement - 1) + cells / 8 + escapeSlack;
 }
 
 char* write(char* out, std::string_view text) {
@@ -76,6 +105,14 @@ char* writeLine(char* out, std::string_view line, const char* readableEnd) {
     }
     std::memcpy(out, line.data(), copySlack);
     return out + line.size();
+}
+
+void writeCell(WrittenText& html, std::string_view line, const char* readableEnd) {
+    for (; !line.empty(); line.remove_prefix(std::min(pieceSize, line.size()))) {
+        const std::string_view piece = line.substr(0, pieceSize);
+        char* const room = html.room(piece.size() * longestReplacement + escapeSlack);
+        html.advanceTo(writeEscaped(room, piece, readableEnd));
+    }
 }
 
 /// Writes everything behind the last row.
@@ -97,42 +134,42 @@ char* writeTail(char* out, std::size_t rowCount) {
 } // namespace
 
 ConversionPayload makeSheetDocument(const LineList& lines) {
-    const SizeLimits limits = sizeLimits(lines);
-    ConversionPayload payload;
-    char* const htmlBegin = payload.html.appendUninitialised(limits.html);
-    char* const plainTextBegin = payload.plainText.appendUninitialised(limits.plainText);
-
-    // What is written behind each cell is longer than what writing the cell may spoil there.
-    static_assert(rowSeparator.size() >= escapeSlack &&
-                  fragment::rowEnd.size() + fragment::tableEndAndGridDataOpening.size() >=
-                      escapeSlack);
+    std::size_t rows = 0;
+    std::size_t cells = 0;
+    for (const std::string_view line : lines.lines()) {
+        rows += line.empty() ? 0U : 1U;
+        cells += line.size();
+    }
+    WrittenText html(expectedHtmlSize(rows, cells));
+    WrittenText plainText(cells + rows + copySlack);
     const char* const readableEnd = lines.text().data() + lines.text().size();
-    char* html = write(htmlBegin, fragment::head);
-    char* plainText = plainTextBegin;
+
+    html.advanceTo(write(html.room(fragment::head.size()), fragment::head));
     std::size_t rowCount = 0;
     for (const std::string_view line : lines.lines()) {
         if (isBlank(line)) {
             continue;
         }
-        if (rowCount == 0) {
-            html = write(html, fragment::rowStart);
-        } else {
-            html = write(html, {rowSeparator.data(), rowSeparator.size()});
-            *plainText++ = '\n';
+        const std::string_view opening =
+            rowCount == 0 ? fragment::rowStart
+                          : std::string_view(rowSeparator.data(), rowSeparator.size());
+        html.advanceTo(write(html.room(rowSeparator.size()), opening));
+        writeCell(html, line, readableEnd);
+
+        char* plainEnd = plainText.room(1 + std::max(line.size(), copySlack));
+        if (rowCount > 0) {
+            *plainEnd++ = '\n';
         }
-        html = writeEscaped(html, line, readableEnd);
-        plainText = writeLine(plainText, line, readableEnd);
+        plainText.advanceTo(writeLine(plainEnd, line, readableEnd));
         ++rowCount;
     }
     if (rowCount > 0) {
-        html = write(html, fragment::rowEnd);
+        html.advanceTo(write(html.room(fragment::rowEnd.size()), fragment::rowEnd));
     }
-    html = writeTail(html, rowCount);
-
-    payload.html.truncate(static_cast<std::size_t>(html - htmlBegin));
-    payload.plainText.truncate(static_cast<std::size_t>(plainText - plainTextBegin));
-    payload.stickyCount = static_cast<std::int64_t>(rowCount);
-    return payload;
+    html.advanceTo(writeTail(html.room(fixedSizeLimit), rowCount));
+    return {.html = html.take(),
+            .plainText = plainText.take(),
+            .stickyCount = static_cast<std::int64_t>(rowCount)};
 }
 
 } // namespace text

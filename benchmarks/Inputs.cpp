@@ -75,15 +75,9 @@ std::string lines(std::size_t count,
                   std::size_t longest) {
     Random random;
     std::string text;
-    std::string_view prefix;
-    std::size_t leftInSection = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        // As in a document, a few lines after one another are of one kind.
-        if (leftInSection == 0) {
-            prefix = random.oneOf(prefixes);
-            leftInSection = 1 + random.below(12);
-        }
-        --leftInSection;
+        // Each line is of a kind of its own, which no processor can foresee.
+        const std::string_view prefix = random.oneOf(prefixes);
         text += i == 0 ? "" : "\n";
         text += sentence(random, prefix, words, shortest + random.below(longest - shortest + 1));
     }

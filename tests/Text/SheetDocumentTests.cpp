@@ -173,6 +173,14 @@ TEST(SheetDocumentTests, AgreesWithTheReferenceOnLinesOfEveryLength) {
     EXPECT_EQ(payload.stickyCount, expected.stickyCount);
 }
 
+TEST(SheetDocumentTests, HasRoomForCellsThatAreAllMarkup) {
+    const std::vector<std::string> lines(500, std::string(5000, '"'));
+    const ConversionPayload payload = document({lines.begin(), lines.end()});
+    const reference::Payload expected = reference::generateHTML(lines);
+    EXPECT_TRUE(payload.html.view() == expected.html);
+    EXPECT_TRUE(payload.plainText.view() == expected.plainText);
+}
+
 TEST(SheetDocumentTests, CopiesZeroBytesAndBrokenOnesAsTheyAre) {
     const std::string_view line("a\0\xFF\xE2\x80", 5);
     EXPECT_EQ(plainText({line}), line);
