@@ -58,12 +58,15 @@ class BrowserTests : public ProgramTest {
         keyboard_.tapTogether({KEY_LEFTCTRL, KEY_V});
         EXPECT_TRUE(waitForTitle("Pasted " + std::to_string(expectedNotes) + " notes"));
         keyboard_.tapTogether({KEY_LEFTCTRL, KEY_C});
-        std::string copied;
+        EXPECT_TRUE(waitForTitle("Copied"));
+        // The browser hands the copy over after the page has set its title; until then the
+        // clipboard may hold what an earlier paste was copied as.
+        nlohmann::json copied;
         EXPECT_TRUE(waitUntil([&] {
-            copied = paste("UTF8_STRING");
-            return copied.starts_with("{\"types\"");
+            copied = nlohmann::json::parse(paste("UTF8_STRING"), nullptr, false);
+            return copied.is_object() && copied["rows"].size() == expectedNotes;
         })) << copied;
-        return nlohmann::json::parse(copied);
+        return copied;
     }
 
     std::unique_ptr<ChildProcess> browser_;
