@@ -106,6 +106,11 @@ TEST(IncludeRulesTests, TheApplicationKnowsInterfacesAndNoBackend) {
     }
 }
 
+TEST(IncludeRulesTests, ToolsLeanOnTextFoundationAndOneJsonLibrary) {
+    expectOnly(
+        "Tools", {"Tools/", "Text/", "Foundation/"}, {"nlohmann/json.hpp", "poll.h", "unistd.h"});
+}
+
 TEST(IncludeRulesTests, OnlyTheEntryAndTheDelegateSeeTheWholePlatform) {
     for (const Include& include : includesBelow("Pastewise")) {
         if (include.target == "Platform/Platform.h" ||
