@@ -21,7 +21,7 @@ DesktopSession::DesktopSession() {
     bus_ = std::make_unique<ChildProcess>(
         std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--print-address=1"},
         ChildProcess::Options{.environment = server_.environment()});
-    if (!bus_->waitForOutput("\n")) {
+    if (!waitUntil([this] { return bus_->standardOutput().find('\n') != std::string::npos; })) {
         throw std::runtime_error("no session bus: " + bus_->standardError());
     }
     busAddress_ = bus_->standardOutput().substr(0, bus_->standardOutput().find('\n'));

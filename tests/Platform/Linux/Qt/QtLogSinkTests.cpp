@@ -15,6 +15,7 @@ using foundation::Logger;
 class ReceivedMessages {
   public:
     ReceivedMessages() {
+        qunsetenv("QT_LOGGING_RULES"); // It wins over the rules that a test sets.
         messages().clear();
         previous_ = qInstallMessageHandler(
             [](QtMsgType type, const QMessageLogContext& context, const QString& message) {
