@@ -33,6 +33,8 @@ class X11DesktopPlatform final : public Platform {
         : application_(argc, argv),
           pasteboard_(std::move(connection), eventLoop_, mainQueue_, loggers_, text::repairUtf8),
           eventHotKeyService_(X11EventHotKeyService::open(eventLoop_, mainQueue_)) {
+        QGuiApplication::setApplicationName("pastewise");
+        QGuiApplication::setDesktopFileName("com.app.pastewise");
         QGuiApplication::setQuitOnLastWindowClosed(false);
         if (isSet("WAYLAND_DISPLAY")) {
             loggers_.logger("LinuxPlatform")
