@@ -26,6 +26,8 @@
 //   refuse-text   lists its targets and refuses all others
 //   hang          never answers
 //   hang-text     lists its targets and never answers any other request
+//   flood         never answers, and sends the reader events without an end instead
+//   flood-pieces  announces pieces, and sends events that tell of them but no piece
 //   late          answers each request after --delay
 //   late-text     lists its targets at once and answers each other request after --delay
 //   wrong-format  sends texts in items of 32 bits
@@ -126,7 +128,7 @@ std::optional<Settings> settingsFrom(const std::vector<std::string>& arguments) 
     } else if (settings.mode == "manager-hang") {
         settings.selection = "CLIPBOARD_MANAGER";
     }
-    constexpr std::array inPieces{"stall", "slow", "endless", "die", "change"};
+    constexpr std::array inPieces{"flood-pieces", "stall", "slow", "endless", "die", "change"};
     if (settings.chunk == 0 && std::count(inPieces.begin(), inPieces.end(), settings.mode) != 0) {
         settings.chunk = defaultChunk;
     }
@@ -260,6 +262,9 @@ class Owner {
         if (mode == "hang" || mode == "manager-hang" || (mode == "hang-text" && !isList)) {
             return;
         }
+        if (mode == "flood") {
+            flood(request);
+        }
         bool isGiven = false;
         if (mode == "refuse" || (mode == "refuse-text" && !isList) ||
             (mode == "no-targets" && isList)) {
@@ -279,6 +284,23 @@ class Owner {
             isGiven = true;
         }
         notify(request, isGiven);
+        if (mode == "flood-pieces" && !isList) {
+            flood(request);
+        }
+    }
+
+    /// Tells the requestor for ever of something new in the property that it named.
+    [[noreturn]] void flood(const xcb_selection_request_event_t& request) {
+        xcb_property_notify_event_t notify{};
+        notify.response_type = XCB_PROPERTY_NOTIFY;
+        notify.window = request.requestor;
+        notify.atom = request.property;
+        notify.time = request.time;
+        notify.state = XCB_PROPERTY_NEW_VALUE;
+        while (xcb_connection_has_error(client_.connection()) == 0) {
+            send(request.requestor, notify);
+        }
+        _exit(1);
     }
 
     void give(const xcb_selection_request_event_t& request, const std::string& bytes) {
@@ -321,10 +343,15 @@ class Owner {
         notify.selection = request.selection;
         notify.target = request.target;
         notify.property = isGiven ? request.property : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-        std::array<char, 32> wire{};
-        std::memcpy(wire.data(), &notify, sizeof notify);
-        xcb_send_event(client_.connection(), 0, request.requestor, 0, wire.data());
+        send(request.requestor, notify);
         xcb_flush(client_.connection());
+    }
+
+    template <typename Event>
+    void send(xcb_window_t window, const Event& event) {
+        std::array<char, 32> wire{};
+        std::memcpy(wire.data(), &event, sizeof event);
+        xcb_send_event(client_.connection(), 0, window, 0, wire.data());
     }
 
     void sendPiece(const Place& place) {

@@ -35,6 +35,10 @@ X11EventQueue::waitFor(const std::function<bool(const xcb_generic_event_t&)>& is
                 return event;
             }
             putOff_.push_back(std::move(event));
+            // Others may go on sending for ever.
+            if (Clock::now() >= deadline) {
+                return nullptr;
+            }
         } else if (!connection_.isAlive() || !sleepUntilReadable(deadline)) {
             return nullptr;
         }

@@ -112,6 +112,10 @@ X11SelectionRequest::Answer X11SelectionRequest::receiveInPieces(std::size_t siz
         const Outcome outcome = takeProperty(answer);
         if (outcome == Outcome::refused) {
             // Nothing is there: the event told of the announcement that was taken already.
+            if (X11EventQueue::Clock::now() >= deadline_) {
+                answer.outcome = Outcome::silent;
+                return answer;
+            }
             continue;
         }
         noteProgress();

@@ -184,6 +184,16 @@ TEST_F(X11PasteboardReadingTests, GivesUpAnOwnerThatStallsInTheMiddleOfATransfer
     EXPECT_TRUE(hasLogged("The owner of the clipboard does not answer"));
 }
 
+TEST_F(X11PasteboardReadingTests, GivesUpAnOwnerThatSendsEventsWithoutAnEndInsteadOfAnAnswer) {
+    expectNoText({"flood"});
+    EXPECT_TRUE(hasLogged("The owner of the clipboard does not answer"));
+}
+
+TEST_F(X11PasteboardReadingTests, GivesUpAnOwnerThatTellsOfPiecesWithoutAnEndAndSendsNone) {
+    expectNoText({"flood-pieces"});
+    EXPECT_TRUE(hasLogged("The owner of the clipboard does not answer"));
+}
+
 TEST_F(X11PasteboardReadingTests, WaitsForASlowTransferForAsLongAsItGoesOn) {
     const std::string text = generatedText(100);
     const Program owner = startOwner({"slow", "--size", "100", "--chunk", "10", "--delay", "100"});
