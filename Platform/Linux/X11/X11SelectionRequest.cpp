@@ -96,8 +96,9 @@ X11SelectionRequest::Answer X11SelectionRequest::receiveInPieces(std::size_t siz
                     return false;
                 }
                 const auto& notify = eventAs<xcb_property_notify_event_t>(candidate);
-                return notify.window == window_ && notify.atom == atoms_.exchange &&
-                       notify.state == XCB_PROPERTY_NEW_VALUE;
+                // Our own deletions as well: one for each piece would pile up among the events put
+                // off, and looking for the next piece would take ever longer.
+                return notify.window == window_ && notify.atom == atoms_.exchange;
             },
             deadline_);
         if (!event) {
@@ -109,9 +110,12 @@ X11SelectionRequest::Answer X11SelectionRequest::receiveInPieces(std::size_t siz
             return answer;
         }
         const std::size_t sizeBefore = answer.bytes.size();
-        const Outcome outcome = takeProperty(answer);
+        const bool isNew =
+            eventAs<xcb_property_notify_event_t>(*event).state == XCB_PROPERTY_NEW_VALUE;
+        const Outcome outcome = isNew ? takeProperty(answer) : Outcome::refused;
         if (outcome == Outcome::refused) {
-            // Nothing is there: the event told of the announcement that was taken already.
+            // Nothing is there: the event told of a deletion, or of the announcement that was taken
+            // already.
             if (X11EventQueue::Clock::now() >= deadline_) {
                 answer.outcome = Outcome::silent;
                 return answer;
