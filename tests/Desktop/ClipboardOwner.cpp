@@ -34,6 +34,7 @@
 //   stall         sends in pieces and stops after half of the text
 //   slow          sends in pieces, each after --delay
 //   endless       sends in pieces without an end
+//   mixed         sends in pieces, of which the second is of another type
 //   die           sends in pieces and ends itself after half of the text
 //   change        sends in pieces and makes another window the owner after half of the text
 //   manager-hang  owns CLIPBOARD_MANAGER instead and never answers
@@ -128,7 +129,8 @@ std::optional<Settings> settingsFrom(const std::vector<std::string>& arguments) 
     } else if (settings.mode == "manager-hang") {
         settings.selection = "CLIPBOARD_MANAGER";
     }
-    constexpr std::array inPieces{"flood-pieces", "stall", "slow", "endless", "die", "change"};
+    constexpr std::array inPieces{
+        "flood-pieces", "stall", "slow", "endless", "mixed", "die", "change"};
     if (settings.chunk == 0 && std::count(inPieces.begin(), inPieces.end(), settings.mode) != 0) {
         settings.chunk = defaultChunk;
     }
@@ -378,11 +380,12 @@ class Owner {
         }
         const std::string_view piece =
             std::string_view(transfer.bytes).substr(transfer.sentCount, settings_.chunk);
+        const bool isOfAnotherType = mode == "mixed" && transfer.sentCount == settings_.chunk;
         xcb_change_property(client_.connection(),
                             XCB_PROP_MODE_REPLACE,
                             place.first,
                             place.second,
-                            transfer.type,
+                            isOfAnotherType ? client_.atom("text/x-other") : transfer.type,
                             8,
                             static_cast<std::uint32_t>(piece.size()),
                             piece.data());

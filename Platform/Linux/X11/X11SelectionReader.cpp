@@ -218,9 +218,12 @@ bool X11SelectionReader::isOver(Outcome outcome) const {
     case Outcome::ownerChanged:
         logger_.error("The clipboard changed hands while it was being read");
         return true;
+    case Outcome::malformed:
+        // The rest may still be on its way, and would be taken for the next answer.
+        logger_.error("The owner of the clipboard does not keep to the rules of a transfer");
+        return true;
     case Outcome::received:
     case Outcome::refused:
-    case Outcome::malformed:
         break;
     }
     return false;

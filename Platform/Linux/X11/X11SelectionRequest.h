@@ -27,7 +27,7 @@ class X11SelectionRequest {
         refused,
         silent,       ///< Nothing came within the limit, or the server is gone.
         ownerChanged, ///< Another program took the clipboard, or the owner ended.
-        malformed     ///< The answer is not what the protocol allows.
+        malformed     ///< What came is no whole answer, and the rest of it may still come.
     };
 
     struct Answer {

@@ -194,6 +194,16 @@ TEST_F(X11PasteboardReadingTests, GivesUpAnOwnerThatTellsOfPiecesWithoutAnEndAnd
     EXPECT_TRUE(hasLogged("The owner of the clipboard does not answer"));
 }
 
+TEST_F(X11PasteboardReadingTests, GivesUpATransferThatGoesOnInAnotherForm) {
+    const Program owner = startOwner({"mixed"});
+    open();
+    EXPECT_EQ(readString(), std::nullopt);
+    EXPECT_TRUE(hasLogged("The owner of the clipboard does not keep to the rules of a transfer"));
+    EXPECT_TRUE(owner->waitForOutput("asked UTF8_STRING\n"));
+    EXPECT_EQ(owner->standardOutput().find("asked STRING"), std::string::npos);
+    EXPECT_EQ(owner->standardOutput().find("asked text/plain"), std::string::npos);
+}
+
 TEST_F(X11PasteboardReadingTests, WaitsForASlowTransferForAsLongAsItGoesOn) {
     const std::string text = generatedText(100);
     const Program owner = startOwner({"slow", "--size", "100", "--chunk", "10", "--delay", "100"});
@@ -236,6 +246,16 @@ TEST_F(X11PasteboardReadingTests, ReadsATextThatComesInSmallPieces) {
     const Program owner = startOwner({"normal", "--size", "10000", "--chunk", "7"});
     open();
     EXPECT_EQ(readString(), generatedText(10'000));
+}
+
+TEST_F(X11PasteboardReadingTests,
+       ReadsALongTextThatComesInSmallPiecesInTimeThatGrowsWithItsLength) {
+    const Program owner =
+        startOwner({"normal", "--size", std::to_string(8 * megabyte), "--chunk", "64"});
+    open();
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(readString(), generatedText(8 * megabyte));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 3 * testing_support::patience);
 }
 
 TEST_F(X11PasteboardReadingTests, ReadsALongTextThatComesInOnePiece) {
