@@ -25,6 +25,9 @@ class PrivateXServer {
     /// Sets environment() for the test process itself, for code under test that reads DISPLAY.
     void adoptEnvironment() const;
 
+    /// SIGSTOP has the server keep still until SIGCONT.
+    void sendSignal(int signal) const { server_->sendSignal(signal); }
+
     /// Ends the server at once, as a crash of it would.
     void kill() { server_.reset(); }
 

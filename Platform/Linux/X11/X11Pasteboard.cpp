@@ -43,21 +43,34 @@ X11Pasteboard::~X11Pasteboard() {
 }
 
 void X11Pasteboard::clearContents() {
-    if (!owner_.acquire()) {
+    hasBegun_ = false;
+    try {
+        hasBegun_ = owner_.acquire();
+    } catch (const std::bad_alloc&) {
+        logger_.error("There is no memory for taking the clipboard over");
+    }
+    if (!hasBegun_) {
         logger_.error("The clipboard cannot be taken over");
     }
     handleEventsLater();
 }
 
 bool X11Pasteboard::setString(foundation::TextBuffer text, PasteboardType type) {
-    const bool isOurs = owner_.owns();
-    if (isOurs) {
-        owner_.hold(type, std::make_shared<const foundation::TextBuffer>(std::move(text)));
-    } else {
+    bool isHeld = false;
+    if (!hasBegun_) {
+        logger_.error("The clipboard has not been taken over");
+    } else if (!owner_.owns()) {
         logger_.error("The clipboard belongs to another program");
+    } else {
+        try {
+            owner_.hold(type, std::make_shared<const foundation::TextBuffer>(std::move(text)));
+            isHeld = true;
+        } catch (const std::bad_alloc&) {
+            logger_.error("There is no memory for holding a text");
+        }
     }
     handleEventsLater();
-    return isOurs;
+    return isHeld;
 }
 
 std::optional<foundation::TextBuffer> X11Pasteboard::string(PasteboardType type) {
@@ -84,7 +97,11 @@ std::optional<foundation::TextBuffer> X11Pasteboard::string(PasteboardType type)
 }
 
 void X11Pasteboard::handOver() {
-    ClipboardHandOver(*connection_, events_, atoms_, owner_, limits_.silence, logger_).run();
+    try {
+        ClipboardHandOver(*connection_, events_, atoms_, owner_, limits_.silence, logger_).run();
+    } catch (const std::bad_alloc&) {
+        logger_.error("There is no memory for handing the clipboard over");
+    }
     handleEventsLater();
 }
 

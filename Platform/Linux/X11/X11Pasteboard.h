@@ -26,6 +26,9 @@ namespace platform {
 /// them, and gives them away while its event loop runs. They end with it unless handOver() finds
 /// somebody to keep them. When the server is lost the clipboard is empty and refuses every text.
 ///
+/// Waiting for other programs is bounded. Waiting for a reply of the server itself is not: one that
+/// another program has grabbed for itself stops every program until it lets go.
+///
 /// Main thread only.
 class X11Pasteboard final : public Pasteboard {
   public:
@@ -69,6 +72,8 @@ class X11Pasteboard final : public Pasteboard {
     X11SelectionReader reader_;
     std::unique_ptr<FileDescriptorWatch> watch_;
     std::shared_ptr<WorkItem> pendingHandling_;
+    /// Whether the last clearContents() took the clipboard over.
+    bool hasBegun_ = false;
 };
 
 } // namespace platform

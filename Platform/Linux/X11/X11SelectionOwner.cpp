@@ -68,13 +68,13 @@ X11SelectionOwner::~X11SelectionOwner() {
 }
 
 bool X11SelectionOwner::acquire() {
-    texts_.clear();
-    isOwner_ = false;
     const auto time = serverTime(
         connection_, events_, atoms_, window_, X11EventQueue::Clock::now() + limits_.silence);
     if (!time) {
         return false;
     }
+    texts_.clear();
+    isOwner_ = false;
     acquisition_ =
         xcb_set_selection_owner(connection_.get(), window_, atoms_.clipboard, *time).sequence;
     ownedSince_ = *time;

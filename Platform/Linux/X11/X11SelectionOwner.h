@@ -43,8 +43,9 @@ class X11SelectionOwner {
     /// The window that owns CLIPBOARD when this program does.
     [[nodiscard]] xcb_window_t window() const { return window_; }
 
-    /// Becomes the owner, of nothing at first. False when the server does not agree.
-    bool acquire();
+    /// Becomes the owner, of nothing at first. False when the server does not agree; when it does
+    /// not answer in time, what we own and hold stays as it was.
+    [[nodiscard]] bool acquire();
 
     /// Whether the server takes us for the owner of what acquire() began. Waits for the server.
     [[nodiscard]] bool owns() const;

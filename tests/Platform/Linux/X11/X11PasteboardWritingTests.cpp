@@ -307,4 +307,20 @@ TEST_F(X11PasteboardWritingTests, OutlivesTheServerAndDoesNotSpinAfterwards) {
     pasteboard_.reset();
 }
 
+TEST_F(X11PasteboardWritingTests, KeepsWhatItHasWhenTheServerDoesNotLetItBeginAnew) {
+    beImpatient();
+    open();
+    ASSERT_TRUE(convert("list", "<b>list</b>"));
+    server_->sendSignal(SIGSTOP);
+    pasteboard_->clearContents();
+    EXPECT_FALSE(pasteboard_->setString(TextBuffer("new"), PasteboardType::string));
+    server_->sendSignal(SIGCONT);
+    EXPECT_TRUE(hasLogged("The clipboard cannot be taken over"));
+    EXPECT_EQ(readElsewhere("UTF8_STRING"), "list");
+    EXPECT_EQ(readElsewhere("text/html"), "<b>list</b>");
+
+    EXPECT_TRUE(convert("new", "<b>new</b>"));
+    EXPECT_EQ(readElsewhere("UTF8_STRING"), "new");
+}
+
 } // namespace
