@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <new>
 #include <string_view>
 #include <utility>
 
@@ -62,9 +63,15 @@ bool X11OutgoingTransfer::sendNext() {
 void X11OutgoingTransfer::watchProgress() {
     // One look per limit instead of one timer per piece: the loop stays free of thousands of them.
     check_ = std::make_shared<WorkItem>([this] {
-        if (std::exchange(hasProgressed_, false)) {
-            watchProgress();
-        } else {
+        bool goesOn = std::exchange(hasProgressed_, false);
+        if (goesOn) {
+            try {
+                watchProgress();
+            } catch (const std::bad_alloc&) {
+                goesOn = false;
+            }
+        }
+        if (!goesOn) {
             // The call may destroy this object, the function that it holds included.
             const auto givenUp = givenUp_;
             givenUp();

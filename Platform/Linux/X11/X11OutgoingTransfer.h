@@ -31,8 +31,8 @@ class X11OutgoingTransfer {
     };
 
     /// Announces the text in the receiver's property. `givenUp` runs from the queue once the
-    /// receiver has kept still for longer than the limit; it may destroy the transfer. Connection,
-    /// atoms and queue outlive it.
+    /// receiver has kept still for longer than the limit, or there is no memory for watching it; it
+    /// may destroy the transfer. Connection, atoms and queue outlive it. Throws std::bad_alloc.
     X11OutgoingTransfer(const X11Connection& connection,
                         const X11ClipboardAtoms& atoms,
                         MainQueue& queue,

@@ -29,7 +29,7 @@ X11Pasteboard::X11Pasteboard(std::unique_ptr<X11Connection> connection,
       limits_(limits),
       atoms_(*connection_),
       events_(*connection_),
-      owner_(*connection_, events_, atoms_, queue_, limits_),
+      owner_(*connection_, events_, atoms_, queue_, limits_, logger_),
       reader_(*connection_, events_, atoms_, limits_, logger_),
       watch_(loop.watchReadable(connection_->fileDescriptor(), [this] { handleEvents(); })) {
     xcb_flush(connection_->get());
@@ -138,14 +138,20 @@ void X11Pasteboard::handleEvents() {
 /// Sees to events that were read from the server while somebody waited for others: the loop does
 /// not learn of them.
 void X11Pasteboard::handleEventsLater() {
-    if (!events_.hasEvents() || (pendingHandling_ && !pendingHandling_->isCancelled())) {
-        return;
+    try {
+        if (!events_.hasEvents() || (pendingHandling_ && !pendingHandling_->isCancelled())) {
+            return;
+        }
+        pendingHandling_ = std::make_shared<WorkItem>([this] {
+            pendingHandling_->cancel();
+            handleEvents();
+        });
+        queue_.asyncAfter(std::chrono::milliseconds(0), pendingHandling_);
+    } catch (const std::bad_alloc&) {
+        // The next event that arrives is the next opportunity.
+        pendingHandling_.reset();
+        logger_.error("There is no memory for handling what other programs asked");
     }
-    pendingHandling_ = std::make_shared<WorkItem>([this] {
-        pendingHandling_->cancel();
-        handleEvents();
-    });
-    queue_.asyncAfter(std::chrono::milliseconds(0), pendingHandling_);
 }
 
 } // namespace platform

@@ -38,12 +38,14 @@ X11SelectionOwner::X11SelectionOwner(const X11Connection& connection,
                                      X11EventQueue& events,
                                      const X11ClipboardAtoms& atoms,
                                      MainQueue& queue,
-                                     const X11PasteboardLimits& limits)
+                                     const X11PasteboardLimits& limits,
+                                     foundation::Logger logger)
     : connection_(connection),
       events_(events),
       atoms_(atoms),
       queue_(queue),
       limits_(limits),
+      logger_(logger),
       chunkSize_(largestChunk(connection, limits.chunkSize)),
       window_(xcb_generate_id(connection.get())) {
     const std::uint32_t propertyEvents = XCB_EVENT_MASK_PROPERTY_CHANGE;
@@ -150,12 +152,10 @@ void X11SelectionOwner::serve(const xcb_selection_request_event_t& request) {
     const xcb_atom_t property =
         request.property == XCB_ATOM_NONE ? request.target : request.property;
     bool isGiven = false;
-    if (isForUs(request)) {
-        if (request.target != atoms_.multiple) {
-            isGiven = convert(request.requestor, request.target, property);
-        } else if (request.property != XCB_ATOM_NONE) {
-            isGiven = convertMultiple(request.requestor, property);
-        }
+    try {
+        isGiven = isForUs(request) && giveWhatIsAsked(request, property);
+    } catch (const std::bad_alloc&) {
+        logger_.error("There is no memory for giving a text away");
     }
     const xcb_selection_notify_event_t notify{
         .response_type = XCB_SELECTION_NOTIFY,
@@ -171,6 +171,14 @@ void X11SelectionOwner::serve(const xcb_selection_request_event_t& request) {
     static_assert(sizeof notify <= wire.size());
     std::memcpy(wire.data(), &notify, sizeof notify);
     xcb_send_event(connection_.get(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, wire.data());
+}
+
+bool X11SelectionOwner::giveWhatIsAsked(const xcb_selection_request_event_t& request,
+                                        xcb_atom_t property) {
+    if (request.target != atoms_.multiple) {
+        return convert(request.requestor, request.target, property);
+    }
+    return request.property != XCB_ATOM_NONE && convertMultiple(request.requestor, property);
 }
 
 bool X11SelectionOwner::isForUs(const xcb_selection_request_event_t& request) const {
@@ -206,13 +214,8 @@ bool X11SelectionOwner::convert(xcb_window_t requestor, xcb_atom_t target, xcb_a
         return give({requestor, property, atoms_.utf8String}, string);
     }
     if (target == XCB_ATOM_STRING && string) {
-        try {
-            return give(
-                {requestor, property, target},
-                std::make_shared<const foundation::TextBuffer>(latin1FromUtf8(string->view())));
-        } catch (const std::bad_alloc&) {
-            return false;
-        }
+        return give({requestor, property, target},
+                    std::make_shared<const foundation::TextBuffer>(latin1FromUtf8(string->view())));
     }
     return false;
 }
@@ -289,8 +292,9 @@ bool X11SelectionOwner::give(const X11OutgoingTransfer::Receiver& receiver,
         std::move(text),
         X11OutgoingTransfer::Limits{.chunkSize = chunkSize_, .silence = limits_.sending},
         [this, window = receiver.window, property = receiver.property] {
+            // What this tells the server only spares us events: it goes with what the next one
+            // brings about.
             endTransfer(window, property);
-            xcb_flush(connection_.get());
         }));
     return true;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Logger.h"
 #include "Foundation/TextBuffer.h"
 #include "Platform/Linux/X11/X11ClipboardAtoms.h"
 #include "Platform/Linux/X11/X11Connection.h"
@@ -33,7 +34,8 @@ class X11SelectionOwner {
                       X11EventQueue& events,
                       const X11ClipboardAtoms& atoms,
                       MainQueue& queue,
-                      const X11PasteboardLimits& limits);
+                      const X11PasteboardLimits& limits,
+                      foundation::Logger logger);
     X11SelectionOwner(const X11SelectionOwner&) = delete;
     X11SelectionOwner& operator=(const X11SelectionOwner&) = delete;
     X11SelectionOwner(X11SelectionOwner&&) = delete;
@@ -60,10 +62,12 @@ class X11SelectionOwner {
     [[nodiscard]] std::vector<xcb_atom_t> offeredTexts() const;
 
     /// Serves requests, goes on with transfers and forgets what was lost to another owner; ignores
-    /// every other event.
+    /// every other event. A request for which there is not enough memory is refused.
     void handle(const xcb_generic_event_t& event);
 
   private:
+    [[nodiscard]] bool giveWhatIsAsked(const xcb_selection_request_event_t& request,
+                                       xcb_atom_t property);
     void serve(const xcb_selection_request_event_t& request);
     [[nodiscard]] bool isForUs(const xcb_selection_request_event_t& request) const;
     [[nodiscard]] bool convert(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property);
@@ -83,6 +87,7 @@ class X11SelectionOwner {
     const X11ClipboardAtoms& atoms_;
     MainQueue& queue_;
     const X11PasteboardLimits& limits_;
+    foundation::Logger logger_;
     const std::size_t chunkSize_;
     const xcb_window_t window_;
     bool isOwner_ = false;

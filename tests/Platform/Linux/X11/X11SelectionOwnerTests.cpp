@@ -1,8 +1,10 @@
+#include "Foundation/LoggerFactory.h"
 #include "Platform/Linux/X11/X11ClipboardAtoms.h"
 #include "Platform/Linux/X11/X11Connection.h"
 #include "Platform/Linux/X11/X11EventQueue.h"
 #include "Platform/Linux/X11/X11PasteboardLimits.h"
 #include "Platform/Linux/X11/X11SelectionOwner.h"
+#include "Platform/Memory/MemoryLogSink.h"
 #include "Platform/Memory/MemoryMainQueue.h"
 #include "tests/Desktop/GeneratedText.h"
 #include "tests/Support/ChildProcess.h"
@@ -62,12 +64,15 @@ class X11SelectionOwnerTests : public testing::Test {
     platform::X11EventQueue events_{*connection_};
     platform::X11ClipboardAtoms atoms_{*connection_};
     platform::MemoryMainQueue queue_;
+    platform::MemoryLogSink sink_;
+    foundation::LoggerFactory loggers_{sink_, "com.app.pastewise"};
     platform::X11PasteboardLimits limits_ = [] {
         platform::X11PasteboardLimits limits;
         limits.chunkSize = 1000;
         return limits;
     }();
-    platform::X11SelectionOwner owner_{*connection_, events_, atoms_, queue_, limits_};
+    platform::X11SelectionOwner owner_{
+        *connection_, events_, atoms_, queue_, limits_, loggers_.logger("X11Pasteboard")};
 };
 
 TEST_F(X11SelectionOwnerTests, KeepsATextForAsLongAsItIsOnItsWay) {
