@@ -9,10 +9,12 @@ namespace platform {
 
 /// How long and how much the X11 clipboard bears with other programs.
 struct X11PasteboardLimits {
-    /// A quarter of the machine's memory: a text, and what is made of it, has to fit.
-    [[nodiscard]] static std::size_t quarterOfMemory() {
+    /// A sixteenth of the machine's memory: hundreds of megabytes, and room for the few times as
+    /// much that is made of an ordinary text. Lines of one letter become about 65 times as long,
+    /// so that even a text within this limit may become more than fits.
+    [[nodiscard]] static std::size_t sixteenthOfMemory() {
         return static_cast<std::size_t>(sysconf(_SC_PHYS_PAGES)) *
-               static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) / 4;
+               static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) / 16;
     }
 
     /// How long an owner that we read from, or a clipboard manager that we hand over to, may keep
@@ -28,7 +30,7 @@ struct X11PasteboardLimits {
     std::size_t chunkSize = std::size_t{256} * 1024;
 
     /// The most bytes that are read.
-    std::size_t maximumTextSize = quarterOfMemory();
+    std::size_t maximumTextSize = sixteenthOfMemory();
 };
 
 } // namespace platform
