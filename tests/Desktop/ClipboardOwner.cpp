@@ -38,6 +38,8 @@
 //   die           sends in pieces and ends itself after half of the text
 //   change        sends in pieces and makes another window the owner after half of the text
 //   manager-hang  owns CLIPBOARD_MANAGER instead and never answers
+//   manager-refuse  owns CLIPBOARD_MANAGER instead and refuses to save anything
+//   manager-late  as manager-refuse, each time after --delay
 //
 // Options:
 //   --text TEXT       the text, "milk\nbread" at first; "-" takes it from standard input
@@ -126,7 +128,7 @@ std::optional<Settings> settingsFrom(const std::vector<std::string>& arguments) 
         settings.text = "a\xFF\xC3(b";
     } else if (settings.mode == "bom") {
         settings.text = "\xEF\xBB\xBFmilk";
-    } else if (settings.mode == "manager-hang") {
+    } else if (settings.mode.starts_with("manager-")) {
         settings.selection = "CLIPBOARD_MANAGER";
     }
     constexpr std::array inPieces{
@@ -225,7 +227,7 @@ class Owner {
             const auto request = *reinterpret_cast<const xcb_selection_request_event_t*>(&event);
             const std::string target = client_.name(request.target);
             say("asked " + target);
-            if (settings_.mode == "late" ||
+            if (settings_.mode == "late" || settings_.mode == "manager-late" ||
                 (settings_.mode == "late-text" && target != "TARGETS")) {
                 inAWhile([this, request, target] {
                     answer(request);

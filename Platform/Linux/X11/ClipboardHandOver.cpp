@@ -25,14 +25,18 @@ void ClipboardHandOver::run() {
         return;
     }
     const xcb_window_t managerWindow = manager();
-    if (managerWindow == XCB_WINDOW_NONE || !ask()) {
+    if (managerWindow == XCB_WINDOW_NONE) {
+        return;
+    }
+    const auto askedAt = ask();
+    if (!askedAt) {
         return;
     }
     const std::uint32_t idMask = xcb_get_setup(connection_.get())->resource_id_mask;
     auto deadline = X11EventQueue::Clock::now() + silence_;
     const auto any = [](const xcb_generic_event_t&) { return true; };
     while (const auto event = events_.waitFor(any, deadline)) {
-        if (isAnswer(*event)) {
+        if (isAnswer(*event, *askedAt)) {
             if (eventAs<xcb_selection_notify_event_t>(*event).property == XCB_ATOM_NONE) {
                 logger_.error("The clipboard manager refuses to keep the clipboard");
             }
@@ -57,13 +61,14 @@ xcb_window_t ClipboardHandOver::manager() const {
     return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
 }
 
-/// Asks the manager to save what we offer. False when the server is gone.
-bool ClipboardHandOver::ask() {
+/// Asks the manager to save what we offer; the server's time of the question. None when the server
+/// does not tell it.
+std::optional<xcb_timestamp_t> ClipboardHandOver::ask() {
     constexpr std::uint8_t bitsPerAtom = 32;
     const auto time = serverTime(
         connection_, events_, atoms_, owner_.window(), X11EventQueue::Clock::now() + silence_);
     if (!time) {
-        return false;
+        return std::nullopt;
     }
     const std::vector<xcb_atom_t> targets = owner_.offeredTexts();
     xcb_change_property(connection_.get(),
@@ -80,15 +85,17 @@ bool ClipboardHandOver::ask() {
                           atoms_.saveTargets,
                           atoms_.exchange,
                           *time);
-    return true;
+    return time;
 }
 
-bool ClipboardHandOver::isAnswer(const xcb_generic_event_t& event) const {
+/// An answer names the time of its question: an earlier one may have been given up.
+bool ClipboardHandOver::isAnswer(const xcb_generic_event_t& event, xcb_timestamp_t askedAt) const {
     if (eventType(event) != XCB_SELECTION_NOTIFY) {
         return false;
     }
     const auto& notify = eventAs<xcb_selection_notify_event_t>(event);
-    return notify.requestor == owner_.window() && notify.selection == atoms_.clipboardManager;
+    return notify.requestor == owner_.window() && notify.selection == atoms_.clipboardManager &&
+           notify.time == askedAt;
 }
 
 /// Whether the event comes from the same program as the window `client`: the server gives each

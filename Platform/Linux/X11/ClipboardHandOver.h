@@ -10,6 +10,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 
 namespace platform {
 
@@ -32,8 +33,8 @@ class ClipboardHandOver {
 
   private:
     [[nodiscard]] xcb_window_t manager() const;
-    [[nodiscard]] bool ask();
-    [[nodiscard]] bool isAnswer(const xcb_generic_event_t& event) const;
+    [[nodiscard]] std::optional<xcb_timestamp_t> ask();
+    [[nodiscard]] bool isAnswer(const xcb_generic_event_t& event, xcb_timestamp_t askedAt) const;
     [[nodiscard]] static bool
     isFrom(xcb_window_t client, const xcb_generic_event_t& event, std::uint32_t idMask);
 

@@ -72,6 +72,28 @@ TEST_F(X11PasteboardHandOverTests, GivesUpAClipboardManagerThatHangs) {
     EXPECT_TRUE(manager->waitForOutput("asked SAVE_TARGETS"));
 }
 
+TEST_F(X11PasteboardHandOverTests, DoesNotWaitForAClipboardManagerThatRefuses) {
+    const Program manager = startOwner({"manager-refuse"});
+    limits_.silence = longTime;
+    open();
+    ASSERT_TRUE(convert("list", "<b>list</b>"));
+    pasteboard_->handOver();
+    ASSERT_EQ(sink_.entries().size(), 1U);
+    EXPECT_TRUE(hasLogged("The clipboard manager refuses to keep the clipboard"));
+    EXPECT_EQ(readElsewhere("UTF8_STRING"), "list");
+}
+
+TEST_F(X11PasteboardHandOverTests, DoesNotTakeALateAnswerForTheAnswerToTheNextQuestion) {
+    const Program manager = startOwner({"manager-late", "--delay", "2000"});
+    beImpatient();
+    open();
+    ASSERT_TRUE(convert("list", "<b>list</b>"));
+    pasteboard_->handOver();
+    ASSERT_TRUE(manager->waitForOutput("answered SAVE_TARGETS"));
+    pasteboard_->handOver();
+    EXPECT_FALSE(hasLogged("The clipboard manager refuses to keep the clipboard"));
+}
+
 TEST_F(X11PasteboardHandOverTests, DoesNotWaitForAHangingManagerWhileOthersGoOnAsking) {
     const Program manager = startOwner({"manager-hang"});
     beImpatient();
