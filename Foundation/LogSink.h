@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Foundation/LogLevel.h"
 #include "Foundation/LogRecord.h"
 
@@ -11,29 +12,15 @@ namespace foundation {
 ///
 /// Threads: both operations may be called from any thread. write() never fails towards the
 /// caller: a record that cannot be kept is dropped.
-class LogChannel {
+class LogChannel : public Interface {
   public:
-    LogChannel() = default;
-    virtual ~LogChannel() = default;
-    LogChannel(const LogChannel&) = delete;
-    LogChannel& operator=(const LogChannel&) = delete;
-    LogChannel(LogChannel&&) = delete;
-    LogChannel& operator=(LogChannel&&) = delete;
-
     [[nodiscard]] virtual bool isEnabled(LogLevel level) const noexcept = 0;
     virtual void write(const LogRecord& record) noexcept = 0;
 };
 
 /// The system's log. Supplied by each system; outlives every Logger made from it.
-class LogSink {
+class LogSink : public Interface {
   public:
-    LogSink() = default;
-    virtual ~LogSink() = default;
-    LogSink(const LogSink&) = delete;
-    LogSink& operator=(const LogSink&) = delete;
-    LogSink(LogSink&&) = delete;
-    LogSink& operator=(LogSink&&) = delete;
-
     /// The channel for a category of a subsystem, the same one for the same pair. The sink keeps
     /// it for as long as it lives itself. Main thread only.
     virtual LogChannel& channel(std::string_view subsystem, std::string_view category) = 0;

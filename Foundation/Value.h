@@ -26,4 +26,12 @@ using Dictionary = std::map<std::string, Value, std::less<>>;
 /// beyond the 64-bit integers, or none at all (NaN), counts as 0. None for what is not a number.
 [[nodiscard]] std::optional<std::uint32_t> uint32Value(const Value& value);
 
+/// A number that is an unsigned 32-bit or 64-bit integer exactly, 5.0 included. None for a negative
+/// number, a larger one, one with a fraction, and for what is not a number.
+[[nodiscard]] std::optional<std::uint32_t> exactUint32Value(const Value& value);
+[[nodiscard]] std::optional<std::uint64_t> exactUint64Value(const Value& value);
+
+/// A number as a double, rounded where it has more digits. None for what is not a number.
+[[nodiscard]] std::optional<double> doubleValue(const Value& value);
+
 } // namespace foundation

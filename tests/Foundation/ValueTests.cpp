@@ -9,6 +9,9 @@
 namespace {
 
 using foundation::boolValue;
+using foundation::doubleValue;
+using foundation::exactUint32Value;
+using foundation::exactUint64Value;
 using foundation::uint32Value;
 using foundation::Value;
 
@@ -30,6 +33,9 @@ TEST(ValueTests, IsTrueForEveryNumberButZero) {
 TEST(ValueTests, IsNoNumberWhenItIsAText) {
     EXPECT_EQ(boolValue("1"), std::nullopt);
     EXPECT_EQ(uint32Value("1"), std::nullopt);
+    EXPECT_EQ(exactUint32Value("1"), std::nullopt);
+    EXPECT_EQ(exactUint64Value("1"), std::nullopt);
+    EXPECT_EQ(doubleValue("1"), std::nullopt);
 }
 
 TEST(ValueTests, GivesTheLowThirtyTwoBitsOfANumber) {
@@ -45,6 +51,53 @@ TEST(ValueTests, GivesZeroForFloatingPointNumbersThatNoIntegerReaches) {
     EXPECT_EQ(uint32Value(-1e300), 0U);
     EXPECT_EQ(uint32Value(9223372036854775808.0), 0U);
     EXPECT_EQ(uint32Value(std::numeric_limits<double>::quiet_NaN()), 0U);
+}
+
+TEST(ValueTests, IsAnUnsignedIntegerWhenItIsOneInWhateverType) {
+    EXPECT_EQ(exactUint32Value(std::uint64_t{5}), 5U);
+    EXPECT_EQ(exactUint32Value(std::int64_t{5}), 5U);
+    EXPECT_EQ(exactUint32Value(5.0), 5U);
+    EXPECT_EQ(exactUint32Value(-0.0), 0U);
+    EXPECT_EQ(exactUint32Value(false), 0U);
+    EXPECT_EQ(exactUint64Value(true), 1U);
+    EXPECT_EQ(exactUint64Value(std::int64_t{0}), 0U);
+}
+
+TEST(ValueTests, IsNoUnsignedIntegerWhenItIsNegativeOrHasAFraction) {
+    for (const Value& value : {Value(std::int64_t{-1}),
+                               Value(std::numeric_limits<std::int64_t>::min()),
+                               Value(-1.0),
+                               Value(-0.5),
+                               Value(5.5),
+                               Value(std::numeric_limits<double>::denorm_min()),
+                               Value(std::numeric_limits<double>::quiet_NaN()),
+                               Value(std::numeric_limits<double>::infinity()),
+                               Value(-std::numeric_limits<double>::infinity())}) {
+        EXPECT_EQ(exactUint32Value(value), std::nullopt);
+        EXPECT_EQ(exactUint64Value(value), std::nullopt);
+    }
+}
+
+TEST(ValueTests, IsAnUnsignedIntegerUpToTheLargestOne) {
+    EXPECT_EQ(exactUint32Value(std::uint64_t{4294967295}), 4294967295U);
+    EXPECT_EQ(exactUint32Value(4294967295.0), 4294967295U);
+    EXPECT_EQ(exactUint32Value(std::uint64_t{4294967296}), std::nullopt);
+    EXPECT_EQ(exactUint32Value(std::int64_t{4294967296}), std::nullopt);
+    EXPECT_EQ(exactUint32Value(4294967296.0), std::nullopt);
+    EXPECT_EQ(exactUint64Value(std::numeric_limits<std::uint64_t>::max()), 18446744073709551615U);
+    // The largest double below 2 to the 64th.
+    EXPECT_EQ(exactUint64Value(18446744073709549568.0), 18446744073709549568U);
+    EXPECT_EQ(exactUint64Value(18446744073709551616.0), std::nullopt);
+    EXPECT_EQ(exactUint64Value(1e300), std::nullopt);
+}
+
+TEST(ValueTests, GivesEveryNumberAsADouble) {
+    EXPECT_EQ(doubleValue(2.5), 2.5);
+    EXPECT_EQ(doubleValue(true), 1.0);
+    EXPECT_EQ(doubleValue(std::int64_t{-3}), -3.0);
+    EXPECT_EQ(doubleValue(std::uint64_t{1} << 63), 9223372036854775808.0);
+    // One more than 2 to the 53rd has more digits than a double.
+    EXPECT_EQ(doubleValue(std::int64_t{9007199254740993}), 9007199254740992.0);
 }
 
 } // namespace

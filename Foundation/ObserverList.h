@@ -1,0 +1,70 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace foundation {
+
+/// Names one registered observer, so that it can be removed again.
+enum class ObserverToken : std::uint64_t {};
+
+/// Functions to call when something happens, in the order in which they were added.
+///
+/// Observers may add and remove observers, themselves included, while they are being called: an
+/// observer that is removed is not called any more, one that is added waits for the next time. The
+/// list may even end during a call. One thread only.
+template <typename... Arguments>
+class ObserverList {
+  public:
+    using Handler = std::function<void(Arguments...)>;
+
+    ObserverList() = default;
+    ObserverList(const ObserverList&) = delete;
+    ObserverList& operator=(const ObserverList&) = delete;
+    ObserverList(ObserverList&&) = delete;
+    ObserverList& operator=(ObserverList&&) = delete;
+    ~ObserverList() = default;
+
+    ObserverToken add(Handler handler) {
+        const ObserverToken token{nextToken_++};
+        observers_->push_back({token, std::make_shared<const Handler>(std::move(handler))});
+        return token;
+    }
+
+    /// Does nothing when the token is not of this list, or was removed before.
+    void remove(ObserverToken token) {
+        std::erase_if(*observers_, [token](const Observer& one) { return one.token == token; });
+    }
+
+    void notify(const Arguments&... arguments) const {
+        // Both the list and the handler that runs are kept, whatever the handlers do to them.
+        const std::shared_ptr<const Observers> current = observers_;
+        const Observers atStart(current->begin(), current->end());
+        for (const Observer& observer : atStart) {
+            const bool isStillThere =
+                std::any_of(current->begin(), current->end(), [&observer](const Observer& one) {
+                    return one.token == observer.token;
+                });
+            if (isStillThere) {
+                (*observer.handler)(arguments...);
+            }
+        }
+    }
+
+  private:
+    struct Observer {
+        ObserverToken token;
+        std::shared_ptr<const Handler> handler;
+    };
+
+    using Observers = std::vector<Observer>;
+
+    std::shared_ptr<Observers> observers_ = std::make_shared<Observers>();
+    std::uint64_t nextToken_ = 1;
+};
+
+} // namespace foundation

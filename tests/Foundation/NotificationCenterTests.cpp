@@ -1,0 +1,136 @@
+#include "Foundation/NotificationCenter.h"
+#include "Platform/Memory/MemoryMainQueue.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <thread>
+#include <utility>
+
+namespace {
+
+using foundation::Notification;
+using foundation::NotificationCenter;
+using foundation::ObserverToken;
+using foundation::Value;
+
+class NotificationCenterTests : public testing::Test {
+  protected:
+    ObserverToken observe(const std::string& name, char mark) {
+        return center_->addObserver(name,
+                                    [this, mark](const auto& /*notification*/) { notes_ += mark; });
+    }
+
+    void post(const std::string& name, std::optional<Value> object = {}) {
+        center_->post({.name = name, .object = std::move(object)});
+    }
+
+    void postFromAnotherThread(const std::string& name, const std::optional<Value>& object = {}) {
+        queue_.setIsMainThread(false);
+        std::thread([&] { post(name, object); }).join();
+        queue_.setIsMainThread(true);
+    }
+
+    platform::MemoryMainQueue queue_;
+    std::optional<NotificationCenter> center_{std::in_place, queue_};
+    std::string notes_;
+};
+
+TEST_F(NotificationCenterTests, HasCalledEveryObserverWhenAPostOnTheMainThreadReturns) {
+    observe("changed", 'a');
+    post("changed");
+    EXPECT_EQ(notes_, "a");
+    EXPECT_EQ(queue_.pendingCount(), 0U);
+}
+
+TEST_F(NotificationCenterTests, CallsObserversInTheOrderOfTheirRegistration) {
+    observe("changed", 'c');
+    observe("changed", 'a');
+    observe("changed", 'b');
+    post("changed");
+    EXPECT_EQ(notes_, "cab");
+    post("changed");
+    EXPECT_EQ(notes_, "cabcab");
+}
+
+TEST_F(NotificationCenterTests, CallsOnlyTheObserversOfThatVeryName) {
+    observe("changed", 'a');
+    observe("change", 'b');
+    observe("", 'c');
+    post("changed");
+    post("unknown");
+    EXPECT_EQ(notes_, "a");
+}
+
+TEST_F(NotificationCenterTests, CallsObserversOnTheMainThreadLaterWhenAnotherOnePosts) {
+    observe("changed", 'a');
+    observe("changed", 'b');
+    postFromAnotherThread("changed");
+    EXPECT_EQ(notes_, "");
+    queue_.drain();
+    EXPECT_EQ(notes_, "ab");
+}
+
+TEST_F(NotificationCenterTests, HandsOverTheNameAndTheObject) {
+    std::optional<Notification> seen;
+    center_->addObserver("changed", [&](const Notification& notification) { seen = notification; });
+    post("changed", 12.5);
+    ASSERT_TRUE(seen.has_value());
+    EXPECT_EQ(seen->name, "changed");
+    EXPECT_EQ(seen->object, Value(12.5));
+    post("changed");
+    EXPECT_EQ(seen->object, std::nullopt);
+    postFromAnotherThread("changed", Value("\u2318 G"));
+    queue_.drain();
+    EXPECT_EQ(seen->object, Value("\u2318 G"));
+}
+
+TEST_F(NotificationCenterTests, CallsNoObserverThatWasRemoved) {
+    const ObserverToken first = observe("changed", 'a');
+    observe("changed", 'b');
+    center_->removeObserver(first);
+    post("changed");
+    EXPECT_EQ(notes_, "b");
+    center_->removeObserver(first);
+    post("changed");
+    EXPECT_EQ(notes_, "bb");
+}
+
+TEST_F(NotificationCenterTests, CallsNoObserverThatIsRemovedDuringTheDelivery) {
+    std::optional<ObserverToken> last;
+    center_->addObserver("changed", [&](const auto& /*notification*/) {
+        notes_ += 'a';
+        center_->removeObserver(*last);
+    });
+    observe("changed", 'b');
+    last = observe("changed", 'c');
+    post("changed");
+    EXPECT_EQ(notes_, "ab");
+}
+
+TEST_F(NotificationCenterTests, CallsNoObserverThatIsRemovedWhileAPostIsOnItsWay) {
+    const ObserverToken token = observe("changed", 'a');
+    postFromAnotherThread("changed");
+    center_->removeObserver(token);
+    queue_.drain();
+    EXPECT_EQ(notes_, "");
+}
+
+TEST_F(NotificationCenterTests, LetsAnObserverPost) {
+    center_->addObserver("changed", [this](const auto& /*notification*/) { post("told"); });
+    observe("changed", 'b');
+    observe("told", 'a');
+    post("changed");
+    EXPECT_EQ(notes_, "ab") << "the inner post is delivered before it returns";
+}
+
+TEST_F(NotificationCenterTests, DropsWhatIsOnItsWayWhenItEnds) {
+    observe("changed", 'a');
+    postFromAnotherThread("changed");
+    center_.reset();
+    queue_.drain();
+    EXPECT_EQ(notes_, "");
+}
+
+} // namespace
