@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "HotKey/CarbonEvents.h"
 
 #include <cstddef>
@@ -12,19 +13,12 @@ namespace hotkey {
 /// System-wide hot keys: what a system must supply, in the shape of Carbon's event manager, which
 /// is the one system where an implementation only passes the calls on. Main thread only; handlers
 /// run on the main thread, from the event loop and never from inside one of these calls.
-class EventHotKeyService {
+class EventHotKeyService : public foundation::Interface {
   public:
     /// Called with the next handler in line, the event and the user data given at installation.
     /// Answers noErr, or eventNotHandledErr to have the event offered to the next handler.
     using EventHandler =
         std::function<OSStatus(EventHandlerCallRef next, EventRef event, void* userData)>;
-
-    EventHotKeyService() = default;
-    virtual ~EventHotKeyService() = default;
-    EventHotKeyService(const EventHotKeyService&) = delete;
-    EventHotKeyService& operator=(const EventHotKeyService&) = delete;
-    EventHotKeyService(EventHotKeyService&&) = delete;
-    EventHotKeyService& operator=(EventHotKeyService&&) = delete;
 
     /// The application-wide target of events.
     [[nodiscard]] virtual EventTargetRef getEventDispatcherTarget() = 0;

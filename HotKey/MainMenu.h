@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "HotKey/ModifierFlags.h"
 
 #include <optional>
@@ -9,7 +10,7 @@
 namespace hotkey {
 
 /// The application's main menu, as far as its keyboard shortcuts go. Main thread only.
-class MainMenu {
+class MainMenu : public foundation::Interface {
   public:
     struct Item {
         /// What the system says triggers the item, in UTF-8; empty for an item without a shortcut.
@@ -18,13 +19,6 @@ class MainMenu {
         /// The items of its submenu; none of them when it has no submenu. See items().
         std::vector<std::optional<Item>> submenu;
     };
-
-    MainMenu() = default;
-    virtual ~MainMenu() = default;
-    MainMenu(const MainMenu&) = delete;
-    MainMenu& operator=(const MainMenu&) = delete;
-    MainMenu(MainMenu&&) = delete;
-    MainMenu& operator=(MainMenu&&) = delete;
 
     /// The menu's items from top to bottom, none of them when the application has no main menu. An
     /// empty element stands for something in the system's array that is not a menu item.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Foundation/Value.h"
 #include "HotKey/CarbonEvents.h"
 
@@ -9,20 +10,13 @@
 namespace hotkey {
 
 /// The system's list of its own keyboard shortcuts. Main thread only.
-class SymbolicHotKeys {
+class SymbolicHotKeys : public foundation::Interface {
   public:
     struct Answer {
         OSStatus status = noErr;
         /// One dictionary per shortcut, with the system's keys and values; none for a null array.
         std::optional<std::vector<foundation::Dictionary>> hotKeys;
     };
-
-    SymbolicHotKeys() = default;
-    virtual ~SymbolicHotKeys() = default;
-    SymbolicHotKeys(const SymbolicHotKeys&) = delete;
-    SymbolicHotKeys& operator=(const SymbolicHotKeys&) = delete;
-    SymbolicHotKeys(SymbolicHotKeys&&) = delete;
-    SymbolicHotKeys& operator=(SymbolicHotKeys&&) = delete;
 
     [[nodiscard]] virtual Answer copySymbolicHotKeys() = 0;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Foundation/TextBuffer.h"
 
 #include <cstdint>
@@ -20,15 +21,8 @@ enum class PasteboardType : std::uint8_t { string, html };
 ///
 /// What clearContents() and the setString() calls of one turn of the event loop leave behind
 /// becomes visible to other programs at once, as one change of the clipboard.
-class Pasteboard {
+class Pasteboard : public foundation::Interface {
   public:
-    Pasteboard() = default;
-    virtual ~Pasteboard() = default;
-    Pasteboard(const Pasteboard&) = delete;
-    Pasteboard& operator=(const Pasteboard&) = delete;
-    Pasteboard(Pasteboard&&) = delete;
-    Pasteboard& operator=(Pasteboard&&) = delete;
-
     /// Takes the clipboard over, with nothing in it. Where that fails, setString() refuses.
     virtual void clearContents() = 0;
 

@@ -1,9 +1,22 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Foundation/LogSink.h"
 #include "HotKey/EventHotKeyService.h"
+#include "Platform/AccessibilityTrust.h"
+#include "Platform/Alerts.h"
+#include "Platform/Application.h"
+#include "Platform/Calendar.h"
+#include "Platform/Clock.h"
+#include "Platform/Images.h"
+#include "Platform/KeyDownMonitors.h"
 #include "Platform/MainQueue.h"
 #include "Platform/Pasteboard.h"
+#include "Platform/StandardOutput.h"
+#include "Platform/StatusBar.h"
+#include "Platform/Toolkit.h"
+#include "Platform/UserDefaults.h"
+#include "Platform/Workspace.h"
 
 #include <optional>
 #include <string>
@@ -13,15 +26,8 @@ namespace platform {
 /// Everything that the program needs of a system, in one bundle. Made once, before anything else,
 /// and outlives all that was handed a service of it. Only the entry and the application delegate
 /// see it; every other class is given just the services it uses. Main thread only.
-class Platform {
+class Platform : public foundation::Interface {
   public:
-    Platform() = default;
-    virtual ~Platform() = default;
-    Platform(const Platform&) = delete;
-    Platform& operator=(const Platform&) = delete;
-    Platform(Platform&&) = delete;
-    Platform& operator=(Platform&&) = delete;
-
     /// The identifier of the bundle that the program runs from; none where there are no bundles.
     [[nodiscard]] virtual std::optional<std::string> bundleIdentifier() const = 0;
 
@@ -29,6 +35,18 @@ class Platform {
     [[nodiscard]] virtual MainQueue& mainQueue() = 0;
     [[nodiscard]] virtual Pasteboard& pasteboard() = 0;
     [[nodiscard]] virtual hotkey::EventHotKeyService& eventHotKeyService() = 0;
+    [[nodiscard]] virtual Clock& clock() = 0;
+    [[nodiscard]] virtual Calendar& calendar() = 0;
+    [[nodiscard]] virtual UserDefaults& userDefaults() = 0;
+    [[nodiscard]] virtual StandardOutput& standardOutput() = 0;
+    [[nodiscard]] virtual AccessibilityTrust& accessibilityTrust() = 0;
+    [[nodiscard]] virtual Alerts& alerts() = 0;
+    [[nodiscard]] virtual Workspace& workspace() = 0;
+    [[nodiscard]] virtual Application& application() = 0;
+    [[nodiscard]] virtual Images& images() = 0;
+    [[nodiscard]] virtual StatusBar& statusBar() = 0;
+    [[nodiscard]] virtual Toolkit& toolkit() = 0;
+    [[nodiscard]] virtual KeyDownMonitors& keyDownMonitors() = 0;
 
     /// Runs the event loop until the program is asked to end, then leaves the system as it should
     /// be found. Returns the exit code of the program.

@@ -8,11 +8,18 @@
 
 namespace platform {
 
-/// The platform, or the one line that tells the user why there is none.
-using PlatformOrReason = std::variant<std::unique_ptr<Platform>, std::string>;
+/// The program runs already, and that one has been told of this start: there is nothing to do.
+struct AlreadyRunning {};
+
+/// The one line that tells the user why there is no platform.
+struct NoPlatform {
+    std::string reason;
+};
+
+using PlatformOrNot = std::variant<std::unique_ptr<Platform>, AlreadyRunning, NoPlatform>;
 
 /// Makes the platform of the system that the program was built for. Called once, first thing in
 /// the program; `argc` and `argv` are main's and outlive the platform.
-[[nodiscard]] PlatformOrReason makePlatform(int& argc, char** argv);
+[[nodiscard]] PlatformOrNot makePlatform(int& argc, char** argv);
 
 } // namespace platform

@@ -1,9 +1,21 @@
 #pragma once
 
+#include "Platform/Memory/MemoryAccessibilityTrust.h"
+#include "Platform/Memory/MemoryAlerts.h"
+#include "Platform/Memory/MemoryApplication.h"
+#include "Platform/Memory/MemoryCalendar.h"
+#include "Platform/Memory/MemoryClock.h"
 #include "Platform/Memory/MemoryEventHotKeyService.h"
+#include "Platform/Memory/MemoryImages.h"
+#include "Platform/Memory/MemoryKeyDownMonitors.h"
 #include "Platform/Memory/MemoryLogSink.h"
 #include "Platform/Memory/MemoryMainQueue.h"
 #include "Platform/Memory/MemoryPasteboard.h"
+#include "Platform/Memory/MemoryStandardOutput.h"
+#include "Platform/Memory/MemoryStatusBar.h"
+#include "Platform/Memory/MemoryToolkit.h"
+#include "Platform/Memory/MemoryUserDefaults.h"
+#include "Platform/Memory/MemoryWorkspace.h"
 #include "Platform/Platform.h"
 
 #include <functional>
@@ -30,6 +42,32 @@ class MemoryPlatform final : public Platform {
         return eventHotKeyService_;
     }
 
+    [[nodiscard]] MemoryClock& clock() override { return clock_; }
+
+    [[nodiscard]] MemoryCalendar& calendar() override { return calendar_; }
+
+    [[nodiscard]] MemoryUserDefaults& userDefaults() override { return userDefaults_; }
+
+    [[nodiscard]] MemoryStandardOutput& standardOutput() override { return standardOutput_; }
+
+    [[nodiscard]] MemoryAccessibilityTrust& accessibilityTrust() override {
+        return accessibilityTrust_;
+    }
+
+    [[nodiscard]] MemoryAlerts& alerts() override { return alerts_; }
+
+    [[nodiscard]] MemoryWorkspace& workspace() override { return workspace_; }
+
+    [[nodiscard]] MemoryApplication& application() override { return application_; }
+
+    [[nodiscard]] MemoryImages& images() override { return images_; }
+
+    [[nodiscard]] MemoryStatusBar& statusBar() override { return statusBar_; }
+
+    [[nodiscard]] MemoryToolkit& toolkit() override { return toolkit_; }
+
+    [[nodiscard]] MemoryKeyDownMonitors& keyDownMonitors() override { return keyDownMonitors_; }
+
     /// Plays what the user does while the program runs, then ends it.
     int run() override {
         if (user_) {
@@ -47,6 +85,18 @@ class MemoryPlatform final : public Platform {
     MemoryMainQueue mainQueue_;
     MemoryPasteboard pasteboard_;
     MemoryEventHotKeyService eventHotKeyService_;
+    MemoryClock clock_{mainQueue_};
+    MemoryCalendar calendar_;
+    MemoryUserDefaults userDefaults_;
+    MemoryStandardOutput standardOutput_;
+    MemoryAccessibilityTrust accessibilityTrust_;
+    MemoryAlerts alerts_;
+    MemoryWorkspace workspace_;
+    MemoryApplication application_;
+    MemoryImages images_;
+    MemoryStatusBar statusBar_;
+    MemoryToolkit toolkit_;
+    MemoryKeyDownMonitors keyDownMonitors_;
     std::optional<std::string> bundleIdentifier_;
     std::function<void()> user_;
 };

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Foundation/Interface.h"
+
+#include <functional>
+
+namespace platform {
+
+/// The running program as the system sees it. Main thread only.
+class Application : public foundation::Interface {
+  public:
+    /// What the desktop can ask of the program besides keys and menus: a shortcut of the desktop's
+    /// own, a launcher's action, a second start of the program. Called from the event loop.
+    struct Requests {
+        std::function<void()> convert;
+        std::function<void()> openPreferences;
+    };
+
+    /// Replaces what is called from now on. Requests that came before the first call are answered
+    /// then.
+    virtual void setRequests(Requests requests) = 0;
+
+    /// Brings the program's windows to the front, whatever program is active.
+    virtual void activateIgnoringOtherApps() = 0;
+
+    /// Asks the event loop to end; the program ends some time after this returns.
+    virtual void terminate() = 0;
+};
+
+} // namespace platform

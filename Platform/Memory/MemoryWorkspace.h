@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Platform/Workspace.h"
+
+#include <string>
+#include <vector>
+
+namespace platform {
+
+/// A desktop that opens nothing and remembers what it was asked to. Main thread only.
+class MemoryWorkspace final : public Workspace {
+  public:
+    bool openURL(const std::string& url) override {
+        urls_.push_back(url);
+        return !refuses_;
+    }
+
+    /// Whether the desktop refuses to open anything from now on.
+    void setRefuses(bool refuses) { refuses_ = refuses; }
+
+    /// What was asked for so far, refused ones included.
+    [[nodiscard]] const std::vector<std::string>& urls() const { return urls_; }
+
+  private:
+    std::vector<std::string> urls_;
+    bool refuses_ = false;
+};
+
+} // namespace platform
