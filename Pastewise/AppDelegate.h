@@ -1,37 +1,89 @@
 #pragma once
 
 #include "Foundation/Logger.h"
-#include "Foundation/LoggerFactory.h"
-#include "HotKey/HotKey.h"
-#include "HotKey/HotKeysController.h"
-#include "Pastewise/ClipboardManager.h"
+#include "Foundation/NotificationCenter.h"
+#include "Foundation/WeakReference.h"
+#include "Pastewise/AnalyticsManager.h"
+#include "Pastewise/AppState.h"
+#include "Pastewise/PreferencesWindowController.h"
+#include "Pastewise/SharedInstances.h"
+#include "Platform/Images.h"
+#include "Platform/Menu.h"
+#include "Platform/Platform.h"
+#include "Platform/StatusBar.h"
+#include "Platform/WorkItem.h"
 
+#include <functional>
 #include <memory>
+#include <string>
+#include <string_view>
 
 namespace pastewise {
 
-/// Leads the program: what happens at launch, and what happens each time the shortcut is pressed.
-/// Main thread only; everything it is given outlives it.
-class AppDelegate {
+/// Leads the program: what happens at launch, the status item with its menu and icons, and what
+/// happens each time the shortcut is pressed. Main thread only; everything it is given outlives it.
+class AppDelegate final : public platform::MenuDelegate {
   public:
-    AppDelegate(ClipboardManager& clipboardManager,
-                hotkey::HotKeysController& hotKeys,
-                const foundation::LoggerFactory& loggers);
+    AppDelegate(platform::Platform& platform, SharedInstances& shared);
+    ~AppDelegate() override;
+    AppDelegate(const AppDelegate&) = delete;
+    AppDelegate& operator=(const AppDelegate&) = delete;
+    AppDelegate(AppDelegate&&) = delete;
+    AppDelegate& operator=(AppDelegate&&) = delete;
 
-    /// Called once, when the event loop is about to run: takes the shortcut.
+    /// Called once, when the event loop is about to run.
     void applicationDidFinishLaunching();
 
     /// Turns the list on the clipboard into a sheet, all within this call. A failure is logged and
     /// leaves the clipboard as it was, except when the system refuses half of what is written.
     void handleShortcutTriggered();
 
+    void menuWillOpen(platform::Menu& menu) override;
+
+    /// What the rows of the menu do.
+    void clearSavedTime();
+    void openPreferencesAction();
+    void openPreferences();
+    void quitApp();
+
   private:
+    static constexpr platform::Size iconSize{18.0, 18.0};
+
+    void launchApplication();
+    void registerObservers();
     void convertClipboard();
 
-    ClipboardManager& clipboardManager_;
-    hotkey::HotKeysController& hotKeys_;
+    void setupStatusBar();
+    [[nodiscard]] std::shared_ptr<platform::Menu> makeStatusMenu();
+    void refreshMenuContent();
+    void showPreferences();
+    void terminateApplication();
+
+    /// What a row of the menu does while the delegate exists.
+    [[nodiscard]] std::function<void()> action(void (AppDelegate::*method)());
+    [[nodiscard]] std::string formattedTimeSaved() const;
+    [[nodiscard]] std::string shortcutDisplayString() const;
+
+    [[nodiscard]] std::shared_ptr<platform::Image> makeBaseStatusIcon();
+    [[nodiscard]] std::shared_ptr<platform::Image> loadCheckmarkStatusIcon();
+    [[nodiscard]] std::shared_ptr<platform::Image> makeGlyphIcon(std::string_view text);
+    void flashCheckmarkIcon();
+    void restoreBaseStatusIcon(platform::StatusBarButton& button);
+
+    platform::Platform& platform_;
+    SharedInstances& shared_;
+    std::unique_ptr<PreferencesWindowController> preferencesWindowController_;
+    std::shared_ptr<platform::Menu> menu_;
+    std::unique_ptr<platform::StatusItem> statusItem_;
+    std::shared_ptr<platform::MenuItem> shortcutDisplayItem_;
+    std::shared_ptr<platform::MenuItem> timeSavedDisplayItem_;
+    AppState& appState_;
+    std::shared_ptr<platform::Image> baseStatusIcon_;
+    std::shared_ptr<platform::Image> checkmarkStatusIcon_;
+    std::shared_ptr<platform::WorkItem> iconFlashWorkItem_;
     foundation::Logger logger_;
-    std::unique_ptr<hotkey::HotKey> shortcut_;
+    AnalyticsManager& analytics_;
+    foundation::WeakReferenceSource<AppDelegate> self_{this};
 };
 
 } // namespace pastewise

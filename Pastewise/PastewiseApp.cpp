@@ -1,17 +1,44 @@
 #include "Pastewise/PastewiseApp.h"
 
+#include <chrono>
+
 namespace pastewise {
+
+namespace {
+
+/// Longer than the 660 ms after which a held key begins to repeat, and the desktop with it, which
+/// knows nothing of keys that are let go.
+constexpr std::chrono::milliseconds repeatSilence{750};
+
+} // namespace
 
 PastewiseApp::PastewiseApp(platform::Platform& platform)
     : platform_(platform),
-      loggers_(platform.logSink(), platform.bundleIdentifier().value_or("com.app.pastewise")),
-      clipboardManager_(platform.pasteboard(), loggers_),
-      hotKeysController_(platform.eventHotKeyService()),
-      appDelegate_(clipboardManager_, hotKeysController_, loggers_) {}
+      shared_(platform),
+      appDelegate_(platform, shared_),
+      appState_(shared_.analyticsManager(),
+                platform.userDefaults(),
+                platform.clock(),
+                shared_.notificationCenter(),
+                shared_.loggers()),
+      convertDebouncer_(platform.mainQueue(), repeatSilence) {}
 
 int PastewiseApp::main() {
     appDelegate_.applicationDidFinishLaunching();
+    answerRequests();
     return platform_.run();
+}
+
+void PastewiseApp::answerRequests() {
+    platform_.application().setRequests(
+        {.convert =
+             [this] {
+                 const auto& handler = shared_.shortcutManager().shortcutHandler;
+                 if (convertDebouncer_.accepts() && handler) {
+                     handler();
+                 }
+             },
+         .openPreferences = [this] { appDelegate_.openPreferences(); }});
 }
 
 } // namespace pastewise

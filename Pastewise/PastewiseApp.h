@@ -1,15 +1,14 @@
 #pragma once
 
-#include "Foundation/LoggerFactory.h"
-#include "HotKey/HotKeysController.h"
 #include "Pastewise/AppDelegate.h"
-#include "Pastewise/ClipboardManager.h"
+#include "Pastewise/AppState.h"
+#include "Pastewise/Debouncer.h"
+#include "Pastewise/SharedInstances.h"
 #include "Platform/Platform.h"
 
 namespace pastewise {
 
-/// Puts the program together from a platform, which outlives it: every process-wide instance is
-/// made here, once. Main thread only.
+/// The application: puts the program together from a platform, which outlives it. Main thread only.
 class PastewiseApp {
   public:
     explicit PastewiseApp(platform::Platform& platform);
@@ -18,11 +17,15 @@ class PastewiseApp {
     int main();
 
   private:
+    void answerRequests();
+
     platform::Platform& platform_;
-    foundation::LoggerFactory loggers_;
-    ClipboardManager clipboardManager_;
-    hotkey::HotKeysController hotKeysController_;
+    SharedInstances shared_;
     AppDelegate appDelegate_;
+    /// The state that views of the application itself would be bound to. It follows the accounting
+    /// on its own, beside the one that the delegate uses.
+    AppState appState_;
+    Debouncer convertDebouncer_;
 };
 
 } // namespace pastewise

@@ -4,11 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <chrono>
 #include <string>
 #include <vector>
 
 namespace {
 
+using namespace std::chrono_literals;
 using platform::MemoryPlatform;
 using platform::PasteboardType;
 
@@ -32,6 +35,10 @@ class ConversionFlowTests : public testing::Test {
         static_cast<void>(system_.eventHotKeyService().release(commandG));
     }
 
+    [[nodiscard]] std::string title() {
+        return system_.statusBar().item()->menu()->items().front()->title();
+    }
+
     [[nodiscard]] std::string clipboard(PasteboardType type) {
         return system_.pasteboard().contents().at(type);
     }
@@ -51,7 +58,10 @@ TEST_F(ConversionFlowTests, TakesTheShortcutAtLaunchAndGivesItBackAtTheEnd) {
 
 TEST_F(ConversionFlowTests, OneKeyPressTurnsTheListIntoASheetAndTellsTheLogEachStep) {
     system_.pasteboard().copyElsewhere("• Buy milk\r\n\r\n2. Call Ann");
-    run([this] { pressShortcut(); });
+    run([this] {
+        pressShortcut();
+        system_.mainQueue().advance(1s);
+    });
     EXPECT_EQ(clipboard(PasteboardType::string), "Buy milk\nCall Ann");
     EXPECT_NE(clipboard(PasteboardType::html).find(">Buy milk</td>"), std::string::npos);
     EXPECT_NE(clipboard(PasteboardType::html).find("\"rowCount\": 2,"), std::string::npos);
@@ -73,7 +83,81 @@ TEST_F(ConversionFlowTests, OneKeyPressTurnsTheListIntoASheetAndTellsTheLogEachS
             "debug: Generated HTML with sanitized count: 2",
             "debug: Writing to clipboard - HTML length: " + htmlLength + ", Plain text length: 17",
             "debug: Successfully wrote to clipboard",
-            "debug: Clipboard updated with Miro-compatible content; recording analytics"}));
+            "debug: Clipboard updated with Miro-compatible content; recording analytics",
+            "debug: Falling back to drawn glyph for checkmark flash",
+            "debug: Flashing checkmark icon in menu bar",
+            "debug: Recording conversion - stickies: 2, source: hotkey",
+            "debug: Applying confirmed savings: 20.000000 seconds",
+            "debug: Persisting savings on main thread",
+            // Two states follow the accounting: the delegate's and the application's own.
+            "debug: AppState received analytics update with seconds = 20.000000",
+            "debug: AppState received analytics update with seconds = 20.000000",
+            "debug: Received analytics update; last interaction saved 20.000000 seconds",
+            "debug: Updated time saved display to: 20s",
+            "debug: Restoring base status icon after flash"}));
+}
+
+TEST_F(ConversionFlowTests, NothingPrivateIsInTheLogAsASystemShowsIt) {
+    system_.pasteboard().copyElsewhere("• confidential\n1. secret");
+    run([this] { pressShortcut(); });
+    ASSERT_FALSE(system_.logSink().entries().empty());
+    for (const auto& entry : system_.logSink().entries()) {
+        EXPECT_EQ(entry.redacted.find("confidential"), std::string::npos) << entry.format;
+        EXPECT_EQ(entry.redacted.find("secret"), std::string::npos) << entry.format;
+    }
+}
+
+TEST_F(ConversionFlowTests, TwoPressesWithinNineTenthsOfASecondBothConvertAndBothCount) {
+    system_.pasteboard().copyElsewhere("a");
+    run([this] {
+        pressShortcut();
+        system_.mainQueue().advance(500ms);
+        system_.pasteboard().copyElsewhere("b\nc");
+        pressShortcut();
+        EXPECT_EQ(clipboard(PasteboardType::string), "b\nc");
+        EXPECT_EQ(system_.statusBar().item()->menu()->items()[0]->title(), "Time Saved: 30s");
+    });
+}
+
+TEST_F(ConversionFlowTests, ACreditAfterMidnightBelongsToTheNewDay) {
+    system_.clock().setNow(
+        foundation::Date(std::chrono::sys_days(std::chrono::year(2026) / 3 / 7) + 23h + 59min));
+    system_.pasteboard().copyElsewhere("a\nb\nc");
+    run([this] {
+        pressShortcut();
+        EXPECT_EQ(title(), "Time Saved: 30s");
+        system_.mainQueue().advance(2min);
+        // Nobody watches the date: the day's total stays until the next conversion.
+        system_.statusBar().item()->click();
+        EXPECT_EQ(title(), "Time Saved: 30s");
+        system_.pasteboard().copyElsewhere("d");
+        pressShortcut();
+        EXPECT_EQ(title(), "Time Saved: 10s");
+    });
+    EXPECT_EQ(system_.userDefaults().doubleForKey("analytics.todaySavedSeconds.2026-03-07"), 30);
+    EXPECT_EQ(system_.userDefaults().doubleForKey("analytics.todaySavedSeconds.2026-03-08"), 10);
+}
+
+TEST_F(ConversionFlowTests, ASecondStartOnTheSameDayGoesOnCounting) {
+    system_.pasteboard().copyElsewhere("a\nb");
+    run([this] { pressShortcut(); });
+    system_.pasteboard().copyElsewhere("c");
+    run([this] {
+        EXPECT_EQ(title(), "Time Saved: 20s");
+        pressShortcut();
+        EXPECT_EQ(title(), "Time Saved: 30s");
+    });
+}
+
+TEST_F(ConversionFlowTests, AfterAFullResetNoDateIsLeftAnywhere) {
+    system_.pasteboard().copyElsewhere("a\nb");
+    run([this] {
+        pressShortcut();
+        EXPECT_TRUE(system_.userDefaults().dateForKey("analytics.lastInteractionDate"));
+        EXPECT_TRUE(system_.statusBar().item()->choose("Clear Saved Time…"));
+        EXPECT_EQ(title(), "Time Saved: 0s");
+        EXPECT_FALSE(system_.userDefaults().object("analytics.lastInteractionDate"));
+    });
 }
 
 TEST_F(ConversionFlowTests, AnImageOnTheClipboardStaysThereAndIsReported) {
@@ -104,8 +188,15 @@ TEST_F(ConversionFlowTests, TextThatIsCleanedAwayStillMakesASheetWithoutRows) {
     run([this] { pressShortcut(); });
     EXPECT_EQ(clipboard(PasteboardType::string), "");
     EXPECT_NE(clipboard(PasteboardType::html).find("\"rowCount\": 0,"), std::string::npos);
-    EXPECT_EQ(system_.logSink().messages().back(),
-              "debug: Clipboard updated with Miro-compatible content; recording analytics");
+    const auto messages = system_.logSink().messages();
+    ASSERT_GE(messages.size(), 5U);
+    EXPECT_EQ(std::vector<std::string>(messages.end() - 5, messages.end()),
+              (std::vector<std::string>{
+                  "debug: Clipboard updated with Miro-compatible content; recording analytics",
+                  "debug: Falling back to drawn glyph for checkmark flash",
+                  "debug: Flashing checkmark icon in menu bar",
+                  "debug: Recording conversion - stickies: 0, source: hotkey",
+                  "debug: Conversion produced no stickies; skipping savings computation"}));
 }
 
 TEST_F(ConversionFlowTests, ConvertingWhatWasConvertedKeepsTheLines) {

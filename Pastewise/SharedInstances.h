@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Foundation/LoggerFactory.h"
+#include "Foundation/NotificationCenter.h"
+#include "Foundation/OnceOnly.h"
+#include "HotKey/HotKeysController.h"
+#include "Pastewise/AnalyticsManager.h"
+#include "Pastewise/AnalyticsStateBridge.h"
+#include "Pastewise/ClipboardManager.h"
+#include "Pastewise/ShortcutManager.h"
+#include "Platform/Platform.h"
+
+namespace pastewise {
+
+/// The instances of which the process has one, each made when it is first asked for: what they log
+/// and load at their construction happens at that moment. They live until this object ends, the
+/// ones that lean on others first. The platform outlives it.
+class SharedInstances {
+  public:
+    explicit SharedInstances(platform::Platform& platform);
+
+    [[nodiscard]] const foundation::LoggerFactory& loggers() const { return loggers_; }
+
+    [[nodiscard]] foundation::NotificationCenter& notificationCenter() {
+        return notificationCenter_;
+    }
+
+    [[nodiscard]] ClipboardManager& clipboardManager() { return clipboardManager_.shared(); }
+
+    [[nodiscard]] AnalyticsManager& analyticsManager() { return analyticsManager_.shared(); }
+
+    [[nodiscard]] AnalyticsStateBridge& analyticsStateBridge() {
+        return analyticsStateBridge_.shared();
+    }
+
+    [[nodiscard]] ShortcutManager& shortcutManager() { return shortcutManager_.shared(); }
+
+  private:
+    foundation::LoggerFactory loggers_;
+    foundation::NotificationCenter notificationCenter_;
+    foundation::OnceOnly<ClipboardManager> clipboardManager_;
+    foundation::OnceOnly<AnalyticsManager> analyticsManager_;
+    foundation::OnceOnly<AnalyticsStateBridge> analyticsStateBridge_;
+    foundation::OnceOnly<hotkey::HotKeysController> hotKeysController_;
+    foundation::OnceOnly<ShortcutManager> shortcutManager_;
+};
+
+} // namespace pastewise

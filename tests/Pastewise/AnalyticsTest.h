@@ -1,0 +1,75 @@
+#pragma once
+
+#include "Foundation/LoggerFactory.h"
+#include "Foundation/NotificationCenter.h"
+#include "Foundation/Value.h"
+#include "Pastewise/AnalyticsManager.h"
+#include "Platform/Memory/MemoryCalendar.h"
+#include "Platform/Memory/MemoryClock.h"
+#include "Platform/Memory/MemoryLogSink.h"
+#include "Platform/Memory/MemoryMainQueue.h"
+#include "Platform/Memory/MemoryUserDefaults.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace testing_support {
+
+inline constexpr std::string_view lastSecondsKey = "analytics.lastInteractionSavedSeconds";
+inline constexpr std::string_view lastDateKey = "analytics.lastInteractionDate";
+inline constexpr std::string_view focusKey = "analytics.confirmationRequiresMiroFocus";
+inline constexpr std::string_view flashKey = "analytics.shouldFlashSavings";
+inline constexpr std::string_view marchSeventhKey = "analytics.todaySavedSeconds.2024-03-07";
+inline constexpr std::string_view marchEighthKey = "analytics.todaySavedSeconds.2024-03-08";
+
+/// Noon in UTC of 7 March 2024, a Thursday.
+inline constexpr foundation::Date noon =
+    std::chrono::sys_days(std::chrono::year(2024) / std::chrono::March / 7) +
+    std::chrono::hours(12);
+
+/// What the accounting of saved time lives on, in memory. It is noon in a zone that is UTC.
+class AnalyticsTest : public testing::Test {
+  protected:
+    AnalyticsTest() {
+        clock_.setNow(noon);
+        center_.addObserver("analyticsSavingsApplied",
+                            [this](const foundation::Notification& notification) {
+                                posted_.push_back(notification.object);
+                            });
+    }
+
+    /// Makes the manager as a start of the program does. One that is there ends before.
+    pastewise::AnalyticsManager& start() {
+        manager_.reset();
+        return manager_.emplace(defaults_, clock_, calendar_, queue_, center_, loggers_);
+    }
+
+    /// What is stored under the key; none when there is nothing.
+    [[nodiscard]] std::optional<platform::UserDefaults::Object> stored(std::string_view key) const {
+        return defaults_.object(key);
+    }
+
+    void forgetWhatWasSaid() {
+        sink_.clear();
+        defaults_.clearWrites();
+        posted_.clear();
+    }
+
+    platform::MemoryMainQueue queue_;
+    platform::MemoryClock clock_{queue_};
+    platform::MemoryCalendar calendar_;
+    platform::MemoryUserDefaults defaults_;
+    platform::MemoryLogSink sink_;
+    foundation::LoggerFactory loggers_{sink_, "com.app.pastewise"};
+    foundation::NotificationCenter center_{queue_};
+    /// The objects of what was posted under "analyticsSavingsApplied", oldest first.
+    std::vector<std::optional<foundation::Value>> posted_;
+    std::optional<pastewise::AnalyticsManager> manager_;
+};
+
+} // namespace testing_support

@@ -1,0 +1,99 @@
+#include "tests/Pastewise/AppDelegateTest.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+class AppDelegateTests : public delegate_test::AppDelegateTest {
+  protected:
+    /// What the delegate itself has logged.
+    std::vector<std::string> ownLines() {
+        std::vector<std::string> lines;
+        for (const auto& entry : system_.logSink().entries()) {
+            if (entry.category == "AppDelegate") {
+                lines.push_back(entry.whole);
+            }
+        }
+        return lines;
+    }
+};
+
+TEST_F(AppDelegateTests, AnAnnouncedCreditIsExactlyTwoLinesInTheOrderOfTheObservers) {
+    launchQuietly();
+    shared_->notificationCenter().post({std::string(pastewise::analyticsSavingsApplied), 12.5});
+    EXPECT_EQ(ownLines(),
+              (std::vector<std::string>{
+                  "Received analytics update; last interaction saved 12.500000 seconds",
+                  "Updated time saved display to: 0s"}));
+}
+
+TEST_F(AppDelegateTests, AnAnnouncementWithoutADoubleCountsAsZero) {
+    launchQuietly();
+    shared_->notificationCenter().post({std::string(pastewise::analyticsSavingsApplied), {}});
+    shared_->notificationCenter().post(
+        {std::string(pastewise::analyticsSavingsApplied), foundation::Value("12")});
+    const auto lines = ownLines();
+    ASSERT_EQ(lines.size(), 4U);
+    EXPECT_EQ(lines[0], "Received analytics update; last interaction saved 0.000000 seconds");
+    EXPECT_EQ(lines[2], "Received analytics update; last interaction saved 0.000000 seconds");
+}
+
+TEST_F(AppDelegateTests, TheRowShowsWhatTheStateHoldsAndNotWhatWasAnnounced) {
+    launchQuietly();
+    shared_->analyticsManager().applyConfirmedSavings(75);
+    shared_->notificationCenter().post({std::string(pastewise::analyticsSavingsApplied), 1.0});
+    EXPECT_EQ(rowTitle(0), "Time Saved: 1m 15s");
+}
+
+TEST_F(AppDelegateTests, AnImageOnTheClipboardIsOneErrorLineAndNoFlash) {
+    launchQuietly();
+    system_.pasteboard().copyImageElsewhere();
+    pressShortcut();
+    EXPECT_EQ(
+        ownLines(),
+        (std::vector<std::string>{"Global shortcut triggered; attempting clipboard conversion",
+                                  "Clipboard read failed: empty or non-text content"}));
+    EXPECT_EQ(shownGlyph(), "P");
+    EXPECT_EQ(rowTitle(0), "Time Saved: 0s");
+}
+
+TEST_F(AppDelegateTests, ARefusedWriteCreditsNothing) {
+    launchQuietly();
+    copy("a");
+    system_.pasteboard().refuse(platform::PasteboardType::string);
+    pressShortcut();
+    EXPECT_EQ(ownLines().back(), "Clipboard write failed; unable to update content for Miro");
+    EXPECT_EQ(rowTitle(0), "Time Saved: 0s");
+}
+
+TEST_F(AppDelegateTests, TheFlashComesBeforeTheAccounting) {
+    launchQuietly();
+    copy("a");
+    pressShortcut();
+    const auto messages = system_.logSink().messages();
+    const auto flash =
+        std::find(messages.begin(), messages.end(), "debug: Flashing checkmark icon in menu bar");
+    const auto credit = std::find(messages.begin(),
+                                  messages.end(),
+                                  "debug: Recording conversion - stickies: 1, source: hotkey");
+    ASSERT_NE(flash, messages.end());
+    ASSERT_NE(credit, messages.end());
+    EXPECT_LT(flash, credit);
+}
+
+TEST_F(AppDelegateTests, NothingHappensOnceTheDelegateIsGone) {
+    launch();
+    delegate_.reset();
+    system_.logSink().clear();
+    copy("• a");
+    pressShortcut();
+    shared_->notificationCenter().post({std::string(pastewise::analyticsSavingsApplied), 1.0});
+    shared_->notificationCenter().post({std::string(pastewise::shortcutChanged), {}});
+    EXPECT_EQ(system_.pasteboard().contents().at(platform::PasteboardType::string), "• a");
+    EXPECT_TRUE(ownLines().empty());
+}
+
+} // namespace

@@ -1,0 +1,99 @@
+#include "Pastewise/PermissionsManager.h"
+#include "Platform/Memory/MemoryAccessibilityTrust.h"
+#include "Platform/Memory/MemoryAlerts.h"
+#include "Platform/Memory/MemoryStandardOutput.h"
+#include "Platform/Memory/MemoryWorkspace.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace {
+
+using pastewise::PermissionsManager;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class PermissionsManagerTests : public testing::Test {
+  protected:
+    PermissionsManagerTests() { trust_.setTrusted(false); }
+
+    void request() {
+        PermissionsManager::requestAccessibilityPermissions(output_, trust_, alerts_, workspace_);
+    }
+
+    platform::MemoryStandardOutput output_;
+    platform::MemoryAccessibilityTrust trust_;
+    platform::MemoryAlerts alerts_;
+    platform::MemoryWorkspace workspace_;
+};
+
+TEST_F(PermissionsManagerTests, AsksInItsOwnWords) {
+    request();
+    ASSERT_EQ(alerts_.shown().size(), 1U);
+    const platform::Alert& alert = alerts_.shown().front();
+    EXPECT_EQ(alert.messageText, "Accessibility Permissions Required");
+    EXPECT_EQ(alert.informativeText,
+              "Please enable Accessibility permissions in System Preferences > Security & Privacy "
+              "> Privacy > Accessibility");
+    EXPECT_EQ(alert.style, platform::AlertStyle::warning);
+    EXPECT_THAT(alert.buttonTitles, ElementsAre("Open System Preferences", "Cancel"));
+}
+
+TEST_F(PermissionsManagerTests, TellsStandardOutputAndHasTheSystemAskBeforeItAsks) {
+    bool wasShown = false;
+    alerts_.setAnswer(0);
+    alerts_.setWhileShown([&] {
+        wasShown = true;
+        EXPECT_THAT(output_.lines(), ElementsAre("Requesting accessibility permissions..."));
+        EXPECT_EQ(trust_.promptCount(), 1);
+        EXPECT_THAT(workspace_.urls(), IsEmpty());
+    });
+    request();
+    EXPECT_TRUE(wasShown);
+    EXPECT_EQ(output_.lines().size(), 1U);
+    EXPECT_EQ(trust_.promptCount(), 1);
+}
+
+TEST_F(PermissionsManagerTests, AsksWhateverTheSystemsPromptAnswers) {
+    trust_.setTrusted(true);
+    request();
+    EXPECT_EQ(trust_.promptCount(), 1);
+    EXPECT_EQ(alerts_.shown().size(), 1U);
+}
+
+TEST_F(PermissionsManagerTests, OpensThePrivacyPaneForTheFirstButtonAndGoesOn) {
+    alerts_.setAnswer(0);
+    request();
+    EXPECT_THAT(
+        workspace_.urls(),
+        ElementsAre(
+            "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"));
+    EXPECT_FALSE(trust_.isProcessTrusted());
+    EXPECT_EQ(alerts_.shown().size(), 1U);
+}
+
+TEST_F(PermissionsManagerTests, OpensNothingForCancel) {
+    alerts_.setAnswer(1);
+    request();
+    EXPECT_THAT(workspace_.urls(), IsEmpty());
+}
+
+TEST_F(PermissionsManagerTests, OpensNothingWhenTheAlertGoesAwayByItself) {
+    alerts_.setAnswer(std::nullopt);
+    request();
+    EXPECT_EQ(alerts_.shown().size(), 1U);
+    EXPECT_THAT(workspace_.urls(), IsEmpty());
+}
+
+TEST_F(PermissionsManagerTests, SaysNothingWhenTheDesktopRefusesToOpenThePane) {
+    alerts_.setAnswer(0);
+    workspace_.setRefuses(true);
+    request();
+    EXPECT_EQ(workspace_.urls().size(), 1U);
+    EXPECT_EQ(alerts_.shown().size(), 1U);
+    EXPECT_EQ(output_.lines().size(), 1U);
+}
+
+} // namespace
