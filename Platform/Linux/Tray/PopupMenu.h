@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Platform/Linux/Tray/TitleObservers.h"
+#include "Platform/Menu.h"
+
+#include <QMenu>
+#include <QPoint>
+#include <memory>
+#include <optional>
+
+class QKeyEvent;
+
+namespace platform {
+
+/// A menu shown by the toolkit, for trays that leave that to the program. Its rows follow their
+/// titles also while it is open, and their keys choose them then. What a row is for is done from
+/// the event loop. Main thread only.
+class PopupMenu final : public QObject {
+  public:
+    explicit PopupMenu(std::shared_ptr<Menu> menu);
+
+    /// Opens the menu at a place on the screen and returns.
+    void popUp(QPoint place);
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void add(const std::shared_ptr<MenuItem>& item);
+    [[nodiscard]] bool chooseByKey(const QKeyEvent& event);
+
+    std::shared_ptr<Menu> rows_;
+    QMenu menu_;
+    std::optional<TitleObservers> titleObservers_;
+};
+
+} // namespace platform

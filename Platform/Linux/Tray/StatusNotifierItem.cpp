@@ -1,0 +1,72 @@
+#include "Platform/Linux/Tray/StatusNotifierItem.h"
+
+#include <QtEndian>
+#include <array>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+/// What trays ask for, at one and two pixels for a point.
+constexpr std::array<int, 9> sides = {16, 18, 22, 24, 32, 36, 44, 48, 64};
+
+IconPixmap pixmap(const DrawnImage& drawing, int side) {
+    const QImage image = drawing.render({side, side}).convertToFormat(QImage::Format_ARGB32);
+    IconPixmap pixmap{side, side, QByteArray(image.sizeInBytes(), Qt::Uninitialized)};
+    qToBigEndian<quint32>(image.constBits(), qsizetype{side} * side, pixmap.bytes.data());
+    return pixmap;
+}
+
+} // namespace
+
+StatusNotifierItem::StatusNotifierItem(ClickHandler clicked) : clicked_(std::move(clicked)) {
+    registerStatusNotifierTypes();
+}
+
+void StatusNotifierItem::setImage(std::shared_ptr<const DrawnImage> image) {
+    image_ = std::move(image);
+    Q_EMIT NewIcon();
+}
+
+QList<IconPixmap> StatusNotifierItem::iconPixmap() const {
+    QList<platform::IconPixmap> pixmaps;
+    if (image_) {
+        for (const int side : sides) {
+            pixmaps.append(pixmap(*image_, side));
+        }
+    }
+    return pixmaps;
+}
+
+ToolTip StatusNotifierItem::toolTip() const {
+    return {{}, {}, title(), {}};
+}
+
+QDBusObjectPath StatusNotifierItem::menuPath() const {
+    return QDBusObjectPath(isMenu() ? menuPath_ : QString("/NO_DBUSMENU"));
+}
+
+void StatusNotifierItem::Activate(int x, int y) {
+    reportClick(x, y);
+}
+
+void StatusNotifierItem::SecondaryActivate(int x, int y) {
+    reportClick(x, y);
+}
+
+void StatusNotifierItem::ContextMenu(int x, int y) {
+    reportClick(x, y);
+}
+
+void StatusNotifierItem::reportClick(int x, int y) {
+    // The call is answered before whatever the click leads to.
+    QMetaObject::invokeMethod(
+        this,
+        [this, x, y] {
+            clicked_({x, y});
+        },
+        Qt::QueuedConnection);
+}
+
+} // namespace platform

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "Platform/Linux/Tray/DrawnImage.h"
+#include "Platform/Linux/Tray/StatusNotifierTypes.h"
+
+#include <QDBusObjectPath>
+#include <QObject>
+#include <QPoint>
+#include <functional>
+#include <memory>
+
+namespace platform {
+
+/// The program's icon as an object on the bus, for a tray to show: org.kde.StatusNotifierItem. Main
+/// thread only.
+///
+/// A tray that follows the protocol opens the menu by itself. Others report clicks instead, which
+/// go to the handler.
+class StatusNotifierItem final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
+    Q_PROPERTY(QString Category READ category CONSTANT)
+    Q_PROPERTY(QString Id READ id CONSTANT)
+    Q_PROPERTY(QString Title READ title CONSTANT)
+    Q_PROPERTY(QString Status READ status CONSTANT)
+    Q_PROPERTY(int WindowId READ windowId CONSTANT)
+    Q_PROPERTY(QString IconName READ iconName CONSTANT)
+    Q_PROPERTY(QList<platform::IconPixmap> IconPixmap READ iconPixmap)
+    Q_PROPERTY(platform::ToolTip ToolTip READ toolTip CONSTANT)
+    Q_PROPERTY(bool ItemIsMenu READ isMenu)
+    Q_PROPERTY(QDBusObjectPath Menu READ menuPath)
+
+  public:
+    /// Called from the event loop with where the click was on the screen; a null point when the
+    /// tray does not say.
+    using ClickHandler = std::function<void(QPoint)>;
+
+    explicit StatusNotifierItem(ClickHandler clicked);
+
+    /// Null shows none.
+    void setImage(std::shared_ptr<const DrawnImage> image);
+
+    /// Where on the bus the menu is; empty for none.
+    void setMenuPath(const QString& path) { menuPath_ = path; }
+
+    [[nodiscard]] QString category() const { return "ApplicationStatus"; }
+
+    [[nodiscard]] QString id() const { return "com.app.pastewise"; }
+
+    [[nodiscard]] QString title() const { return "Pastewise"; }
+
+    [[nodiscard]] QString status() const { return "Active"; }
+
+    [[nodiscard]] int windowId() const { return 0; }
+
+    /// None, as a name would be looked for before the pixels are.
+    [[nodiscard]] QString iconName() const { return {}; }
+
+    /// In each size that trays show at, so that none has to scale.
+    [[nodiscard]] QList<platform::IconPixmap> iconPixmap() const;
+    [[nodiscard]] platform::ToolTip toolTip() const;
+
+    [[nodiscard]] bool isMenu() const { return !menuPath_.isEmpty(); }
+
+    [[nodiscard]] QDBusObjectPath menuPath() const;
+
+    // The names are the interface's own; the toolkit's specifiers add to those of the language.
+    // NOLINTBEGIN(readability-identifier-naming, readability-redundant-access-specifiers)
+  public Q_SLOTS:
+    void Activate(int x, int y);
+    void SecondaryActivate(int x, int y);
+    void ContextMenu(int x, int y);
+
+    void Scroll(int /*delta*/, const QString& /*orientation*/) {}
+
+  Q_SIGNALS:
+    void NewIcon();
+    // NOLINTEND(readability-identifier-naming, readability-redundant-access-specifiers)
+
+  private:
+    void reportClick(int x, int y);
+
+    ClickHandler clicked_;
+    std::shared_ptr<const DrawnImage> image_;
+    QString menuPath_;
+};
+
+} // namespace platform

@@ -1,0 +1,102 @@
+#include "Platform/Linux/Tray/TrayStatusItem.h"
+
+#include "Platform/Linux/Tray/TrayStatusBarButton.h"
+
+#include <QCoreApplication>
+#include <QCursor>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QTimer>
+#include <chrono>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+/// Where trays look for an item that is registered by a name.
+const QString itemPath = "/StatusNotifierItem";
+const QString menuPath = "/MenuBar";
+
+constexpr std::chrono::milliseconds settlingTime{300};
+
+QDBusMessage busCall(const QString& method) {
+    return QDBusMessage::createMethodCall(
+        "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method);
+}
+
+} // namespace
+
+TrayStatusItem::TrayStatusItem(QDBusConnection bus, TrayManagerSelectionMaker makeManagerSelection)
+    : bus_(std::move(bus)),
+      service_(QString("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid())),
+      button_(std::make_shared<TrayStatusBarButton>([this] { showImage(); })),
+      busItem_([this](QPoint place) { handleClick(place); }) {
+    publish();
+    hosts_.emplace(bus_, service_, std::move(makeManagerSelection), [this] { moveToHost(); });
+}
+
+TrayStatusItem::~TrayStatusItem() {
+    button_->detach();
+    bus_.unregisterObject(itemPath);
+    bus_.unregisterObject(menuPath);
+    bus_.asyncCall(busCall("ReleaseName") << service_);
+}
+
+/// Puts the objects on the bus and asks for the name. The answer is not waited for: the bus grants
+/// the name before it delivers what is sent next.
+void TrayStatusItem::publish() {
+    constexpr auto everything = QDBusConnection::ExportAllSlots |
+                                QDBusConnection::ExportAllSignals |
+                                QDBusConnection::ExportAllProperties;
+    constexpr uint doNotQueue = 4;
+    bus_.registerObject(menuPath, &busMenu_, everything);
+    bus_.registerObject(itemPath, &busItem_, everything);
+    bus_.asyncCall(busCall("RequestName") << service_ << doNotQueue);
+}
+
+std::shared_ptr<StatusBarButton> TrayStatusItem::button() {
+    return button_;
+}
+
+void TrayStatusItem::setMenu(std::shared_ptr<Menu> menu) {
+    menu_ = std::move(menu);
+    popupMenu_.reset();
+    busMenu_.setMenu(menu_);
+    busItem_.setMenuPath(menu_ ? menuPath : QString());
+}
+
+void TrayStatusItem::showImage() {
+    busItem_.setImage(button_->visibleImage());
+    if (xEmbedIcon_) {
+        xEmbedIcon_->setImage(button_->visibleImage());
+    }
+}
+
+void TrayStatusItem::moveToHost() {
+    if (hosts_->kind() != TrayHostMonitor::Kind::xEmbed) {
+        xEmbedIcon_.reset();
+        return;
+    }
+    // A panel that starts takes windows a little before it shows items on the bus. An icon made in
+    // between would have the toolkit decide for the bus; see XEmbedIcon.
+    QTimer::singleShot(settlingTime, &busItem_, [this] {
+        if (!xEmbedIcon_ && hosts_->kind() == TrayHostMonitor::Kind::xEmbed) {
+            xEmbedIcon_.emplace([this](QPoint place) { handleClick(place); });
+            xEmbedIcon_->setImage(button_->visibleImage());
+        }
+    });
+}
+
+void TrayStatusItem::handleClick(QPoint place) {
+    if (!menu_) {
+        button_->performAction();
+        return;
+    }
+    if (!popupMenu_) {
+        popupMenu_.emplace(menu_);
+    }
+    popupMenu_->popUp(place.isNull() ? QCursor::pos() : place);
+}
+
+} // namespace platform

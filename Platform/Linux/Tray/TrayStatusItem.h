@@ -1,0 +1,57 @@
+#pragma once
+
+#include "Foundation/WeakReference.h"
+#include "Platform/Linux/Tray/DBusMenu.h"
+#include "Platform/Linux/Tray/PopupMenu.h"
+#include "Platform/Linux/Tray/StatusNotifierItem.h"
+#include "Platform/Linux/Tray/TrayHostMonitor.h"
+#include "Platform/Linux/Tray/XEmbedIcon.h"
+#include "Platform/Linux/TrayManagerSelection.h"
+#include "Platform/StatusBar.h"
+
+#include <QDBusConnection>
+#include <QPoint>
+#include <QString>
+#include <memory>
+#include <optional>
+
+namespace platform {
+
+class TrayStatusBarButton;
+
+/// A status item in whatever tray there is at the moment; see TrayStatusBar.
+class TrayStatusItem final : public StatusItem {
+  public:
+    TrayStatusItem(QDBusConnection bus, TrayManagerSelectionMaker makeManagerSelection);
+    ~TrayStatusItem() override;
+    TrayStatusItem(const TrayStatusItem&) = delete;
+    TrayStatusItem& operator=(const TrayStatusItem&) = delete;
+    TrayStatusItem(TrayStatusItem&&) = delete;
+    TrayStatusItem& operator=(TrayStatusItem&&) = delete;
+
+    [[nodiscard]] foundation::WeakReference<TrayStatusItem> reference() const {
+        return self_.reference();
+    }
+
+    [[nodiscard]] std::shared_ptr<StatusBarButton> button() override;
+    void setMenu(std::shared_ptr<Menu> menu) override;
+
+  private:
+    void publish();
+    void showImage();
+    void moveToHost();
+    void handleClick(QPoint place);
+
+    QDBusConnection bus_;
+    QString service_;
+    std::shared_ptr<TrayStatusBarButton> button_;
+    std::shared_ptr<Menu> menu_;
+    DBusMenu busMenu_;
+    StatusNotifierItem busItem_;
+    std::optional<XEmbedIcon> xEmbedIcon_;
+    std::optional<PopupMenu> popupMenu_;
+    std::optional<TrayHostMonitor> hosts_;
+    foundation::WeakReferenceSource<TrayStatusItem> self_{this};
+};
+
+} // namespace platform

@@ -1,0 +1,34 @@
+#include "Platform/Linux/Tray/KeyEquivalentNames.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using hotkey::ModifierFlags;
+using platform::KeyEquivalent;
+
+TEST(KeyEquivalentNamesTests, CommandIsTheSuperKey) {
+    EXPECT_EQ(platform::busNames(KeyEquivalent{"q"}), QStringList({"Super", "q"}));
+    EXPECT_EQ(platform::keySequence(KeyEquivalent{"q"}), QKeySequence(Qt::META | Qt::Key_Q));
+}
+
+TEST(KeyEquivalentNamesTests, KeysThatTypeSignsHaveNamesOnTheBus) {
+    EXPECT_EQ(platform::busNames(KeyEquivalent{","}), QStringList({"Super", "comma"}));
+    EXPECT_EQ(platform::keySequence(KeyEquivalent{","}), QKeySequence(Qt::META | Qt::Key_Comma));
+}
+
+TEST(KeyEquivalentNamesTests, EveryModifierIsNamed) {
+    const KeyEquivalent all{"+",
+                            ModifierFlags::control | ModifierFlags::option | ModifierFlags::shift |
+                                ModifierFlags::command};
+    EXPECT_EQ(platform::busNames(all), QStringList({"Control", "Alt", "Shift", "Super", "plus"}));
+    EXPECT_EQ(platform::keySequence(all),
+              QKeySequence(Qt::CTRL | Qt::ALT | Qt::SHIFT | Qt::META | Qt::Key_Plus));
+}
+
+TEST(KeyEquivalentNamesTests, AKeyAloneHasNoModifiers) {
+    EXPECT_EQ(platform::busNames(KeyEquivalent{"x", {}}), QStringList({"x"}));
+    EXPECT_EQ(platform::keySequence(KeyEquivalent{"x", {}}), QKeySequence(Qt::Key_X));
+}
+
+} // namespace

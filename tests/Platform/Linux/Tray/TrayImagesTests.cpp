@@ -1,0 +1,272 @@
+#include "Platform/Linux/Tray/DrawnIconEngine.h"
+#include "Platform/Linux/Tray/DrawnImage.h"
+#include "Platform/Linux/Tray/TrayImages.h"
+#include "tests/Platform/Linux/Tray/OffscreenApplication.h"
+#include "tests/Platform/Linux/Tray/StatusGlyph.h"
+
+#include <gtest/gtest.h>
+
+#include <QColor>
+#include <QFont>
+#include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QIcon>
+#include <QPainter>
+#include <QRawFont>
+#include <QTextLayout>
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <string>
+
+namespace {
+
+using platform::Canvas;
+using platform::DrawnImage;
+
+const std::string checkmark = "\u2713";
+
+class TrayImagesTests : public testing::Test {
+  protected:
+    std::shared_ptr<DrawnImage> draw(std::function<void(Canvas&)> drawing) {
+        return std::dynamic_pointer_cast<DrawnImage>(images_.draw({18, 18}, std::move(drawing)));
+    }
+
+    tray_test::OffscreenApplication application_;
+    platform::TrayImages images_;
+};
+
+class TrayGlyphTests : public TrayImagesTests, public testing::WithParamInterface<std::string> {
+  protected:
+    std::shared_ptr<DrawnImage> glyph(bool isTemplate) {
+        const auto image = tray_test::drawGlyph(images_, GetParam());
+        image->setTemplate(isTemplate);
+        return std::dynamic_pointer_cast<DrawnImage>(image);
+    }
+};
+
+QFont bold(int pixelSize) {
+    QFont font = QApplication::font();
+    font.setPixelSize(pixelSize);
+    font.setBold(true);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
+
+/// The same glyph by the toolkit's plain text drawing, eight times as large and shrunk.
+QImage referenceGlyph(const QString& text, int side) {
+    constexpr int finer = 8;
+    const double scale = side * finer / 18.0;
+    const QFont font = bold(static_cast<int>(std::lround(13 * scale)));
+    const QFontMetricsF metrics(font);
+    const double width = metrics.horizontalAdvance(text) / scale;
+    const double height = metrics.height() / scale;
+    QImage large(side * finer, side * finer, QImage::Format_ARGB32_Premultiplied);
+    large.fill(Qt::transparent);
+    QPainter painter(&large);
+    painter.setFont(font);
+    painter.setPen(Qt::white);
+    const double bottom = 18 - ((18 - height) * 0.5 - 0.5);
+    painter.drawText(QPointF((18 - width) * 0.5 * scale, bottom * scale - metrics.descent()), text);
+    painter.end();
+    return large.scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+/// The mean difference of opacity in those pixels where one of the pictures has any, from 0 to 1.
+double difference(const QImage& left, const QImage& right) {
+    double sum = 0;
+    int count = 0;
+    for (int y = 0; y < left.height(); ++y) {
+        for (int x = 0; x < left.width(); ++x) {
+            const int one = qAlpha(left.pixel(x, y));
+            const int other = qAlpha(right.pixel(x, y));
+            sum += std::abs(one - other);
+            count += one != 0 || other != 0 ? 1 : 0;
+        }
+    }
+    return count == 0 ? 1 : sum / count / 255;
+}
+
+double luminance(const QColor& color) {
+    const auto linear = [](double value) {
+        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+           0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor& left, const QColor& right) {
+    const double one = luminance(left);
+    const double other = luminance(right);
+    return (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
+}
+
+bool isEdgeFree(const QImage& image) {
+    for (int at = 0; at < image.width(); ++at) {
+        for (const QPoint place : {QPoint(at, 0),
+                                   QPoint(at, image.height() - 1),
+                                   QPoint(0, at),
+                                   QPoint(image.width() - 1, at)}) {
+            if (qAlpha(image.pixel(place)) != 0) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+TEST_F(TrayImagesTests, HasNoSystemSymbols) {
+    EXPECT_EQ(images_.systemSymbol("p.square", "Pastewise"), nullptr);
+    EXPECT_EQ(images_.systemSymbol("checkmark", "Conversion Complete"), nullptr);
+}
+
+TEST_F(TrayImagesTests, TheOriginIsInTheLowerLeftCorner) {
+    const auto image = draw([](Canvas& canvas) {
+        canvas.fill({{0, 0}, {9, 6}}, Canvas::Color::white);
+    });
+    const QImage pixels = image->render({18, 18});
+    EXPECT_EQ(pixels.pixel(0, 17), qRgba(255, 255, 255, 255));
+    EXPECT_EQ(pixels.pixel(8, 12), qRgba(255, 255, 255, 255));
+    EXPECT_EQ(qAlpha(pixels.pixel(9, 12)), 0);
+    EXPECT_EQ(qAlpha(pixels.pixel(8, 11)), 0);
+}
+
+TEST_F(TrayImagesTests, FillingWithClearTakesAwayWhatWasThere) {
+    const auto image = draw([](Canvas& canvas) {
+        canvas.fill({{0, 0}, {18, 18}}, Canvas::Color::white);
+        canvas.fill({{0, 0}, {18, 9}}, Canvas::Color::clear);
+    });
+    const QImage pixels = image->render({36, 36});
+    EXPECT_EQ(qAlpha(pixels.pixel(18, 17)), 255);
+    EXPECT_EQ(qAlpha(pixels.pixel(18, 18)), 0);
+}
+
+TEST_F(TrayImagesTests, ADrawingFillsItsImageWhateverTheSizeOfThat) {
+    const auto image = draw([](Canvas& canvas) {
+        canvas.fill({{0, 0}, {18, 18}}, Canvas::Color::white);
+    });
+    image->setSize({9, 9});
+    EXPECT_EQ(image->size(), (platform::Size{9, 9}));
+    EXPECT_EQ(qAlpha(image->render({18, 18}).pixel(0, 0)), 255);
+    EXPECT_EQ(qAlpha(image->render({18, 18}).pixel(17, 17)), 255);
+}
+
+TEST_F(TrayImagesTests, AnImageKeepsItsFormInSpaceOfAnother) {
+    const auto image = draw([](Canvas& canvas) {
+        canvas.fill({{0, 0}, {18, 18}}, Canvas::Color::white);
+    });
+    const QImage pixels = image->render({64, 32});
+    EXPECT_EQ(qAlpha(pixels.pixel(15, 16)), 0);
+    EXPECT_EQ(qAlpha(pixels.pixel(16, 16)), 255);
+    EXPECT_EQ(qAlpha(pixels.pixel(47, 16)), 255);
+    EXPECT_EQ(qAlpha(pixels.pixel(48, 16)), 0);
+}
+
+TEST_F(TrayImagesTests, TextIsMeasuredInPoints) {
+    platform::Size regular;
+    platform::Size twice;
+    const auto image = draw([&](Canvas& canvas) {
+        regular = canvas.measure("P", {13, platform::FontWeight::bold});
+        twice = canvas.measure("P", {26, platform::FontWeight::bold});
+    });
+    static_cast<void>(image->render({64, 64}));
+    const QFontMetricsF metrics(bold(1300));
+    EXPECT_NEAR(regular.width, metrics.horizontalAdvance("P") / 100, 0.05);
+    EXPECT_NEAR(regular.height, metrics.height() / 100, 0.05);
+    EXPECT_DOUBLE_EQ(twice.width, 2 * regular.width);
+    EXPECT_DOUBLE_EQ(twice.height, 2 * regular.height);
+}
+
+TEST_F(TrayImagesTests, SomeInstalledFontHasTheCheckmark) {
+    QTextLayout layout(QString::fromStdString(checkmark), bold(13));
+    layout.beginLayout();
+    layout.createLine();
+    layout.endLayout();
+    ASSERT_FALSE(layout.glyphRuns().isEmpty());
+    EXPECT_NE(layout.glyphRuns().front().glyphIndexes().front(), 0U);
+}
+
+TEST_P(TrayGlyphTests, EveryNumberOfPixelsIsDrawnAndNotScaled) {
+    const auto image = glyph(false);
+    for (int side = 16; side <= 64; ++side) {
+        const QImage drawn = image->render({side, side});
+        const QImage reference = referenceGlyph(QString::fromStdString(GetParam()), side);
+        ASSERT_EQ(drawn.size(), QSize(side, side));
+        EXPECT_LT(difference(drawn, reference), 0.05) << side;
+    }
+    // What the same measure says of a picture that is scaled.
+    const QImage scaled =
+        image->render({18, 18}).scaled(64, 64, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    EXPECT_GT(difference(scaled, referenceGlyph(QString::fromStdString(GetParam()), 64)), 0.08);
+}
+
+TEST_P(TrayGlyphTests, NothingIsCutOff) {
+    for (int side = 16; side <= 64; ++side) {
+        EXPECT_TRUE(isEdgeFree(glyph(true)->render({side, side}))) << side;
+    }
+}
+
+TEST_P(TrayGlyphTests, ScreensWithMorePixelsForAPointGetMorePixels) {
+    const auto image = glyph(true);
+    const QIcon icon(new platform::DrawnIconEngine(image));
+    for (const int pixelsPerPoint : {1, 2, 3}) {
+        const QPixmap pixmap = icon.pixmap(QSize(22, 22), pixelsPerPoint);
+        const int side = 22 * pixelsPerPoint;
+        EXPECT_EQ(pixmap.size(), QSize(side, side));
+        QImage painted(side, side, QImage::Format_ARGB32_Premultiplied);
+        painted.setDevicePixelRatio(pixelsPerPoint);
+        painted.fill(Qt::transparent);
+        QPainter painter(&painted);
+        icon.paint(&painter, 0, 0, 22, 22);
+        painter.end();
+        painted.setDevicePixelRatio(1);
+        EXPECT_EQ(painted, image->render({side, side})) << pixelsPerPoint;
+    }
+}
+
+TEST_P(TrayGlyphTests, ATemplateIsWhiteWhereItsDrawingIsOpaque) {
+    int opaqueCount = 0;
+    for (const int side : {16, 18, 22, 24, 32, 36, 44, 48, 64}) {
+        const QImage drawing = glyph(false)->render({side, side});
+        const QImage shown = glyph(true)->render({side, side});
+        for (int y = 0; y < side; ++y) {
+            for (int x = 0; x < side; ++x) {
+                if (qAlpha(drawing.pixel(x, y)) == 255) {
+                    ++opaqueCount;
+                    ASSERT_EQ(shown.pixel(x, y), qRgba(255, 255, 255, 255));
+                }
+            }
+        }
+    }
+    EXPECT_GT(opaqueCount, 0);
+}
+
+TEST_P(TrayGlyphTests, ATemplateShowsOnEveryBackground) {
+    for (const QColor& background :
+         {QColor(Qt::white), QColor(Qt::black), QColor(0xF6, 0xF5, 0xF4), QColor(128, 128, 128)}) {
+        for (const int side : {16, 18, 22, 24, 32, 36, 44, 48, 64}) {
+            const QImage drawing = glyph(false)->render({side, side});
+            QImage panel(side, side, QImage::Format_RGB32);
+            panel.fill(background);
+            QPainter painter(&panel);
+            painter.drawImage(0, 0, glyph(true)->render({side, side}));
+            painter.end();
+            int distinctCount = 0;
+            int shapeCount = 0;
+            for (int y = 0; y < side; ++y) {
+                for (int x = 0; x < side; ++x) {
+                    distinctCount += contrast(panel.pixelColor(x, y), background) >= 3 ? 1 : 0;
+                    shapeCount += qAlpha(drawing.pixel(x, y)) >= 128 ? 1 : 0;
+                }
+            }
+            EXPECT_GE(distinctCount, shapeCount / 2) << background.name().toStdString() << side;
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(BothGlyphs,
+                         TrayGlyphTests,
+                         testing::Values("P", checkmark),
+                         [](const auto& glyph) { return glyph.index == 0 ? "P" : "Checkmark"; });
+
+} // namespace

@@ -1,0 +1,382 @@
+#include "Platform/Linux/Tray/TrayStatusBar.h"
+#include "tests/Platform/Linux/Tray/TrayTest.h"
+#include "tests/Support/XEmbedTray.h"
+
+#include <gmock/gmock.h>
+
+#include <QMenu>
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using nlohmann::json;
+using platform::StatusBar;
+using testing::ElementsAre;
+using testing_support::XEmbedTray;
+
+const std::string checkmark = "\u2713";
+
+class TrayStatusBarTests : public tray_test::TrayTest {
+  protected:
+    bool waitForIconInHost() {
+        return turnUntil([this] { return host_->showsIcon(); });
+    }
+
+    static bool waitForWindows(XEmbedTray& tray, std::size_t count) {
+        return turnUntil([&] { return tray.iconCount() == count; });
+    }
+
+    static QMenu* openMenu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
+};
+
+TEST_F(TrayStatusBarTests, TheIconAppearsInTheTray) {
+    startHost();
+    makeItem();
+    ASSERT_TRUE(waitForIconInHost());
+    EXPECT_EQ(
+        host_->last("icon")["sizes"],
+        json({"16x16", "18x18", "22x22", "24x24", "32x32", "36x36", "44x44", "48x48", "64x64"}));
+    EXPECT_EQ(host_->count("registered"), 1U);
+}
+
+TEST_F(TrayStatusBarTests, TheItemSaysWhatItIs) {
+    startHost();
+    makeItem();
+    ASSERT_TRUE(waitForIconInHost());
+    const json values = ask("properties")["values"];
+    EXPECT_EQ(values["Category"], "ApplicationStatus");
+    EXPECT_EQ(values["Id"], "com.app.pastewise");
+    EXPECT_EQ(values["Title"], "Pastewise");
+    EXPECT_EQ(values["ToolTip"], "Pastewise");
+    EXPECT_EQ(values["Status"], "Active");
+    EXPECT_EQ(values["IconName"], "");
+    EXPECT_EQ(values["ItemIsMenu"], true);
+    EXPECT_EQ(values["Menu"], "/MenuBar");
+}
+
+TEST_F(TrayStatusBarTests, AnItemWithoutAMenuSaysSo) {
+    startHost();
+    item_ = statusBar_.makeStatusItem(StatusBar::variableLength);
+    item_->button()->setImage(picture("P"));
+    ASSERT_TRUE(waitForIconInHost());
+    const json values = ask("properties")["values"];
+    EXPECT_EQ(values["ItemIsMenu"], false);
+    EXPECT_EQ(values["Menu"], "/NO_DBUSMENU");
+}
+
+TEST_F(TrayStatusBarTests, TheMenuIsThereWithItsRows) {
+    startHost();
+    makeItem();
+    ASSERT_TRUE(waitForIconInHost());
+    const json menu = ask("menu");
+    EXPECT_EQ(menu["update"], true);
+    EXPECT_EQ(sample_.openingCount, 1);
+    const json& rows = menu["rows"];
+    ASSERT_EQ(rows.size(), 5U);
+    EXPECT_EQ(rows[0]["label"], "Opened: 1");
+    EXPECT_EQ(rows[0]["enabled"], false);
+    EXPECT_EQ(rows[1]["label"], "Clear__Saved & Time\u2026");
+    EXPECT_EQ(rows[2]["shortcut"], json::array({json::array({"Super", "comma"})}));
+    EXPECT_EQ(rows[3]["type"], "separator");
+    EXPECT_EQ(rows[4]["label"], "Quit");
+    EXPECT_EQ(rows[4]["shortcut"], json::array({json::array({"Super", "q"})}));
+    EXPECT_EQ(rows[4]["enabled"], true);
+}
+
+TEST_F(TrayStatusBarTests, ARowThatIsChosenInTheTrayDoesItsWork) {
+    startHost();
+    makeItem();
+    ASSERT_TRUE(waitForIconInHost());
+    EXPECT_FALSE(ask("choose Clear_Saved & Time\u2026").contains("error"));
+    EXPECT_TRUE(turnUntil([this] { return !sample_.chosen.empty(); }));
+    EXPECT_THAT(sample_.chosen, ElementsAre("clear"));
+}
+
+TEST_F(TrayStatusBarTests, RowsThatDoNotExistAreRefused) {
+    startHost();
+    makeItem();
+    ASSERT_TRUE(waitForIconInHost());
+    EXPECT_TRUE(ask("click 77").contains("error"));
+    EXPECT_FALSE(ask("click 5").contains("error"));
+}
+
+TEST_F(TrayStatusBarTests, ANewTitleReachesTheTrayWhileTheMenuIsOpen) {
+    startHost();
+    makeItem();
+    ASSERT_TRUE(waitForIconInHost());
+    ask("menu");
+    ask("opened");
+    sample_.information->setTitle("Time_Saved: 5m");
+    ASSERT_TRUE(turnUntil([this] {
+        return host_->last("rows-updated").value("rows", json::object()).value("1", "") ==
+               "Time__Saved: 5m";
+    }));
+    EXPECT_EQ(sample_.openingCount, 1);
+    EXPECT_EQ(ask("layout")["rows"][0]["label"], "Time__Saved: 5m");
+}
+
+TEST_F(TrayStatusBarTests, AnotherImageReachesTheTrayAtOnce) {
+    startHost();
+    makeItem();
+    ASSERT_TRUE(waitForIconInHost());
+    const json base = host_->last("icon")["digest"];
+    item_->button()->setImage(picture(checkmark));
+    ASSERT_TRUE(turnUntil([&] { return host_->last("icon")["digest"] != base; }));
+    item_->button()->setImage(picture("P"));
+    EXPECT_TRUE(turnUntil([&] { return host_->last("icon")["digest"] == base; }));
+}
+
+TEST_F(TrayStatusBarTests, NoImageIsShownWhereThePositionSaysSo) {
+    startHost();
+    makeItem();
+    ASSERT_TRUE(waitForIconInHost());
+    item_->button()->setImagePosition(platform::StatusBarButton::ImagePosition::noImage);
+    EXPECT_TRUE(turnUntil([this] { return host_->last("icon")["sizes"].empty(); }));
+    item_->button()->setImagePosition(platform::StatusBarButton::ImagePosition::imageOnly);
+    EXPECT_TRUE(turnUntil([this] { return !host_->last("icon")["sizes"].empty(); }));
+    item_->button()->setImage(nullptr);
+    EXPECT_TRUE(turnUntil([this] { return host_->last("icon")["sizes"].empty(); }));
+}
+
+TEST_F(TrayStatusBarTests, AClickThatTheTrayReportsOpensTheMenu) {
+    startHost();
+    makeItem();
+    ASSERT_TRUE(waitForIconInHost());
+    int openings = 0;
+    for (const std::string click : {"activate", "context", "secondary"}) {
+        EXPECT_FALSE(ask(click + " 300 200").contains("error"));
+        ASSERT_TRUE(turnUntil([] { return openMenu() != nullptr; })) << click;
+        EXPECT_EQ(openMenu()->pos(), QPoint(300, 200));
+        EXPECT_EQ(sample_.openingCount, ++openings);
+        openMenu()->close();
+    }
+}
+
+TEST_F(TrayStatusBarTests, AClickWithoutAPlaceOpensTheMenuAtThePointer) {
+    startHost();
+    makeItem();
+    ASSERT_TRUE(waitForIconInHost());
+    QCursor::setPos(120, 90);
+    ASSERT_TRUE(turnUntil([] { return QCursor::pos() == QPoint(120, 90); }));
+    ask("activate 0 0");
+    ASSERT_TRUE(turnUntil([] { return openMenu() != nullptr; }));
+    EXPECT_EQ(openMenu()->pos(), QPoint(120, 90));
+}
+
+TEST_F(TrayStatusBarTests, AClickWithoutAMenuIsTheButtonsAction) {
+    startHost();
+    item_ = statusBar_.makeStatusItem(StatusBar::variableLength);
+    int clicks = 0;
+    item_->button()->setImage(picture("P"));
+    ASSERT_TRUE(waitForIconInHost());
+    ask("activate 10 10");
+    QApplication::processEvents();
+    item_->button()->setAction([&clicks] { ++clicks; });
+    ask("activate 10 10");
+    EXPECT_TRUE(turnUntil([&] { return clicks == 1; }));
+}
+
+TEST_F(TrayStatusBarTests, TheItemLeavesTheTrayWhenItEnds) {
+    startHost();
+    makeItem();
+    ASSERT_TRUE(waitForIconInHost());
+    const auto button = item_->button();
+    item_.reset();
+    EXPECT_TRUE(turnUntil([this] { return host_->count("unregistered") == 1; }));
+    button->setImage(picture(checkmark));
+    makeItem();
+    EXPECT_TRUE(waitForIconInHost());
+}
+
+TEST_F(TrayStatusBarTests, ThereIsRoomForOneItem) {
+    startHost();
+    makeItem();
+    ASSERT_TRUE(waitForIconInHost());
+    const auto other = statusBar_.makeStatusItem(StatusBar::variableLength);
+    EXPECT_EQ(other->button(), nullptr);
+    other->setMenu(sample_.menu);
+    EXPECT_TRUE(host_->showsIcon());
+    EXPECT_EQ(host_->count("registered"), 1U);
+}
+
+TEST_F(TrayStatusBarTests, TheIconAppearsInATrayThatComesLate) {
+    makeItem();
+    QApplication::processEvents();
+    startHost();
+    EXPECT_TRUE(waitForIconInHost());
+    EXPECT_EQ(host_->count("registered"), 1U);
+}
+
+TEST_F(TrayStatusBarTests, TheIconAppearsAgainAfterTheTrayHasStartedAgain) {
+    startHost();
+    makeItem();
+    ASSERT_TRUE(waitForIconInHost());
+    for (int restart = 0; restart < 3; ++restart) {
+        startHost();
+        ASSERT_TRUE(waitForIconInHost());
+        EXPECT_EQ(host_->count("registered"), 1U);
+    }
+    EXPECT_EQ(ask("menu")["rows"].size(), 5U);
+}
+
+TEST_F(TrayStatusBarTests, WithoutAnyTrayNothingIsShownAndNothingFails) {
+    makeItem();
+    startHost({"--no-watcher"});
+    EXPECT_TRUE(ask("menu").contains("error"));
+    EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty());
+}
+
+TEST_F(TrayStatusBarTests, NoWidgetIsMadeForATrayOnTheBus) {
+    startHost();
+    makeItem();
+    ASSERT_TRUE(waitForIconInHost());
+    ask("menu");
+    EXPECT_TRUE(QApplication::allWidgets().isEmpty());
+}
+
+TEST_F(TrayStatusBarTests, ATrayThatTakesWindowsGetsAWindow) {
+    XEmbedTray tray(session_.display());
+    makeItem();
+    EXPECT_TRUE(waitForWindows(tray, 1));
+}
+
+TEST_F(TrayStatusBarTests, TheWindowShowsTheImageOfTheMoment) {
+    XEmbedTray tray(session_.display());
+    makeItem();
+    ASSERT_TRUE(waitForWindows(tray, 1));
+    // Of white and dark pixels, how many there are tells the two pictures apart.
+    const auto darkCount = [&tray] {
+        const auto pixels = tray.iconPixels();
+        return std::count_if(
+            pixels.begin(), pixels.end(), [](std::uint8_t value) { return value < 64; });
+    };
+    std::vector<long> counts;
+    for (const std::string glyph : {"P", checkmark.c_str(), "P"}) {
+        item_->button()->setImage(picture(glyph));
+        long count = 0;
+        // The picture is there once it does not change any more.
+        ASSERT_TRUE(turnUntil([&] {
+            const long before = std::exchange(count, darkCount());
+            return count > 0 && count == before && (counts.empty() || count != counts.back());
+        })) << glyph;
+        counts.push_back(count);
+    }
+    EXPECT_EQ(counts[0], counts[2]);
+    item_.reset();
+    EXPECT_TRUE(waitForWindows(tray, 0));
+}
+
+TEST_F(TrayStatusBarTests, EachButtonOpensTheMenuOfTheWindow) {
+    XEmbedTray tray(session_.display());
+    makeItem();
+    ASSERT_TRUE(waitForWindows(tray, 1));
+    int openings = 0;
+    for (const int button : {1, 3, 2}) {
+        tray.clickIcon(button);
+        ASSERT_TRUE(turnUntil([] { return openMenu() != nullptr; })) << button;
+        EXPECT_EQ(sample_.openingCount, ++openings);
+        openMenu()->close();
+    }
+}
+
+TEST_F(TrayStatusBarTests, ATrayForWindowsMayComeLateAndStartAgain) {
+    makeItem();
+    startHost({"--no-host"});
+    auto tray = std::make_unique<XEmbedTray>(session_.display());
+    ASSERT_TRUE(waitForWindows(*tray, 1));
+    for (int restart = 0; restart < 3; ++restart) {
+        tray.reset();
+        QApplication::processEvents();
+        tray = std::make_unique<XEmbedTray>(session_.display());
+        ASSERT_TRUE(waitForWindows(*tray, 1)) << restart;
+    }
+}
+
+TEST_F(TrayStatusBarTests, AnotherTrayForWindowsTakesTheWindowOver) {
+    makeItem();
+    auto first = std::make_unique<XEmbedTray>(session_.display());
+    ASSERT_TRUE(waitForWindows(*first, 1));
+    XEmbedTray second(session_.display());
+    first.reset();
+    EXPECT_TRUE(waitForWindows(second, 1));
+}
+
+TEST_F(TrayStatusBarTests, TheIconMovesBetweenTheKindsOfTraysAndIsInOnePlace) {
+    XEmbedTray tray(session_.display());
+    startHost({"--no-host"});
+    makeItem();
+    ASSERT_TRUE(waitForWindows(tray, 1));
+    for (int round = 0; round < 3; ++round) {
+        ask("host on");
+        ASSERT_TRUE(waitForWindows(tray, 0)) << round;
+        EXPECT_TRUE(waitForIconInHost());
+        ask("host off");
+        ASSERT_TRUE(waitForWindows(tray, 1)) << round;
+    }
+    for (int round = 0; round < 3; ++round) {
+        ask("host on");
+        ASSERT_TRUE(waitForWindows(tray, 0)) << round;
+        ask("watcher off");
+        ASSERT_TRUE(waitForWindows(tray, 1)) << round;
+        ask("watcher on");
+        ASSERT_TRUE(waitForWindows(tray, 0)) << round;
+        ask("host off");
+        ASSERT_TRUE(waitForWindows(tray, 1)) << round;
+    }
+    EXPECT_EQ(host_->count("unregistered"), 0U);
+}
+
+TEST_F(TrayStatusBarTests, TheToolkitNeverPutsAnItemOfItsOwnOnTheBus) {
+    XEmbedTray tray(session_.display());
+    startHost({"--no-watcher"});
+    makeItem();
+    ASSERT_TRUE(waitForWindows(tray, 1));
+    ask("watcher on");
+    ASSERT_TRUE(waitForWindows(tray, 0));
+    ASSERT_TRUE(waitForIconInHost());
+    ask("watcher off");
+    ASSERT_TRUE(waitForWindows(tray, 1));
+    ask("watcher on");
+    ASSERT_TRUE(waitForWindows(tray, 0));
+    ASSERT_TRUE(turnUntil([this] { return host_->count("registered") == 2; }));
+    EXPECT_EQ(
+        host_->last("registered")["service"].get<std::string>().find("org.kde.StatusNotifierItem-"),
+        0U);
+}
+
+TEST_F(TrayStatusBarTests, TheIconBecomesAWindowWhenTheBusEnds) {
+    XEmbedTray tray(session_.display());
+    startHost();
+    makeItem();
+    ASSERT_TRUE(waitForIconInHost());
+    EXPECT_EQ(tray.iconCount(), 0U);
+    session_.killBus();
+    EXPECT_TRUE(waitForWindows(tray, 1));
+    item_->button()->setImage(picture(checkmark));
+    sample_.information->setTitle("nobody on the bus hears");
+    item_.reset();
+    EXPECT_TRUE(waitForWindows(tray, 0));
+}
+
+TEST_F(TrayStatusBarTests, WithoutABusTheIconIsAWindow) {
+    XEmbedTray tray(session_.display());
+    platform::TrayStatusBar bar(QDBusConnection("no such bus"), managerSelectionMaker());
+    const auto item = bar.makeStatusItem(StatusBar::variableLength);
+    item->button()->setImage(picture("P"));
+    EXPECT_TRUE(waitForWindows(tray, 1));
+}
+
+TEST_F(TrayStatusBarTests, WithoutBusAndXServerNothingIsShown) {
+    platform::TrayStatusBar bar(QDBusConnection("no such bus"), {});
+    const auto item = bar.makeStatusItem(StatusBar::variableLength);
+    item->button()->setImage(picture("P"));
+    item->setMenu(sample_.menu);
+    QApplication::processEvents();
+    EXPECT_TRUE(QApplication::allWidgets().isEmpty());
+}
+
+} // namespace
