@@ -1,7 +1,5 @@
 #include "Platform/Linux/X11/X11Modifiers.h"
 
-#include "HotKey/ModifierFlags.h"
-
 #include <linux/input-event-codes.h>
 
 #include <algorithm>
@@ -155,6 +153,23 @@ std::optional<std::uint16_t> X11Modifiers::mask(std::uint32_t carbonModifiers) c
         carbonModifiers &= ~carbonModifier;
     }
     return carbonModifiers == 0 ? std::optional(mask) : std::nullopt;
+}
+
+hotkey::ModifierFlags X11Modifiers::modifierFlags(std::uint16_t state) const {
+    using hotkey::ModifierFlags;
+    const std::array<std::pair<ModifierFlags, std::uint16_t>, 5> meanings{
+        {{ModifierFlags::command, command_},
+         {ModifierFlags::option, option_},
+         {ModifierFlags::control, control_},
+         {ModifierFlags::shift, shift_},
+         {ModifierFlags::capsLock, XCB_MOD_MASK_LOCK}}};
+    ModifierFlags flags;
+    for (const auto& [flag, mask] : meanings) {
+        if ((state & mask) != 0) {
+            flags = flags | flag;
+        }
+    }
+    return flags;
 }
 
 std::uint16_t X11Modifiers::heldModifiers(std::uint16_t state) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "HotKey/ModifierFlags.h"
 #include "Platform/Linux/X11/X11Connection.h"
 
 #include <cstdint>
@@ -18,6 +19,10 @@ class X11Modifiers {
     /// The bits of a Carbon modifier mask. None when the keyboard has no such modifier, or Carbon's
     /// mask holds one without a counterpart.
     [[nodiscard]] std::optional<std::uint16_t> mask(std::uint32_t carbonModifiers) const;
+
+    /// The modifiers of an event's state by their meaning: command, option, control and shift when
+    /// they are held, Caps Lock when it is on.
+    [[nodiscard]] hotkey::ModifierFlags modifierFlags(std::uint16_t state) const;
 
     /// The modifiers of an event's state that are held down: without the locks, the pointer's
     /// buttons and the layout group, all of which share that state.

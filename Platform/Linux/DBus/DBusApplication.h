@@ -1,0 +1,62 @@
+#pragma once
+
+#include "Platform/Application.h"
+#include "Platform/Linux/DBus/DBusApplicationObject.h"
+
+#include <QDBusConnection>
+#include <QString>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+/// The program on the session bus, under a name that only one process can have: com.app.pastewise.
+/// Other programs start it a second time, open its preferences or have it convert through that
+/// name.
+///
+/// When the bus goes away the program goes on without it and does not come back to a new one.
+/// Needs the QCoreApplication, whose event loop calls what is asked for, and ends before it. Main
+/// thread only.
+class DBusApplication {
+  public:
+    enum class Claim : std::uint8_t {
+        first,          ///< The name is this process's until the object goes.
+        alreadyRunning, ///< Another process has the name and was asked to open its preferences.
+        noBus           ///< There is no session bus, or none that answers in time.
+    };
+
+    DBusApplication();
+
+    /// Gives the name back.
+    ~DBusApplication();
+    DBusApplication(const DBusApplication&) = delete;
+    DBusApplication& operator=(const DBusApplication&) = delete;
+    DBusApplication(DBusApplication&&) = delete;
+    DBusApplication& operator=(DBusApplication&&) = delete;
+
+    /// Takes the name, or does what a second start does. Waits at most a few seconds for a bus or a
+    /// process that hangs. Called once.
+    Claim claim();
+
+    /// The connection that the name belongs to, for whoever has other business on the bus; one that
+    /// is not connected where there is no bus. Valid once the name was asked for.
+    [[nodiscard]] QDBusConnection connection() const { return QDBusConnection(connectionName_); }
+
+    /// What is called from now on. Requests that came before the first call are answered from the
+    /// event loop soon after it.
+    void setRequests(Application::Requests requests);
+
+  private:
+    Claim claimName(QDBusConnection& connection);
+    void handle(DBusRequest request);
+    void perform(DBusRequest request) const;
+
+    QString connectionName_;
+    DBusApplicationObject object_;
+    std::optional<Application::Requests> requests_;
+    std::vector<DBusRequest> earlyRequests_;
+};
+
+} // namespace platform

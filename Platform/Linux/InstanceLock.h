@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+
+namespace platform {
+
+/// Keeps a second instance of the program from starting where there is no session bus to tell: a
+/// lock on a file, which the system drops with the process, however that ends. Main thread only.
+class InstanceLock {
+  public:
+    enum class Result : std::uint8_t {
+        acquired,
+        taken,      ///< Another process holds it.
+        unavailable ///< The file cannot be locked, so nobody can tell.
+    };
+
+    /// Makes the file where there is none, readable for the user alone; it stays when the lock
+    /// goes.
+    explicit InstanceLock(const std::filesystem::path& path);
+
+    /// Gives the lock back.
+    ~InstanceLock();
+    InstanceLock(const InstanceLock&) = delete;
+    InstanceLock& operator=(const InstanceLock&) = delete;
+    InstanceLock(InstanceLock&&) = delete;
+    InstanceLock& operator=(InstanceLock&&) = delete;
+
+    /// com.app.pastewise.lock in $XDG_RUNTIME_DIR, which ends with the user's last session. Empty,
+    /// a path that cannot be locked, where that is unset or not absolute.
+    [[nodiscard]] static std::filesystem::path defaultPath();
+
+    [[nodiscard]] Result result() const { return result_; }
+
+  private:
+    int descriptor_ = -1;
+    Result result_ = Result::unavailable;
+};
+
+} // namespace platform

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "Platform/Window.h"
+
+#include <memory>
+#include <string>
+
+class QWidget;
+
+namespace platform {
+
+/// A plain top-level widget, so Escape does not close it. Its content is as large as was asked, or
+/// larger where that is too small for the views in it.
+class QtWindow final : public Window {
+  public:
+    QtWindow(Rect contentRect, WindowStyle style);
+    ~QtWindow() override;
+    QtWindow(const QtWindow&) = delete;
+    QtWindow& operator=(const QtWindow&) = delete;
+    QtWindow(QtWindow&&) = delete;
+    QtWindow& operator=(QtWindow&&) = delete;
+
+    void setTitle(std::string title) override;
+    void center() override;
+    void setContentViewController(ViewController& controller) override;
+    void makeKeyAndOrderFront() override;
+    void close() override;
+    [[nodiscard]] bool isVisible() const override;
+
+  private:
+    class Frame;
+
+    std::unique_ptr<Frame> frame_;
+};
+
+} // namespace platform

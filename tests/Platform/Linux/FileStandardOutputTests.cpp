@@ -1,0 +1,154 @@
+#include "Platform/Linux/FileStandardOutput.h"
+#include "tests/Support/TemporaryFolder.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <string>
+#include <thread>
+
+namespace {
+
+using platform::FileStandardOutput;
+
+class FileStandardOutputTests : public testing::Test {
+  public:
+    FileStandardOutputTests() {
+        if (pipe2(pipe_.data(), O_CLOEXEC) != 0) {
+            std::abort();
+        }
+    }
+
+    ~FileStandardOutputTests() override {
+        closeReader();
+        closeWriter();
+    }
+
+    FileStandardOutputTests(const FileStandardOutputTests&) = delete;
+    FileStandardOutputTests& operator=(const FileStandardOutputTests&) = delete;
+    FileStandardOutputTests(FileStandardOutputTests&&) = delete;
+    FileStandardOutputTests& operator=(FileStandardOutputTests&&) = delete;
+
+  protected:
+    void closeReader() { closeOnce(pipe_[0]); }
+
+    void closeWriter() { closeOnce(pipe_[1]); }
+
+    [[nodiscard]] int writer() const { return pipe_[1]; }
+
+    /// What comes until everything is there or nobody writes any more.
+    std::string read(std::size_t size) {
+        std::string text(size, '\0');
+        std::size_t done = 0;
+        while (done < size) {
+            const ssize_t count = ::read(pipe_[0], text.data() + done, size - done);
+            if (count <= 0) {
+                break;
+            }
+            done += static_cast<std::size_t>(count);
+        }
+        text.resize(done);
+        return text;
+    }
+
+  private:
+    static void closeOnce(int& descriptor) {
+        if (descriptor >= 0) {
+            close(descriptor);
+        }
+        descriptor = -1;
+    }
+
+    std::array<int, 2> pipe_{-1, -1};
+};
+
+TEST_F(FileStandardOutputTests, WritesEachLineThroughAtOnce) {
+    FileStandardOutput output(writer());
+    output.writeLine("Checking");
+    EXPECT_EQ(read(9), "Checking\n");
+    output.writeLine("");
+    EXPECT_EQ(read(1), "\n");
+    output.writeLine(std::string_view("zero\0\xC3\xA9", 7));
+    EXPECT_EQ(read(8), std::string("zero\0\xC3\xA9\n", 8));
+}
+
+TEST_F(FileStandardOutputTests, WritesALineWholeThatTakesManyWritings) {
+    const std::string line(1'000'000, 'x');
+    std::string received;
+    std::thread reader([&] { received = read(line.size() + 1); });
+    FileStandardOutput(writer()).writeLine(line);
+    reader.join();
+    EXPECT_EQ(received, line + "\n");
+}
+
+TEST_F(FileStandardOutputTests, GoesOnAfterASignal) {
+    struct sigaction previous {};
+
+    struct sigaction interrupting {};
+
+    interrupting.sa_handler = [](int /*signal*/) {};
+    ASSERT_EQ(sigaction(SIGALRM, &interrupting, &previous), 0);
+    const itimerval everyMillisecond{.it_interval = {.tv_sec = 0, .tv_usec = 1000},
+                                     .it_value = {.tv_sec = 0, .tv_usec = 1000}};
+    const std::string line(1'000'000, 'x');
+    std::string received;
+    std::thread reader([&] {
+        // The signals are for the thread that writes.
+        sigset_t alarm{};
+        sigemptyset(&alarm);
+        sigaddset(&alarm, SIGALRM);
+        pthread_sigmask(SIG_BLOCK, &alarm, nullptr);
+        while (received.size() < line.size() + 1) {
+            usleep(200);
+            received += read(std::min<std::size_t>(16384, line.size() + 1 - received.size()));
+        }
+    });
+    setitimer(ITIMER_REAL, &everyMillisecond, nullptr);
+    FileStandardOutput(writer()).writeLine(line);
+    const itimerval never{};
+    setitimer(ITIMER_REAL, &never, nullptr);
+    reader.join();
+    sigaction(SIGALRM, &previous, nullptr);
+    EXPECT_EQ(received, line + "\n");
+}
+
+TEST_F(FileStandardOutputTests, LosesALineThatNobodyReads) {
+    EXPECT_EXIT(
+        {
+            static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+            closeReader();
+            FileStandardOutput output(writer());
+            output.writeLine("lost");
+            output.writeLine("lost");
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0),
+        "");
+}
+
+TEST_F(FileStandardOutputTests, NeverWritesIntoAFileThatTookTheNumberOfAClosedOne) {
+    const int number = writer();
+    closeWriter();
+    FileStandardOutput output(number);
+    const testing_support::TemporaryFolder folder;
+    const auto path = folder.path() / "other";
+    const int other = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    ASSERT_EQ(other, number);
+    output.writeLine("lost");
+    EXPECT_EQ(std::filesystem::file_size(path), 0U);
+    close(other);
+}
+
+TEST_F(FileStandardOutputTests, LosesALineThatAFullDiskDoesNotTake) {
+    const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);
+    ASSERT_GE(full, 0);
+    FileStandardOutput(full).writeLine("lost");
+    close(full);
+}
+
+} // namespace

@@ -1,0 +1,451 @@
+#include "Platform/Linux/Qt/QtKeyDownMonitors.h"
+#include "Platform/Linux/X11/X11KeyboardModifiers.h"
+#include "tests/Support/OtherX11Program.h"
+#include "tests/Support/QtDesktop.h"
+#include "tests/Support/QtTestLoop.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <linux/input-event-codes.h>
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QShortcut>
+#include <QVBoxLayout>
+#include <QWindow>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using foundation::ObserverToken;
+using platform::KeyEvent;
+using testing::ElementsAre;
+using testing::Pair;
+using testing_support::QtTestLoop;
+
+constexpr std::uint64_t capsLock = 0x10000;
+constexpr std::uint64_t shift = 0x20000;
+constexpr std::uint64_t control = 0x40000;
+constexpr std::uint64_t option = 0x80000;
+constexpr std::uint64_t command = 0x100000;
+constexpr std::uint64_t numericPad = 0x200000;
+constexpr std::uint64_t function = 0x800000;
+
+constexpr std::uint32_t carbonF12 = 0x6F;
+constexpr int mod3Index = 5;
+constexpr int mod4Index = 6;
+
+/// A window to type into, with a button below the line.
+class Form final : public QWidget {
+  public:
+    Form() {
+        auto* const layout = new QVBoxLayout(this);
+        layout->addWidget(&line);
+        layout->addWidget(&button);
+        connect(&button, &QPushButton::clicked, this, [this] { ++clickCount; });
+    }
+
+    QLineEdit line;
+    QPushButton button{"Button"};
+    int clickCount = 0;
+    int releaseCount = 0;
+
+  protected:
+    void keyReleaseEvent(QKeyEvent* event) override {
+        ++releaseCount;
+        QWidget::keyReleaseEvent(event);
+    }
+};
+
+class QtKeyDownMonitorsTests : public testing::Test {
+  protected:
+    void SetUp() override {
+        form_.show();
+        form_.activateWindow();
+        ASSERT_TRUE(desktop_.waitForFocus(form_));
+        form_.line.setFocus();
+    }
+
+    /// A monitor that notes each press and swallows it.
+    ObserverToken record() {
+        return monitors_.addLocalMonitor([this](const KeyEvent& event) {
+            presses_.emplace_back(event.keyCode, event.modifierFlags.rawValue);
+            if (onPress_) {
+                onPress_();
+            }
+            return std::optional<KeyEvent>();
+        });
+    }
+
+    /// The presses noted so far. Keys have their effect in order, so one more is waited for.
+    std::vector<std::pair<std::uint32_t, std::uint64_t>> presses() {
+        keyboard().tap(KEY_F12);
+        EXPECT_TRUE(QtTestLoop::turnUntil(
+            [this] { return !presses_.empty() && presses_.back().first == carbonF12; }));
+        presses_.pop_back();
+        return std::exchange(presses_, {});
+    }
+
+    /// Types into the line and waits for it to be there, so that every key before had its effect.
+    [[nodiscard]] bool lineSoonHolds(const std::string& text) const {
+        return QtTestLoop::turnUntil([&] { return form_.line.text().toStdString() == text; });
+    }
+
+    [[nodiscard]] testing_support::FakeKeyboard& keyboard() { return desktop_.keyboard(); }
+
+    testing_support::QtDesktop desktop_;
+    Form form_;
+    platform::X11KeyboardModifiers modifiers_;
+    platform::QtKeyDownMonitors monitors_{&modifiers_};
+    std::vector<std::pair<std::uint32_t, std::uint64_t>> presses_;
+    std::function<void()> onPress_;
+};
+
+TEST_F(QtKeyDownMonitorsTests, SeesALetterWithItsModifiers) {
+    record();
+    keyboard().tapTogether({KEY_LEFTMETA, KEY_LEFTSHIFT, KEY_K});
+    keyboard().tapTogether({KEY_LEFTCTRL, KEY_LEFTALT, KEY_5});
+    keyboard().tap(KEY_G);
+    keyboard().tapTogether({KEY_RIGHTMETA, KEY_RIGHTCTRL, KEY_RIGHTALT, KEY_RIGHTSHIFT, KEY_G});
+    EXPECT_THAT(presses(),
+                ElementsAre(Pair(40, command | shift),
+                            Pair(23, control | option),
+                            Pair(5, 0),
+                            Pair(5, command | control | option | shift)));
+}
+
+TEST_F(QtKeyDownMonitorsTests, SeesEscapeTabSpaceAndReturn) {
+    record();
+    keyboard().tap(KEY_ESC);
+    keyboard().tap(KEY_TAB);
+    keyboard().tapTogether({KEY_LEFTSHIFT, KEY_TAB});
+    keyboard().tap(KEY_SPACE);
+    keyboard().tap(KEY_ENTER);
+    keyboard().tap(KEY_BACKSPACE);
+    EXPECT_THAT(
+        presses(),
+        ElementsAre(
+            Pair(53, 0), Pair(48, 0), Pair(48, shift), Pair(49, 0), Pair(36, 0), Pair(51, 0)));
+    EXPECT_TRUE(form_.line.hasFocus());
+}
+
+TEST_F(QtKeyDownMonitorsTests, SetsTheFunctionFlagForArrowsFKeysAndNavigationKeys) {
+    record();
+    keyboard().tapTogether({KEY_LEFTMETA, KEY_LEFT});
+    for (const int key : {KEY_RIGHT,
+                          KEY_DOWN,
+                          KEY_UP,
+                          KEY_F5,
+                          KEY_HOME,
+                          KEY_END,
+                          KEY_PAGEUP,
+                          KEY_PAGEDOWN,
+                          KEY_DELETE,
+                          KEY_INSERT}) {
+        keyboard().tap(key);
+    }
+    EXPECT_THAT(presses(),
+                ElementsAre(Pair(123, command | function | numericPad),
+                            Pair(124, function | numericPad),
+                            Pair(125, function | numericPad),
+                            Pair(126, function | numericPad),
+                            Pair(96, function),
+                            Pair(115, function),
+                            Pair(119, function),
+                            Pair(116, function),
+                            Pair(121, function),
+                            Pair(117, function),
+                            Pair(114, function)));
+}
+
+TEST_F(QtKeyDownMonitorsTests, SetsTheNumericPadFlagForTheKeysThereWhateverNumLockSays) {
+    record();
+    keyboard().tap(KEY_KP5);
+    keyboard().tap(KEY_KPENTER);
+    keyboard().tap(KEY_NUMLOCK);
+    keyboard().tap(KEY_KP5);
+    keyboard().tap(KEY_KP4);
+    EXPECT_THAT(presses(),
+                ElementsAre(Pair(87, numericPad),
+                            Pair(76, numericPad),
+                            Pair(87, numericPad),
+                            Pair(86, numericPad)));
+}
+
+TEST_F(QtKeyDownMonitorsTests, SetsTheCapsLockFlagWhileCapsLockIsOn) {
+    record();
+    keyboard().tap(KEY_CAPSLOCK);
+    keyboard().tap(KEY_G);
+    keyboard().tap(KEY_CAPSLOCK);
+    keyboard().tap(KEY_G);
+    EXPECT_THAT(presses(), ElementsAre(Pair(5, capsLock), Pair(5, 0)));
+}
+
+TEST_F(QtKeyDownMonitorsTests, LeavesModifierKeysAlone) {
+    record();
+    for (const int key : {KEY_LEFTSHIFT,
+                          KEY_RIGHTCTRL,
+                          KEY_LEFTALT,
+                          KEY_LEFTMETA,
+                          KEY_CAPSLOCK,
+                          KEY_CAPSLOCK,
+                          KEY_NUMLOCK,
+                          KEY_NUMLOCK}) {
+        keyboard().tap(key);
+    }
+    EXPECT_THAT(presses(), ElementsAre());
+}
+
+TEST_F(QtKeyDownMonitorsTests, KnowsAKeyWithoutACarbonCodeAsOne) {
+    record();
+    keyboard().tap(KEY_COMPOSE);
+    EXPECT_THAT(presses(), ElementsAre(Pair(KeyEvent::noKeyCode, 0)));
+}
+
+TEST_F(QtKeyDownMonitorsTests, KnowsAPressThatNoKeyboardSentAsOneWithoutAKeyCode) {
+    record();
+    QKeyEvent event(QEvent::KeyPress, Qt::Key_G, Qt::ControlModifier, "g");
+    EXPECT_TRUE(QCoreApplication::sendEvent(form_.windowHandle(), &event));
+    EXPECT_EQ(presses_.size(), 1U);
+    EXPECT_EQ(presses_.at(0).first, KeyEvent::noKeyCode);
+    EXPECT_EQ(form_.line.text(), "");
+}
+
+class QtKeyLayoutTests : public QtKeyDownMonitorsTests,
+                         public testing::WithParamInterface<const char*> {};
+
+TEST_P(QtKeyLayoutTests, KnowsKeysByTheirPlace) {
+    desktop_.setLayout({GetParam()});
+    record();
+    keyboard().tapTogether({KEY_LEFTMETA, KEY_LEFTSHIFT, KEY_K});
+    keyboard().tapTogether({KEY_LEFTMETA, KEY_Z});
+    keyboard().tapTogether({KEY_LEFTCTRL, KEY_LEFTALT, KEY_5});
+    keyboard().tap(KEY_102ND);
+    EXPECT_THAT(
+        presses(),
+        ElementsAre(
+            Pair(40, command | shift), Pair(6, command), Pair(23, control | option), Pair(10, 0)));
+}
+
+INSTANTIATE_TEST_SUITE_P(Layouts,
+                         QtKeyLayoutTests,
+                         testing::Values("us", "ru", "gr", "de"),
+                         [](const auto& layout) { return std::string(layout.param); });
+
+TEST_F(QtKeyDownMonitorsTests, TakesTheKeyForTheThirdLevelForNoModifierOfItsOwn) {
+    desktop_.setLayout({"de"});
+    record();
+    keyboard().tapTogether({KEY_RIGHTALT, KEY_E});
+    EXPECT_THAT(presses(), ElementsAre(Pair(14, 0)));
+}
+
+TEST_F(QtKeyDownMonitorsTests, FollowsSuperToAnotherModifierBit) {
+    testing_support::OtherX11Program(desktop_.session().display())
+        .moveModifierKeys(mod4Index, mod3Index);
+    record();
+    keyboard().tapTogether({KEY_LEFTMETA, KEY_G});
+    EXPECT_THAT(presses(), ElementsAre(Pair(5, command)));
+}
+
+TEST_F(QtKeyDownMonitorsTests, TellsSuperFromAltWhereBothAreMeta) {
+    desktop_.setLayout({"us", "-option", "altwin:alt_super_win"});
+    record();
+    keyboard().tapTogether({KEY_LEFTALT, KEY_G});
+    keyboard().tapTogether({KEY_LEFTMETA, KEY_G});
+    desktop_.setLayout({"us", "-option", "-option", "altwin:meta_alt"});
+    keyboard().tapTogether({KEY_LEFTALT, KEY_G});
+    keyboard().tapTogether({KEY_LEFTMETA, KEY_G});
+    EXPECT_THAT(presses(),
+                ElementsAre(Pair(5, option), Pair(5, command), Pair(5, option), Pair(5, command)));
+}
+
+TEST_F(QtKeyDownMonitorsTests, ReadsTheModifiersAsQtDoesWhereNobodyKnowsBetter) {
+    platform::QtKeyDownMonitors monitors(nullptr);
+    std::uint64_t flags = 0;
+    const auto token = monitors.addLocalMonitor([&](const KeyEvent& event) {
+        flags = event.modifierFlags.rawValue;
+        return std::optional<KeyEvent>();
+    });
+    keyboard().tap(KEY_CAPSLOCK);
+    keyboard().tapTogether({KEY_LEFTMETA, KEY_LEFTCTRL, KEY_LEFTALT, KEY_LEFTSHIFT, KEY_G});
+    EXPECT_TRUE(QtTestLoop::turnUntil([&] {
+        return flags == (command | control | option | shift | capsLock);
+    })) << std::hex
+        << flags;
+    monitors.removeMonitor(token);
+}
+
+TEST_F(QtKeyDownMonitorsTests, SwallowsPressesAndTheirReleases) {
+    const auto token = record();
+    form_.button.setFocus();
+    keyboard().tap(KEY_SPACE);
+    keyboard().tap(KEY_ENTER);
+    keyboard().tap(KEY_TAB);
+    form_.releaseCount = 0;
+    EXPECT_EQ(presses().size(), 3U);
+    EXPECT_TRUE(form_.button.hasFocus());
+    EXPECT_EQ(form_.clickCount, 0);
+    EXPECT_EQ(form_.releaseCount, 0);
+    monitors_.removeMonitor(token);
+    keyboard().tap(KEY_SPACE);
+    EXPECT_TRUE(QtTestLoop::turnUntil([&] { return form_.clickCount == 1; }));
+}
+
+TEST_F(QtKeyDownMonitorsTests, LetsAnEventThatTheHandlerReturnsGoOn) {
+    int count = 0;
+    static_cast<void>(monitors_.addLocalMonitor([&](const KeyEvent& event) {
+        ++count;
+        return std::optional(event);
+    }));
+    keyboard().tap(KEY_A);
+    keyboard().tapTogether({KEY_LEFTSHIFT, KEY_B});
+    EXPECT_TRUE(lineSoonHolds("aB"));
+    EXPECT_EQ(count, 2);
+}
+
+TEST_F(QtKeyDownMonitorsTests, AsksTheMonitorsInTheirOrderUntilOneSwallows) {
+    std::string notes;
+    static_cast<void>(monitors_.addLocalMonitor([&](const KeyEvent& event) {
+        notes += 'a';
+        return std::optional(event);
+    }));
+    record();
+    static_cast<void>(monitors_.addLocalMonitor([&](const KeyEvent& event) {
+        notes += 'c';
+        return std::optional(event);
+    }));
+    keyboard().tap(KEY_G);
+    EXPECT_THAT(presses(), ElementsAre(Pair(5, 0)));
+    EXPECT_EQ(notes, "aa");
+    EXPECT_EQ(form_.line.text(), "");
+}
+
+TEST_F(QtKeyDownMonitorsTests, ComesBeforeTheShortcutsOfTheWindow) {
+    QShortcut shortcut(QKeySequence("Ctrl+K"), &form_);
+    int count = 0;
+    QObject::connect(&shortcut, &QShortcut::activated, &form_, [&] { ++count; });
+    const auto token = record();
+    keyboard().tapTogether({KEY_LEFTCTRL, KEY_K});
+    EXPECT_THAT(presses(), ElementsAre(Pair(40, control)));
+    EXPECT_EQ(count, 0);
+    monitors_.removeMonitor(token);
+    static_cast<void>(
+        monitors_.addLocalMonitor([&](const KeyEvent& e) { return std::optional(e); }));
+    keyboard().tapTogether({KEY_LEFTCTRL, KEY_K});
+    EXPECT_TRUE(QtTestLoop::turnUntil([&] { return count == 1; }));
+}
+
+TEST_F(QtKeyDownMonitorsTests, SeesTheRepetitionsOfAHeldKey) {
+    record();
+    keyboard().press(KEY_G);
+    EXPECT_TRUE(QtTestLoop::turnUntil([&] { return presses_.size() >= 4; }));
+    keyboard().release(KEY_G);
+    EXPECT_THAT(presses(), testing::Each(Pair(5, 0)));
+}
+
+TEST_F(QtKeyDownMonitorsTests, KeepsAPressFromTheWindowsToItsEndAfterTheMonitorIsGone) {
+    const auto token = record();
+    onPress_ = [&] { monitors_.removeMonitor(token); };
+    form_.button.setFocus();
+    keyboard().press(KEY_LEFTCTRL);
+    keyboard().press(KEY_SPACE);
+    ASSERT_TRUE(QtTestLoop::turnUntil([&] { return presses_.size() == 1; }));
+
+    class Counter final : public QObject {
+      public:
+        bool eventFilter(QObject* receiver, QEvent* event) override {
+            count += receiver->isWindowType() && event->type() == QEvent::KeyPress ? 1 : 0;
+            return false;
+        }
+
+        int count = 0;
+    } repetitions;
+
+    // Installed last, it comes before the monitors.
+    QCoreApplication::instance()->installEventFilter(&repetitions);
+    EXPECT_TRUE(QtTestLoop::turnUntil([&] { return repetitions.count >= 4; }));
+    QCoreApplication::instance()->removeEventFilter(&repetitions);
+    keyboard().release(KEY_SPACE);
+    keyboard().release(KEY_LEFTCTRL);
+    keyboard().tap(KEY_TAB);
+    EXPECT_TRUE(QtTestLoop::turnUntil([&] { return form_.line.hasFocus(); }));
+    EXPECT_EQ(presses_.size(), 1U);
+    EXPECT_EQ(form_.clickCount, 0);
+}
+
+TEST_F(QtKeyDownMonitorsTests, TakesAReleaseAndAPressOfTheSameTimeForARepetition) {
+    const auto token = record();
+    onPress_ = [&] { monitors_.removeMonitor(token); };
+    form_.button.setFocus();
+    const auto send = [this](QEvent::Type type, quint64 time) {
+        constexpr quint32 nativeSpace = KEY_SPACE + 8;
+        QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier, nativeSpace, ' ', 0, " ");
+        event.setTimestamp(time);
+        QCoreApplication::sendEvent(form_.windowHandle(), &event);
+    };
+    send(QEvent::KeyPress, 10);
+    send(QEvent::KeyRelease, 20);
+    send(QEvent::KeyPress, 20);
+    send(QEvent::KeyRelease, 30);
+    EXPECT_EQ(form_.clickCount, 0);
+    send(QEvent::KeyPress, 40);
+    send(QEvent::KeyRelease, 50);
+    EXPECT_EQ(form_.clickCount, 1);
+}
+
+TEST_F(QtKeyDownMonitorsTests, LeavesAKeyToTheWindowsWhoseReleaseItNeverSaw) {
+    const auto token = record();
+    keyboard().press(KEY_A);
+    ASSERT_TRUE(QtTestLoop::turnUntil([&] { return !presses_.empty(); }));
+    monitors_.removeMonitor(token);
+    {
+        const testing_support::ChildProcess other(
+            {"xev"}, {.environment = desktop_.session().environment()});
+        ASSERT_TRUE(QtTestLoop::turnUntil([&] { return !form_.isActiveWindow(); }));
+        keyboard().release(KEY_A);
+    }
+    ASSERT_TRUE(desktop_.waitForFocus(form_));
+    keyboard().tap(KEY_A);
+    EXPECT_TRUE(lineSoonHolds("a"));
+}
+
+TEST_F(QtKeyDownMonitorsTests, SeesNothingOnceItIsRemoved) {
+    const auto token = record();
+    monitors_.removeMonitor(token);
+    monitors_.removeMonitor(token);
+    keyboard().tap(KEY_A);
+    EXPECT_TRUE(lineSoonHolds("a"));
+    EXPECT_THAT(presses_, ElementsAre());
+}
+
+TEST_F(QtKeyDownMonitorsTests, SeesDeadKeysOneByOneWhereTextIsEntered) {
+    desktop_.setLayout({"de"});
+    const auto token = record();
+    keyboard().tap(KEY_EQUAL);
+    keyboard().tap(KEY_E);
+    EXPECT_THAT(presses(), ElementsAre(Pair(24, 0), Pair(14, 0)));
+    EXPECT_EQ(form_.line.text(), "");
+    monitors_.removeMonitor(token);
+    keyboard().tap(KEY_EQUAL);
+    keyboard().tap(KEY_E);
+    EXPECT_TRUE(lineSoonHolds("\u00E9")) << form_.line.text().toStdString();
+}
+
+TEST_F(QtKeyDownMonitorsTests, HearsOfNoKeysOfOtherProgramsWindows) {
+    record();
+    testing_support::ChildProcess other({"xev"}, {.environment = desktop_.session().environment()});
+    ASSERT_TRUE(QtTestLoop::turnUntil([&] { return !form_.isActiveWindow(); }));
+    keyboard().tap(KEY_G);
+    ASSERT_TRUE(other.waitForOutput("KeyRelease event"));
+    QtTestLoop::turn();
+    EXPECT_THAT(presses_, ElementsAre());
+}
+
+} // namespace
