@@ -1,5 +1,6 @@
 #include "Platform/Linux/Qt/QtMainQueue.h"
 #include "Platform/Memory/MemoryMainQueue.h"
+#include "tests/Contract/BackendMaker.h"
 #include "tests/Support/QtTestLoop.h"
 #include "tests/Support/WaitUntil.h"
 
@@ -8,7 +9,6 @@
 #include <chrono>
 #include <functional>
 #include <memory>
-#include <ostream>
 #include <string>
 #include <thread>
 
@@ -62,14 +62,7 @@ class QtBackend final : public Backend {
     }
 };
 
-struct BackendMaker {
-    const char* name;
-    std::unique_ptr<Backend> (*make)();
-};
-
-void PrintTo(const BackendMaker& maker, std::ostream* out) {
-    *out << maker.name;
-}
+using BackendMaker = contract::BackendMaker<Backend>;
 
 class MainQueueContract : public testing::TestWithParam<BackendMaker> {
   protected:

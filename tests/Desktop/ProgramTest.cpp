@@ -16,8 +16,11 @@ std::size_t countOf(std::string_view text, std::string_view part) {
     return count;
 }
 
-void ProgramTest::startProgram() {
+void ProgramTest::startProgram(const std::map<std::string, std::string>& additional) {
     auto environment = session_.environment();
+    for (const auto& [name, value] : additional) {
+        environment[name] = value;
+    }
     environment["QT_FORCE_STDERR_LOGGING"] = "1";
     environment["QT_LOGGING_RULES"] = "com.app.pastewise.*=true";
     program_ = std::make_unique<ChildProcess>(std::vector<std::string>{PASTEWISE_PROGRAM},

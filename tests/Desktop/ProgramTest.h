@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -23,8 +24,9 @@ inline constexpr std::string_view noTextMessage = "No text found in clipboard";
 /// The program itself on a desktop of its own, with other programs around it and real keys.
 class ProgramTest : public testing::Test {
   protected:
-    /// Returns once the program waits for its shortcut.
-    void startProgram();
+    /// Returns once the program waits for its shortcut. `additional` is set on top of the
+    /// session's environment.
+    void startProgram(const std::map<std::string, std::string>& additional = {});
 
     /// Starts a program that owns the clipboard: see ClipboardOwner.cpp.
     [[nodiscard]] std::unique_ptr<testing_support::ChildProcess>

@@ -19,7 +19,7 @@ namespace {
 
 } // namespace
 
-XcbClient::XcbClient() : connection_(xcb_connect(nullptr, nullptr)) {
+XcbClient::XcbClient(const char* display) : connection_(xcb_connect(display, nullptr)) {
     if (xcb_connection_has_error(connection_) != 0) {
         endWithoutServer();
     }

@@ -19,12 +19,13 @@ struct Freed {
 template <typename Type>
 using Reply = std::unique_ptr<Type, Freed>;
 
-/// What a small X program needs: a connection where DISPLAY points, a window, names of atoms and
-/// events with a limit of time. It knows nothing of the program under test.
+/// What a small X program needs: a connection, a window, names of atoms and events with a limit of
+/// time. It knows nothing of the program under test.
 class XcbClient {
   public:
-    /// Ends the program with exit code 3 when there is no server.
-    XcbClient();
+    /// Connects to that display, or where DISPLAY points. Ends the program with exit code 3 when
+    /// there is no server.
+    explicit XcbClient(const char* display = nullptr);
     ~XcbClient();
     XcbClient(const XcbClient&) = delete;
     XcbClient& operator=(const XcbClient&) = delete;

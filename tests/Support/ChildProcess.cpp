@@ -62,7 +62,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command)
     : ChildProcess(command, Options{}) {}
 
 ChildProcess::ChildProcess(const std::vector<std::string>& command, const Options& options)
-    : pendingInput_(options.standardInput) {
+    : keepsInputOpen_(options.keepsInputOpen), pendingInput_(options.standardInput) {
     // A program that ends before it has read all its input must not end the test.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
 
@@ -131,7 +131,7 @@ ChildProcess::~ChildProcess() {
 
 void ChildProcess::feed() {
     while (inputDescriptor_ >= 0 && !pendingInput_.empty()) {
-        const ssize_t count = write(inputDescriptor_, pendingInput_.data(), pendingInput_.size());
+        const ssize_t count = ::write(inputDescriptor_, pendingInput_.data(), pendingInput_.size());
         if (count > 0) {
             pendingInput_.erase(0, static_cast<std::size_t>(count));
         } else if (count < 0 && errno == EINTR) {
@@ -142,7 +142,14 @@ void ChildProcess::feed() {
             pendingInput_.clear();
         }
     }
-    closeOnce(inputDescriptor_);
+    if (!keepsInputOpen_) {
+        closeOnce(inputDescriptor_);
+    }
+}
+
+void ChildProcess::write(std::string_view input) {
+    pendingInput_ += input;
+    feed();
 }
 
 void ChildProcess::collect() {

@@ -22,6 +22,8 @@ class ChildProcess {
         std::map<std::string, std::string> environment = {};
         /// Handed to the program as its standard input, which then ends.
         std::string standardInput = {};
+        /// Leaves the standard input open, for write().
+        bool keepsInputOpen = false;
         /// A file to use as standard output instead of collecting it.
         std::string standardOutputFile = {};
     };
@@ -35,6 +37,9 @@ class ChildProcess {
     ChildProcess& operator=(ChildProcess&&) = delete;
 
     [[nodiscard]] pid_t id() const { return id_; }
+
+    /// Hands more to a program whose standard input was left open.
+    void write(std::string_view input);
 
     /// What the program has written so far.
     [[nodiscard]] const std::string& standardOutput();
@@ -56,6 +61,7 @@ class ChildProcess {
     void feed();
 
     pid_t id_ = -1;
+    bool keepsInputOpen_;
     int inputDescriptor_ = -1;
     int outputDescriptor_ = -1;
     int errorDescriptor_ = -1;

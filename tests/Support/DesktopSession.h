@@ -19,8 +19,13 @@ class DesktopSession {
     /// What programs on this desktop run with: see PrivateXServer, and the session bus.
     [[nodiscard]] std::map<std::string, std::string> environment() const;
 
+    [[nodiscard]] const std::string& busAddress() const { return busAddress_; }
+
     /// Ends the X server at once, as a crash of it would.
     void killXServer() { server_.kill(); }
+
+    /// Ends the session bus at once.
+    void killBus() { bus_.reset(); }
 
   private:
     PrivateXServer server_;

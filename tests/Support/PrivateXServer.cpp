@@ -21,7 +21,7 @@ PrivateXServer::PrivateXServer() {
         throw std::runtime_error("Xvfb does not start: " + server_->standardError());
     }
     const std::string& output = server_->standardOutput();
-    display_ = ":" + output.substr(0, output.find('\n'));
+    display_ = std::string(":").append(output, 0, output.find('\n'));
 }
 
 std::map<std::string, std::string> PrivateXServer::environment() const {

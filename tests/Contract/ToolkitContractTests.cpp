@@ -1,0 +1,280 @@
+#include "Platform/Linux/Qt/QtToolkit.h"
+#include "Platform/Linux/Qt/QtWidgetView.h"
+#include "Platform/Memory/MemoryButton.h"
+#include "Platform/Memory/MemoryToolkit.h"
+#include "tests/Contract/BackendMaker.h"
+#include "tests/Support/QtDesktop.h"
+#include "tests/Support/QtTestLoop.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QPushButton>
+#include <algorithm>
+#include <chrono>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using platform::LayoutConstraint;
+using platform::Rect;
+using testing::ElementsAre;
+using Anchor = platform::LayoutConstraint::Anchor;
+
+/// A toolkit and the user in front of it.
+class Backend {
+  public:
+    Backend() = default;
+    virtual ~Backend() = default;
+    Backend(const Backend&) = delete;
+    Backend& operator=(const Backend&) = delete;
+    Backend(Backend&&) = delete;
+    Backend& operator=(Backend&&) = delete;
+
+    virtual platform::Toolkit& toolkit() = 0;
+    virtual void press(platform::Button& button) = 0;
+    /// Lets the system do what it put off.
+    virtual void settle() = 0;
+};
+
+class MemoryBackend final : public Backend {
+  public:
+    platform::Toolkit& toolkit() override { return toolkit_; }
+
+    void press(platform::Button& button) override {
+        dynamic_cast<platform::MemoryButton&>(button).press();
+    }
+
+    void settle() override {}
+
+  private:
+    platform::MemoryToolkit toolkit_;
+};
+
+class QtBackend final : public Backend {
+  public:
+    platform::Toolkit& toolkit() override { return toolkit_; }
+
+    void press(platform::Button& button) override {
+        dynamic_cast<QPushButton&>(platform::QtWidgetView::of(button).widget()).click();
+    }
+
+    void settle() override { testing_support::QtTestLoop::turn(); }
+
+  private:
+    testing_support::QtDesktop desktop_;
+    platform::QtToolkit toolkit_;
+};
+
+using BackendMaker = contract::BackendMaker<Backend>;
+
+/// Fills a window with one view and notes what it is told.
+class NotingController final : public platform::ViewController {
+  public:
+    explicit NotingController(platform::Toolkit& toolkit) : toolkit_(toolkit) {}
+
+    void loadView() override {
+        notes.emplace_back("load");
+        setView(toolkit_.makeView({{0, 0}, {40, 20}}));
+    }
+
+    void viewDidLoad() override { notes.emplace_back("did load"); }
+
+    void viewWillAppear() override { notes.emplace_back("will appear"); }
+
+    void viewDidLayout() override {
+        if (notes.empty() || notes.back() != "did layout") {
+            notes.emplace_back("did layout");
+        }
+    }
+
+    void viewDidDisappear() override { notes.emplace_back("did disappear"); }
+
+    /// Layouts in a row count once.
+    std::vector<std::string> notes;
+
+  private:
+    platform::Toolkit& toolkit_;
+};
+
+class ToolkitContract : public testing::TestWithParam<BackendMaker> {
+  protected:
+    std::unique_ptr<Backend> backend_ = GetParam().make();
+    platform::Toolkit& toolkit_ = backend_->toolkit();
+};
+
+class WindowContract : public ToolkitContract {
+  protected:
+    NotingController controller_{toolkit_};
+    std::unique_ptr<platform::Window> window_ =
+        toolkit_.makeWindow({{0, 0}, {400, 350}}, {.isTitled = true, .isClosable = true}, {});
+};
+
+TEST_P(WindowContract, IsHiddenUntilItIsShownAndAfterItWasClosed) {
+    window_->setContentViewController(controller_);
+    EXPECT_FALSE(window_->isVisible());
+    window_->makeKeyAndOrderFront();
+    EXPECT_TRUE(window_->isVisible());
+    window_->close();
+    EXPECT_FALSE(window_->isVisible());
+}
+
+TEST_P(WindowContract, MakesTheViewOfItsController) {
+    window_->setContentViewController(controller_);
+    EXPECT_THAT(controller_.notes, ElementsAre("load", "did load"));
+}
+
+TEST_P(WindowContract, KeepsTheSizeOfItsContentAndGivesItToTheView) {
+    window_->setContentViewController(controller_);
+    EXPECT_EQ(controller_.view()->frame(), (Rect{{0, 0}, {400, 350}}));
+    window_->makeKeyAndOrderFront();
+    backend_->settle();
+    EXPECT_EQ(controller_.view()->frame(), (Rect{{0, 0}, {400, 350}}));
+}
+
+TEST_P(WindowContract, TellsItsControllerWhatHappensToTheView) {
+    window_->setContentViewController(controller_);
+    controller_.notes.clear();
+    window_->makeKeyAndOrderFront();
+    backend_->settle();
+    EXPECT_THAT(controller_.notes, ElementsAre("will appear", "did layout"));
+    window_->close();
+    EXPECT_THAT(controller_.notes, ElementsAre("will appear", "did layout", "did disappear"));
+}
+
+TEST_P(WindowContract, SaysNothingOfAppearingWhenItIsShownAlready) {
+    window_->setContentViewController(controller_);
+    window_->makeKeyAndOrderFront();
+    controller_.notes.clear();
+    window_->makeKeyAndOrderFront();
+    EXPECT_EQ(std::count(controller_.notes.begin(), controller_.notes.end(), "will appear"), 0);
+}
+
+TEST_P(WindowContract, SaysNothingOfDisappearingWhenItIsHiddenAlready) {
+    window_->setContentViewController(controller_);
+    controller_.notes.clear();
+    window_->close();
+    EXPECT_THAT(controller_.notes, ElementsAre());
+}
+
+TEST_P(WindowContract, CanBeShownAgain) {
+    window_->setContentViewController(controller_);
+    window_->makeKeyAndOrderFront();
+    window_->close();
+    controller_.notes.clear();
+    window_->makeKeyAndOrderFront();
+    backend_->settle();
+    EXPECT_TRUE(window_->isVisible());
+    EXPECT_THAT(controller_.notes, ElementsAre("will appear", "did layout"));
+}
+
+TEST_P(WindowContract, CanBeShownWithoutContent) {
+    window_->setTitle("Empty");
+    window_->center();
+    window_->makeKeyAndOrderFront();
+    EXPECT_TRUE(window_->isVisible());
+    window_->close();
+    EXPECT_FALSE(window_->isVisible());
+}
+
+TEST_P(WindowContract, LeavesTheViewToItsController) {
+    window_->setContentViewController(controller_);
+    window_->makeKeyAndOrderFront();
+    window_.reset();
+    EXPECT_EQ(controller_.view()->frame().size, (platform::Size{400, 350}));
+}
+
+TEST_P(ToolkitContract, ALabelHasTheTextThatItWasGiven) {
+    const auto label = toolkit_.makeLabel("one & <b>two</b>");
+    EXPECT_EQ(label->text(), "one & <b>two</b>");
+    label->setText("\u2318\u21E7K");
+    EXPECT_EQ(label->text(), "\u2318\u21E7K");
+    EXPECT_EQ(toolkit_.makeWrappingLabel("")->text(), "");
+}
+
+TEST_P(ToolkitContract, AButtonHasTheTitleThatItWasGiven) {
+    const auto button = toolkit_.makeButton("Cut & Paste", [] {});
+    EXPECT_EQ(button->title(), "Cut & Paste");
+    button->setTitle("Stop && Go");
+    EXPECT_EQ(button->title(), "Stop && Go");
+}
+
+TEST_P(ToolkitContract, AButtonCallsItsActionEachTimeItIsPressed) {
+    int count = 0;
+    const auto button = toolkit_.makeButton("Press", [&] { ++count; });
+    EXPECT_EQ(count, 0);
+    backend_->press(*button);
+    backend_->press(*button);
+    EXPECT_EQ(count, 2);
+}
+
+TEST_P(ToolkitContract, AnActionMayChangeTheButton) {
+    std::shared_ptr<platform::Button> button;
+    button = toolkit_.makeButton("Start", [&] {
+        button->setTitle("Stop");
+        button->animateAlpha(0.8, std::chrono::milliseconds(200));
+    });
+    backend_->press(*button);
+    EXPECT_EQ(button->title(), "Stop");
+}
+
+TEST_P(ToolkitContract, AViewHasTheFrameThatItWasGiven) {
+    EXPECT_EQ(toolkit_.makeView({{10, 20}, {30, 40}})->frame(), (Rect{{10, 20}, {30, 40}}));
+}
+
+TEST_P(ToolkitContract, AViewKeepsWhatWasPutIntoItAlive) {
+    auto container = toolkit_.makeView({});
+    auto stack = toolkit_.makeVerticalStack();
+    const std::weak_ptr<platform::View> label = [&] {
+        auto made = toolkit_.makeLabel("Label");
+        stack->addArrangedSubview(made);
+        return made;
+    }();
+    container->addSubview(std::move(stack));
+    EXPECT_FALSE(label.expired());
+    container.reset();
+    EXPECT_TRUE(label.expired());
+}
+
+TEST_P(ToolkitContract, AViewOutlivesTheOneThatItWasPutInto) {
+    const auto label = toolkit_.makeLabel("Label");
+    toolkit_.makeView({})->addSubview(label);
+    EXPECT_EQ(label->text(), "Label");
+}
+
+TEST_P(ToolkitContract, TakesConstraintsOfAViewToItsContainerAndAMinimumOfWidth) {
+    const auto container = toolkit_.makeView({});
+    const auto button = toolkit_.makeButton("Press", [] {});
+    container->addSubview(button);
+    toolkit_.activateConstraints({LayoutConstraint::equal(button, Anchor::top, container),
+                                  LayoutConstraint::equal(button, Anchor::bottom, container),
+                                  LayoutConstraint::equal(button, Anchor::centerX, container),
+                                  LayoutConstraint::atLeast(button, Anchor::width, 140)});
+    container->layoutSubtreeIfNeeded();
+}
+
+using ToolkitContractDeathTests = ToolkitContract;
+
+TEST_P(ToolkitContractDeathTests, RefusesConstraintsOfViewsThatDoNotStandInEachOther) {
+    const auto one = toolkit_.makeLabel("one");
+    const auto other = toolkit_.makeView({});
+    EXPECT_DEATH(toolkit_.activateConstraints({LayoutConstraint::equal(one, Anchor::top, other)}),
+                 "does not stand in");
+}
+
+const auto backends = testing::Values(
+    BackendMaker{"Memory",
+                 []() -> std::unique_ptr<Backend> { return std::make_unique<MemoryBackend>(); }},
+    BackendMaker{"Qt", []() -> std::unique_ptr<Backend> { return std::make_unique<QtBackend>(); }});
+
+std::string nameOf(const testing::TestParamInfo<BackendMaker>& maker) {
+    return maker.param.name;
+}
+
+INSTANTIATE_TEST_SUITE_P(OfEachBackend, ToolkitContract, backends, nameOf);
+INSTANTIATE_TEST_SUITE_P(OfEachBackend, ToolkitContractDeathTests, backends, nameOf);
+INSTANTIATE_TEST_SUITE_P(OfEachBackend, WindowContract, backends, nameOf);
+
+} // namespace

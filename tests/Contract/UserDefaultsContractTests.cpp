@@ -1,0 +1,216 @@
+#include "Foundation/LoggerFactory.h"
+#include "Platform/Linux/Store/PlistUserDefaults.h"
+#include "Platform/Linux/WorkerThread.h"
+#include "Platform/Memory/MemoryLogSink.h"
+#include "Platform/Memory/MemoryMainQueue.h"
+#include "Platform/Memory/MemoryUserDefaults.h"
+#include "tests/Contract/BackendMaker.h"
+#include "tests/Support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+
+namespace {
+
+using foundation::Date;
+using foundation::Dictionary;
+using platform::UserDefaults;
+using Object = platform::UserDefaults::Object;
+
+/// Settings and what it takes to find them again as a later start of the program does.
+class Backend {
+  public:
+    Backend() = default;
+    virtual ~Backend() = default;
+    Backend(const Backend&) = delete;
+    Backend& operator=(const Backend&) = delete;
+    Backend(Backend&&) = delete;
+    Backend& operator=(Backend&&) = delete;
+
+    virtual UserDefaults& defaults() = 0;
+    virtual void restart() = 0;
+};
+
+/// Lasts as long as the test, over restarts too.
+class MemoryBackend final : public Backend {
+  public:
+    UserDefaults& defaults() override { return defaults_; }
+
+    void restart() override {}
+
+  private:
+    platform::MemoryUserDefaults defaults_;
+};
+
+class PlistBackend final : public Backend {
+  public:
+    PlistBackend() { restart(); }
+
+    UserDefaults& defaults() override { return *defaults_; }
+
+    void restart() override {
+        queue_.drain();
+        defaults_.reset();
+        defaults_ = std::make_unique<platform::PlistUserDefaults>(
+            folder_.path() / "settings.plist", queue_, worker_, loggers_);
+    }
+
+  private:
+    testing_support::TemporaryFolder folder_;
+    platform::MemoryMainQueue queue_;
+    platform::MemoryLogSink log_;
+    foundation::LoggerFactory loggers_{log_, "com.app.pastewise"};
+    platform::WorkerThread worker_;
+    std::unique_ptr<platform::PlistUserDefaults> defaults_;
+};
+
+using BackendMaker = contract::BackendMaker<Backend>;
+
+class UserDefaultsContract : public testing::TestWithParam<BackendMaker> {
+  protected:
+    UserDefaults& defaults() { return backend_->defaults(); }
+
+    /// The object is there at once and at a later start.
+    void expectIsKept(const Object& object) {
+        defaults().setObject("key", object);
+        EXPECT_EQ(defaults().object("key"), object);
+        backend_->restart();
+        EXPECT_EQ(defaults().object("key"), object);
+    }
+
+    std::unique_ptr<Backend> backend_ = GetParam().make();
+};
+
+TEST_P(UserDefaultsContract, HasNothingAtFirst) {
+    EXPECT_EQ(defaults().object("key"), std::nullopt);
+    EXPECT_EQ(defaults().doubleForKey("key"), 0.0);
+    EXPECT_FALSE(defaults().boolForKey("key"));
+    EXPECT_EQ(defaults().dateForKey("key"), std::nullopt);
+    EXPECT_EQ(defaults().dictionaryForKey("key"), std::nullopt);
+}
+
+TEST_P(UserDefaultsContract, KeepsEachType) {
+    expectIsKept(true);
+    expectIsKept(false);
+    expectIsKept(std::int64_t{-5});
+    expectIsKept(std::numeric_limits<std::uint64_t>::max());
+    expectIsKept(0.1);
+    expectIsKept(std::string("\xE2\x98\x83"));
+    expectIsKept(std::string());
+    expectIsKept(Date{std::chrono::microseconds(1'700'000'000'123'457)});
+    expectIsKept(Date{std::chrono::microseconds(-1)});
+    expectIsKept(Dictionary{{"flag", true}, {"modifiers", std::int64_t{-1}}, {"name", "g"}});
+    expectIsKept(Dictionary{});
+}
+
+TEST_P(UserDefaultsContract, KeepsAWholeDoubleADouble) {
+    expectIsKept(350.0);
+    expectIsKept(0.0);
+    EXPECT_TRUE(std::holds_alternative<double>(defaults().object("key").value()));
+}
+
+TEST_P(UserDefaultsContract, KeepsTheSignOfZero) {
+    defaults().setObject("key", -0.0);
+    backend_->restart();
+    EXPECT_TRUE(std::signbit(defaults().doubleForKey("key")));
+}
+
+TEST_P(UserDefaultsContract, KeepsAnUnsignedIntegerAsANumber) {
+    defaults().setObject("key", Dictionary{{"keyCode", std::uint64_t{5}}});
+    backend_->restart();
+    const auto dictionary = defaults().dictionaryForKey("key");
+    ASSERT_TRUE(dictionary);
+    EXPECT_EQ(foundation::exactUint32Value(dictionary->at("keyCode")), 5U);
+}
+
+TEST_P(UserDefaultsContract, ReplacesAnObjectByOneOfAnotherType) {
+    defaults().setObject("key", 1.0);
+    defaults().setObject("key", true);
+    backend_->restart();
+    EXPECT_EQ(defaults().object("key"), Object(true));
+    defaults().setObject("key", std::int64_t{1});
+    backend_->restart();
+    EXPECT_EQ(defaults().object("key"), Object(std::int64_t{1}));
+}
+
+TEST_P(UserDefaultsContract, RemovesAnObjectAndNoOther) {
+    defaults().setObject("a", 1.0);
+    defaults().setObject("b", 2.0);
+    backend_->restart();
+    defaults().removeObject("a");
+    defaults().removeObject("never there");
+    EXPECT_EQ(defaults().object("a"), std::nullopt);
+    backend_->restart();
+    EXPECT_EQ(defaults().object("a"), std::nullopt);
+    EXPECT_EQ(defaults().object("b"), Object(2.0));
+}
+
+TEST_P(UserDefaultsContract, TellsKeysApartToTheLastByte) {
+    defaults().setObject("analytics.todaySavedSeconds.2024-03-07", 1.0);
+    defaults().setObject("analytics.todaySavedSeconds.2024-03-08", 2.0);
+    defaults().setObject("Key", 3.0);
+    defaults().setObject("key", 4.0);
+    defaults().setObject("k\xC3\xA9y", 5.0);
+    defaults().setObject("", 6.0);
+    backend_->restart();
+    EXPECT_EQ(defaults().doubleForKey("analytics.todaySavedSeconds.2024-03-07"), 1.0);
+    EXPECT_EQ(defaults().doubleForKey("analytics.todaySavedSeconds.2024-03-08"), 2.0);
+    EXPECT_EQ(defaults().doubleForKey("Key"), 3.0);
+    EXPECT_EQ(defaults().doubleForKey("key"), 4.0);
+    EXPECT_EQ(defaults().doubleForKey("k\xC3\xA9y"), 5.0);
+    EXPECT_EQ(defaults().doubleForKey(""), 6.0);
+}
+
+TEST_P(UserDefaultsContract, ReadsAViewOfAKeyThatGoesOnBehindIt) {
+    defaults().setObject("key", 1.0);
+    EXPECT_EQ(defaults().doubleForKey(std::string_view("key and more").substr(0, 3)), 1.0);
+}
+
+TEST_P(UserDefaultsContract, ReadsWhatIsOfAnotherTypeAsNothing) {
+    defaults().setObject("text", std::string("10"));
+    defaults().setObject("date", Date{});
+    defaults().setObject("dictionary", Dictionary{{"a", 1.0}});
+    defaults().setObject("number", 10.0);
+    backend_->restart();
+    for (const char* key : {"text", "date", "dictionary"}) {
+        EXPECT_EQ(defaults().doubleForKey(key), 0.0) << key;
+        EXPECT_FALSE(defaults().boolForKey(key)) << key;
+    }
+    for (const char* key : {"text", "dictionary", "number"}) {
+        EXPECT_EQ(defaults().dateForKey(key), std::nullopt) << key;
+    }
+    for (const char* key : {"text", "date", "number"}) {
+        EXPECT_EQ(defaults().dictionaryForKey(key), std::nullopt) << key;
+    }
+}
+
+TEST_P(UserDefaultsContract, ReadsBooleansAndIntegersAsNumbers) {
+    defaults().setObject("bool", true);
+    defaults().setObject("integer", std::int64_t{-3});
+    backend_->restart();
+    EXPECT_EQ(defaults().doubleForKey("bool"), 1.0);
+    EXPECT_EQ(defaults().doubleForKey("integer"), -3.0);
+    EXPECT_TRUE(defaults().boolForKey("integer"));
+}
+
+INSTANTIATE_TEST_SUITE_P(OfEachBackend,
+                         UserDefaultsContract,
+                         testing::Values(BackendMaker{"Memory",
+                                                      []() -> std::unique_ptr<Backend> {
+                                                          return std::make_unique<MemoryBackend>();
+                                                      }},
+                                         BackendMaker{"Plist",
+                                                      []() -> std::unique_ptr<Backend> {
+                                                          return std::make_unique<PlistBackend>();
+                                                      }}),
+                         [](const auto& maker) { return std::string(maker.param.name); });
+
+} // namespace

@@ -1,0 +1,112 @@
+#include "tests/Desktop/ResidentTest.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using program_test::ResidentTest;
+using program_test::wroteMessage;
+using testing_support::ChildProcess;
+using testing_support::waitUntil;
+
+constexpr std::string_view launchedMessage = "Application launched successfully";
+
+class InstanceTests : public ResidentTest {};
+
+TEST_F(InstanceTests, ASecondStartShowsThePreferencesOfTheFirstAndEnds) {
+    startProgram();
+    EXPECT_EQ(preferencesWindowCount(), 0U);
+    const auto second = startAgain();
+    EXPECT_EQ(second->waitForExit(), 0) << second->standardError();
+    EXPECT_EQ(second->standardError().find(launchedMessage), std::string::npos);
+    EXPECT_TRUE(waitForPreferencesInFront());
+    EXPECT_EQ(logged("Instantiating PreferencesWindowController"), 1U);
+    EXPECT_TRUE(program_->isRunning());
+}
+
+TEST_F(InstanceTests, EveryFurtherStartBringsTheSameWindowToTheFront) {
+    startProgram();
+    for (int i = 0; i < 3; ++i) {
+        const auto other = openOtherWindow();
+        const auto further = startAgain();
+        EXPECT_EQ(further->waitForExit(), 0) << further->standardError();
+        EXPECT_TRUE(waitForPreferencesInFront());
+    }
+    EXPECT_EQ(logged("Instantiating PreferencesWindowController"), 1U);
+}
+
+TEST_F(InstanceTests, AStartAfterTheEndOfTheFirstIsAFirstOneAgain) {
+    startProgram();
+    endProgram();
+    startProgram();
+    EXPECT_EQ(preferencesWindowCount(), 0U);
+}
+
+TEST_F(InstanceTests, TheDesktopsOwnShortcutConvertsAsTheProgramsDoes) {
+    startProgram();
+    const auto owner = startOwner({"normal", "--text", "- tea\n- cake"});
+    activate("convert");
+    ASSERT_TRUE(waitForLog(wroteMessage)) << program_->standardError();
+    EXPECT_EQ(paste("UTF8_STRING"), "tea\ncake");
+    EXPECT_TRUE(waitForLog("Recording conversion - stickies: 2, source: "));
+    EXPECT_TRUE(waitForLog("Updated time saved display to: 20s"));
+}
+
+TEST_F(InstanceTests, AnActionThatIsRepeatedWhileItsKeyIsHeldConvertsOnce) {
+    startProgram();
+    const auto owner = startOwner({"normal"});
+    constexpr int repetitionCount = 20;
+    std::vector<std::unique_ptr<ChildProcess>> repetitions;
+    for (int i = 0; i < repetitionCount; ++i) {
+        repetitions.push_back(requestAction("convert"));
+        std::this_thread::sleep_for(std::chrono::milliseconds(30)); // as a held key repeats
+    }
+    for (const auto& repetition : repetitions) {
+        EXPECT_EQ(repetition->waitForExit(), 0) << repetition->standardError();
+    }
+    ASSERT_TRUE(waitForLog(wroteMessage)) << program_->standardError();
+    // What the shortcut converts now comes after all that the repetitions could.
+    convert();
+    EXPECT_EQ(logged(wroteMessage), 2U);
+}
+
+TEST_F(InstanceTests, TheActionConvertsAgainOnceItsKeyWasLetGo) {
+    startProgram();
+    const auto owner = startOwner({"normal"});
+    activate("convert");
+    ASSERT_TRUE(waitForLog(wroteMessage)) << program_->standardError();
+    EXPECT_TRUE(waitUntil([this] {
+        std::this_thread::sleep_for(std::chrono::seconds(1)); // a pause between two presses
+        activate("convert");
+        return logged(wroteMessage) >= 2;
+    }));
+}
+
+TEST_F(InstanceTests, WithoutASessionBusASecondStartLeavesTheShortcutToTheFirst) {
+    const std::map<std::string, std::string> busless{{"DBUS_SESSION_BUS_ADDRESS", "disabled:"}};
+    startProgram(busless);
+    const auto second = startAgain(busless);
+    EXPECT_EQ(second->waitForExit(), 0) << second->standardError();
+    EXPECT_EQ(second->standardError().find(launchedMessage), std::string::npos);
+    const auto owner = startOwner({"normal"});
+    convert();
+    EXPECT_TRUE(program_->isRunning());
+}
+
+TEST_F(InstanceTests, WithoutASessionBusAStartAfterTheEndOfTheFirstIsAFirstOneAgain) {
+    const std::map<std::string, std::string> busless{{"DBUS_SESSION_BUS_ADDRESS", "disabled:"}};
+    startProgram(busless);
+    program_->sendSignal(SIGKILL);
+    EXPECT_EQ(program_->waitForExit(), 128 + SIGKILL);
+    startProgram(busless);
+    const auto owner = startOwner({"normal"});
+    convert();
+}
+
+} // namespace

@@ -1,0 +1,71 @@
+#include "tests/Desktop/ResidentTest.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+using program_test::ResidentTest;
+using testing_support::ChildProcess;
+
+constexpr std::array<std::string_view, 11> launchSteps{
+    "Initializing AnalyticsManager",
+    "Initializing AppState with shouldFlashSavings = true",
+    "Application launching with condensed status interface",
+    "Status bar configured to show icon only with dropdown menu",
+    "Initializing ShortcutManager",
+    "Loading saved shortcut",
+    "No saved shortcut found or invalid data - setting up default shortcut",
+    "Shortcut handler registered",
+    "Ensuring persistent data is loaded from storage",
+    "Refreshing AppState from persistent analytics storage",
+    "Application launched successfully"};
+
+class LaunchTests : public ResidentTest {};
+
+TEST_F(LaunchTests, WhatItPrintsArrivesThroughAPipeWhileItRuns) {
+    startProgram();
+    // It stands before the launch ends, so it must be there by now: nothing keeps it back.
+    EXPECT_EQ(program_->standardOutput(), "Checking accessibility permissions...\n");
+    EXPECT_TRUE(program_->isRunning());
+}
+
+TEST_F(LaunchTests, TellsItsLogEachStepInOrder) {
+    startProgram();
+    std::size_t last = 0;
+    for (const std::string_view step : launchSteps) {
+        const std::size_t at = program_->standardError().find(step);
+        ASSERT_NE(at, std::string::npos) << step << "\n" << program_->standardError();
+        EXPECT_GE(at, last) << step << "\n" << program_->standardError();
+        last = at;
+    }
+}
+
+TEST_F(LaunchTests, ConvertsBeforeAnyTrayIsThere) {
+    startProgram();
+    const auto owner = startOwner({"normal"});
+    convert();
+    EXPECT_TRUE(waitForLog(program_test::creditedMessage));
+}
+
+TEST_F(LaunchTests, ConvertsWithoutAnyStandardDescriptor) {
+    // With none of the three open, the first connection that is made would get their numbers, and
+    // what is printed would go to the X server.
+    program_ = std::make_unique<ChildProcess>(
+        std::vector<std::string>{"sh", "-c", "exec \"$0\" <&- >&- 2>&-", PASTEWISE_PROGRAM},
+        ChildProcess::Options{.environment = session_.environment()});
+    const auto owner = startOwner({"normal"});
+    EXPECT_TRUE(testing_support::waitUntil([this] {
+        pressShortcut();
+        return runTool({PASTEWISE_CLIPBOARD_READER, "targets"}).find("text/html") !=
+               std::string::npos;
+    }));
+    EXPECT_TRUE(program_->isRunning());
+}
+
+} // namespace

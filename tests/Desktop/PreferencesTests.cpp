@@ -1,0 +1,184 @@
+#include "tests/Desktop/PreferencesTest.h"
+
+#include <gtest/gtest.h>
+#include <linux/input-event-codes.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using program_test::completedStatus;
+using program_test::PreferencesTest;
+using program_test::readyStatus;
+using program_test::recordingStatus;
+using program_test::StoredSettings;
+using program_test::wroteMessage;
+using testing_support::waitUntil;
+
+constexpr std::string_view triggeredMessage = "Global shortcut triggered";
+/// How the settings name the keys: K with Command and Shift, G with Command.
+constexpr StoredSettings::Shortcut commandShiftK{.keyCode = 40, .modifiers = 0x120000};
+constexpr StoredSettings::Shortcut commandG{.keyCode = 5, .modifiers = 0x100000};
+
+class PreferencesTests : public PreferencesTest {
+  protected:
+    void pressCommandShiftK() { keyboard_.tapTogether({KEY_LEFTMETA, KEY_LEFTSHIFT, KEY_K}); }
+
+    /// Records Command+Shift+K and waits until the window is ready for another.
+    void recordCommandShiftK() {
+        startRecording();
+        pressCommandShiftK();
+        ASSERT_TRUE(waitUntilShown("⌘⇧K"));
+        ASSERT_TRUE(waitUntilShown(readyStatus));
+    }
+
+    void expectStored(const StoredSettings::Shortcut& shortcut) {
+        EXPECT_TRUE(waitUntil([&] {
+            const auto stored = settings();
+            return stored && stored->shortcut() == shortcut;
+        }));
+    }
+
+    /// Presses both and expects that only Command+Shift+K converts.
+    void expectCommandShiftKAlone() {
+        const auto owner = startOwner({"normal"});
+        const std::size_t before = logged(wroteMessage);
+        const std::size_t triggeredBefore = logged(triggeredMessage);
+        pressShortcut();
+        pressCommandShiftK();
+        ASSERT_TRUE(waitForLog(wroteMessage, before + 1));
+        EXPECT_EQ(logged(triggeredMessage), triggeredBefore + 1);
+    }
+};
+
+TEST_F(PreferencesTests, ShowsTheShortcutAndHowToRecordAnother) {
+    tidyDesktop();
+    startReadableProgram();
+    openPreferences();
+    for (const char* name :
+         {"Keyboard Shortcut", "Current Shortcut:", "⌘G", "Record Shortcut", "Reset to Default"}) {
+        EXPECT_TRUE(isShown(name)) << name << " is not in " << testing::PrintToString(names());
+    }
+    EXPECT_TRUE(isShown(readyStatus));
+    takeScreenshot("preferences.png", {.x = 390, .y = 190, .width = 500, .height = 420});
+}
+
+TEST_F(PreferencesTests, ARecordedShortcutReplacesTheOldOneAtOnceAndAfterARestart) {
+    startTray();
+    startReadableProgram();
+    ASSERT_TRUE(waitForIcons(1));
+    choose("Preferences…");
+    awaitPreferences();
+    startRecording();
+    pressCommandShiftK();
+    EXPECT_TRUE(waitUntilShown("⌘⇧K"));
+    EXPECT_TRUE(waitUntilShown(completedStatus));
+    EXPECT_TRUE(isShown("Record New Shortcut"));
+    EXPECT_TRUE(waitForTitle(3, "Shortcut: Command + Shift K"));
+    EXPECT_TRUE(waitUntilShown(readyStatus));
+    expectStored(commandShiftK);
+
+    expectCommandShiftKAlone();
+    EXPECT_EQ(logged("Shortcut triggered"), 1U);
+    endProgram();
+    startReadableProgram();
+    expectCommandShiftKAlone();
+    openPreferences();
+    EXPECT_TRUE(isShown("⌘⇧K"));
+}
+
+TEST_F(PreferencesTests, ResetToDefaultBringsTheDefaultBack) {
+    startReadableProgram();
+    openPreferences();
+    recordCommandShiftK();
+    pressByKeyboard("Reset to Default");
+    EXPECT_TRUE(waitUntilShown("⌘G"));
+    EXPECT_TRUE(isShown(readyStatus));
+    expectStored(commandG);
+    const auto owner = startOwner({"normal"});
+    pressCommandShiftK();
+    convert();
+    EXPECT_EQ(logged(triggeredMessage), 1U);
+}
+
+TEST_F(PreferencesTests, KeysThatAreNoShortcutAreSwallowedWhileRecordingGoesOn) {
+    startReadableProgram();
+    openPreferences();
+    startRecording();
+    keyboard_.tap(KEY_G);
+    keyboard_.tap(KEY_ESC);
+    keyboard_.tap(KEY_TAB);
+    keyboard_.tapTogether({KEY_LEFTMETA, KEY_LEFT});
+    keyboard_.tapTogether({KEY_LEFTMETA, KEY_F5});
+    // Events come in order: had one of them been taken, this would come too late.
+    pressCommandShiftK();
+    EXPECT_TRUE(waitUntilShown("⌘⇧K"));
+    EXPECT_EQ(logged("Setting shortcut - "), 1U);
+    EXPECT_EQ(preferencesWindowCount(), 1U);
+}
+
+TEST_F(PreferencesTests, AFocusedButtonDoesNotReactToAKeyThatIsSwallowed) {
+    startReadableProgram();
+    openPreferences();
+    startRecording();
+    keyboard_.tap(KEY_SPACE);
+    keyboard_.tap(KEY_ENTER);
+    keyboard_.tap(KEY_SPACE);
+    pressCommandShiftK();
+    // A button that had reacted would have ended the recording.
+    EXPECT_TRUE(waitUntilShown("⌘⇧K"));
+    EXPECT_TRUE(waitUntilShown(readyStatus));
+    expectStored(commandShiftK);
+}
+
+TEST_F(PreferencesTests, TheButtonPressedAgainEndsTheRecording) {
+    startReadableProgram();
+    openPreferences();
+    startRecording();
+    click("Stop Recording");
+    EXPECT_TRUE(waitUntilShown(readyStatus));
+    pressCommandShiftK();
+    pressByKeyboard("Record Shortcut");
+    EXPECT_TRUE(waitUntilShown(recordingStatus));
+    EXPECT_TRUE(isShown("⌘G"));
+}
+
+TEST_F(PreferencesTests, ADigitIsRecordedAndShownByItsModifiersAlone) {
+    startReadableProgram();
+    openPreferences();
+    startRecording();
+    keyboard_.tapTogether({KEY_LEFTCTRL, KEY_LEFTALT, KEY_5});
+    EXPECT_TRUE(waitUntilShown("⌥⌃"));
+    EXPECT_TRUE(waitUntilShown(completedStatus));
+    const auto owner = startOwner({"normal"});
+    keyboard_.tapTogether({KEY_LEFTCTRL, KEY_LEFTALT, KEY_5});
+    EXPECT_TRUE(waitForLog(wroteMessage));
+}
+
+TEST_F(PreferencesTests, ClosingTheWindowEndsTheRecordingButNotTheProgram) {
+    startReadableProgram();
+    openPreferences();
+    startRecording();
+    closePreferences();
+    const auto owner = startOwner({"normal"});
+    convert();
+    pressCommandShiftK();
+    openPreferences();
+    EXPECT_TRUE(isShown(readyStatus));
+    EXPECT_TRUE(isShown("Record Shortcut"));
+    EXPECT_TRUE(isShown("⌘G"));
+    recordCommandShiftK();
+    EXPECT_EQ(logged("Instantiating PreferencesWindowController"), 1U);
+}
+
+TEST_F(PreferencesTests, TheShortcutConvertsWhileTheWindowHasTheKeyboard) {
+    startReadableProgram();
+    openPreferences();
+    const auto owner = startOwner({"normal", "--text", "- tea"});
+    convert();
+    EXPECT_EQ(paste("UTF8_STRING"), "tea");
+    EXPECT_TRUE(isShown(readyStatus));
+}
+
+} // namespace
