@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+struct xcb_connection_t;
+
+namespace benchmarks {
+
+/// Finds out from outside whether some program has taken Super+G: asks for it and gives it back at
+/// once, with the server held meanwhile, so that no other program's own request can fail for it.
+class DesktopHotKeyProbe {
+  public:
+    explicit DesktopHotKeyProbe(const std::string& display);
+    ~DesktopHotKeyProbe();
+    DesktopHotKeyProbe(const DesktopHotKeyProbe&) = delete;
+    DesktopHotKeyProbe& operator=(const DesktopHotKeyProbe&) = delete;
+    DesktopHotKeyProbe(DesktopHotKeyProbe&&) = delete;
+    DesktopHotKeyProbe& operator=(DesktopHotKeyProbe&&) = delete;
+
+    [[nodiscard]] bool isTaken();
+
+  private:
+    xcb_connection_t* connection_;
+    std::uint32_t root_ = 0;
+};
+
+} // namespace benchmarks
