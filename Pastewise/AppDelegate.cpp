@@ -172,27 +172,29 @@ std::shared_ptr<Menu> AppDelegate::makeStatusMenu() {
     timeSavedDisplayItem_ =
         std::make_shared<MenuItem>(joined(timeSavedPrefix, formattedTimeSaved()));
     menu->addItem(timeSavedDisplayItem_);
-    menu->addItem(
-        std::make_shared<MenuItem>("Clear Saved Time…", action(&AppDelegate::clearSavedTime)));
     menu->addItem(std::make_shared<MenuItem>(
-        "Preferences…", action(&AppDelegate::openPreferencesAction), KeyEquivalent{.key = ","}));
+        "Clear Saved Time…", action("clearSavedTime", &AppDelegate::clearSavedTime)));
+    menu->addItem(std::make_shared<MenuItem>(
+        "Preferences…",
+        action("openPreferencesAction", &AppDelegate::openPreferencesAction),
+        KeyEquivalent{.key = ","}));
     shortcutDisplayItem_ =
         std::make_shared<MenuItem>(joined(shortcutPrefix, shortcutDisplayString()));
     menu->addItem(shortcutDisplayItem_);
     menu->addItem(MenuItem::separator());
     menu->addItem(std::make_shared<MenuItem>(
         "Quit",
-        action(&AppDelegate::quitApp),
+        action("quitApp", &AppDelegate::quitApp),
         KeyEquivalent{.key = "q", .modifierMask = hotkey::ModifierFlags::command}));
     return menu;
 }
 
-std::function<void()> AppDelegate::action(void (AppDelegate::*method)()) {
-    return [self = self_.reference(), method] {
-        if (AppDelegate* delegate = self.get()) {
-            (delegate->*method)();
-        }
-    };
+platform::Action AppDelegate::action(std::string name, void (AppDelegate::*method)()) {
+    return {.name = std::move(name), .perform = [self = self_.reference(), method] {
+                if (AppDelegate* delegate = self.get()) {
+                    (delegate->*method)();
+                }
+            }};
 }
 
 std::string AppDelegate::formattedTimeSaved() const {

@@ -7,13 +7,13 @@
 #include "Pastewise/AppState.h"
 #include "Pastewise/PreferencesWindowController.h"
 #include "Pastewise/SharedInstances.h"
+#include "Platform/Action.h"
 #include "Platform/Images.h"
 #include "Platform/Menu.h"
 #include "Platform/Platform.h"
 #include "Platform/StatusBar.h"
 #include "Platform/WorkItem.h"
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -60,7 +60,7 @@ class AppDelegate final : public platform::MenuDelegate {
     void terminateApplication();
 
     /// What a row of the menu does while the delegate exists.
-    [[nodiscard]] std::function<void()> action(void (AppDelegate::*method)());
+    [[nodiscard]] platform::Action action(std::string name, void (AppDelegate::*method)());
     [[nodiscard]] std::string formattedTimeSaved() const;
     [[nodiscard]] std::string shortcutDisplayString() const;
 

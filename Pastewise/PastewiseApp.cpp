@@ -24,9 +24,10 @@ PastewiseApp::PastewiseApp(platform::Platform& platform)
       convertDebouncer_(platform.mainQueue(), repeatSilence) {}
 
 int PastewiseApp::main() {
-    appDelegate_.applicationDidFinishLaunching();
-    answerRequests();
-    return platform_.run();
+    return platform_.run([this] {
+        appDelegate_.applicationDidFinishLaunching();
+        answerRequests();
+    });
 }
 
 void PastewiseApp::answerRequests() {

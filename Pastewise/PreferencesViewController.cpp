@@ -195,7 +195,8 @@ const std::shared_ptr<platform::Label>& PreferencesViewController::shortcutLabel
 
 const std::shared_ptr<platform::Button>& PreferencesViewController::recordButton() {
     if (!recordButton_) {
-        recordButton_ = makeButton("Record Shortcut", &PreferencesViewController::toggleRecording);
+        recordButton_ = makeButton(
+            "Record Shortcut", "toggleRecording", &PreferencesViewController::toggleRecording);
         recordButton_->setWantsLayer(true);
         recordButton_->setTranslatesAutoresizingMaskIntoConstraints(false);
     }
@@ -254,17 +255,19 @@ std::shared_ptr<platform::View> PreferencesViewController::makeRecordButtonConta
 }
 
 std::shared_ptr<platform::Button> PreferencesViewController::makeResetButton() {
-    return makeButton("Reset to Default", &PreferencesViewController::resetShortcut);
+    return makeButton(
+        "Reset to Default", "resetShortcut", &PreferencesViewController::resetShortcut);
 }
 
-std::shared_ptr<platform::Button>
-PreferencesViewController::makeButton(std::string title,
-                                      void (PreferencesViewController::*action)()) {
-    auto button = toolkit_.makeButton(std::move(title), [weakSelf = self_.reference(), action] {
+std::shared_ptr<platform::Button> PreferencesViewController::makeButton(
+    std::string title, std::string actionName, void (PreferencesViewController::*method)()) {
+    auto perform = [weakSelf = self_.reference(), method] {
         if (PreferencesViewController* const self = weakSelf.get()) {
-            (self->*action)();
+            (self->*method)();
         }
-    });
+    };
+    auto button = toolkit_.makeButton(
+        std::move(title), {.name = std::move(actionName), .perform = std::move(perform)});
     button->setBezelStyle(platform::Button::BezelStyle::rounded);
     return button;
 }

@@ -66,8 +66,8 @@ class PreferencesViewController final : public platform::ViewController {
     [[nodiscard]] std::shared_ptr<platform::View> makeShortcutDisplayView();
     [[nodiscard]] std::shared_ptr<platform::View> makeRecordButtonContainer();
     [[nodiscard]] std::shared_ptr<platform::Button> makeResetButton();
-    [[nodiscard]] std::shared_ptr<platform::Button>
-    makeButton(std::string title, void (PreferencesViewController::*action)());
+    [[nodiscard]] std::shared_ptr<platform::Button> makeButton(
+        std::string title, std::string actionName, void (PreferencesViewController::*method)());
 
     void updateUI();
     void updateShortcutDisplay();

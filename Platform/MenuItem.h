@@ -2,6 +2,7 @@
 
 #include "Foundation/ObserverList.h"
 #include "HotKey/ModifierFlags.h"
+#include "Platform/Action.h"
 
 #include <functional>
 #include <memory>
@@ -23,7 +24,7 @@ class MenuItem {
   public:
     /// A row without an action is disabled.
     explicit MenuItem(std::string title,
-                      std::function<void()> action = {},
+                      Action action = {},
                       std::optional<KeyEquivalent> keyEquivalent = {})
         : title_(std::move(title)),
           action_(std::move(action)),
@@ -38,7 +39,10 @@ class MenuItem {
 
     [[nodiscard]] bool isSeparator() const { return isSeparator_; }
 
-    [[nodiscard]] bool isEnabled() const { return action_ != nullptr; }
+    [[nodiscard]] bool isEnabled() const { return action_.perform != nullptr; }
+
+    /// Its name is empty when the row is disabled.
+    [[nodiscard]] const Action& action() const { return action_; }
 
     [[nodiscard]] const std::string& title() const { return title_; }
 
@@ -53,8 +57,8 @@ class MenuItem {
 
     /// Does what the row is for; nothing when it is disabled.
     void perform() const {
-        if (action_) {
-            action_();
+        if (action_.perform) {
+            action_.perform();
         }
     }
 
@@ -68,7 +72,7 @@ class MenuItem {
 
   private:
     std::string title_;
-    std::function<void()> action_;
+    Action action_;
     std::optional<KeyEquivalent> keyEquivalent_;
     bool isSeparator_ = false;
     foundation::ObserverList<> titleDidChange_;

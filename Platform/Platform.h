@@ -18,6 +18,7 @@
 #include "Platform/UserDefaults.h"
 #include "Platform/Workspace.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -49,8 +50,9 @@ class Platform : public foundation::Interface {
     [[nodiscard]] virtual KeyDownMonitors& keyDownMonitors() = 0;
 
     /// Runs the event loop until the program is asked to end, then leaves the system as it should
-    /// be found. Returns the exit code of the program.
-    virtual int run() = 0;
+    /// be found. `didFinishLaunching` is called once, as soon as the system lets a program show
+    /// windows and alerts. Returns the exit code of the program.
+    virtual int run(const std::function<void()>& didFinishLaunching) = 0;
 };
 
 } // namespace platform

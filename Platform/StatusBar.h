@@ -1,11 +1,11 @@
 #pragma once
 
 #include "Foundation/Interface.h"
+#include "Platform/Action.h"
 #include "Platform/Images.h"
 #include "Platform/Menu.h"
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -22,7 +22,7 @@ class StatusBarButton : public foundation::Interface {
     virtual void setTitle(std::string title) = 0;
 
     /// What a click does where the item has no menu.
-    virtual void setAction(std::function<void()> action) = 0;
+    virtual void setAction(Action action) = 0;
 };
 
 /// The program's place in the status bar (menu bar, tray) of the desktop, which it keeps until the

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Foundation/Interface.h"
+#include "Platform/Action.h"
 #include "Platform/Button.h"
 #include "Platform/Geometry.h"
 #include "Platform/Label.h"
@@ -8,7 +9,6 @@
 #include "Platform/View.h"
 #include "Platform/Window.h"
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -33,8 +33,7 @@ class Toolkit : public foundation::Interface {
     [[nodiscard]] virtual std::shared_ptr<Label> makeWrappingLabel(std::string text) = 0;
 
     /// `action` is called from the event loop each time the user presses the button.
-    [[nodiscard]] virtual std::shared_ptr<Button> makeButton(std::string title,
-                                                             std::function<void()> action) = 0;
+    [[nodiscard]] virtual std::shared_ptr<Button> makeButton(std::string title, Action action) = 0;
 
     /// Puts all these rules into force together. Their views stand in each other already.
     virtual void activateConstraints(const std::vector<LayoutConstraint>& constraints) = 0;

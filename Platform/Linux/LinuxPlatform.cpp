@@ -1,6 +1,5 @@
 #include "Foundation/LoggerFactory.h"
 #include "Platform/Linux/DBus/DBusApplication.h"
-#include "Platform/Linux/FileStandardOutput.h"
 #include "Platform/Linux/InstanceLock.h"
 #include "Platform/Linux/LinuxAccessibilityTrust.h"
 #include "Platform/Linux/LocalCalendar.h"
@@ -14,7 +13,6 @@
 #include "Platform/Linux/Qt/QtWorkspace.h"
 #include "Platform/Linux/StandardDescriptors.h"
 #include "Platform/Linux/Store/PlistUserDefaults.h"
-#include "Platform/Linux/SystemClock.h"
 #include "Platform/Linux/TerminationSignals.h"
 #include "Platform/Linux/Tray/TrayImages.h"
 #include "Platform/Linux/Tray/TrayStatusBar.h"
@@ -25,6 +23,8 @@
 #include "Platform/Linux/X11/X11Pasteboard.h"
 #include "Platform/Linux/X11/X11TrayManagerSelection.h"
 #include "Platform/PlatformFactory.h"
+#include "Platform/Posix/FileStandardOutput.h"
+#include "Platform/Posix/SystemClock.h"
 #include "Text/Utf8Repair.h"
 
 #include <malloc.h>
@@ -164,7 +164,8 @@ class X11DesktopPlatform final : public Platform {
 
     [[nodiscard]] KeyDownMonitors& keyDownMonitors() override { return keyDownMonitors_; }
 
-    int run() override {
+    int run(const std::function<void()>& didFinishLaunching) override {
+        didFinishLaunching();
         const int exitCode = QApplication::exec();
         save();
         return exitCode;

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "Platform/Action.h"
 #include "Platform/Button.h"
 #include "Platform/Memory/MemoryViewOf.h"
 
 #include <chrono>
-#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -21,7 +21,7 @@ class MemoryButton final : public MemoryViewOf<Button> {
         bool operator==(const AlphaAnimation&) const = default;
     };
 
-    MemoryButton(std::string title, std::function<void()> action)
+    MemoryButton(std::string title, Action action)
         : title_(std::move(title)), action_(std::move(action)) {}
 
     void setTitle(std::string title) override { title_ = std::move(title); }
@@ -42,9 +42,11 @@ class MemoryButton final : public MemoryViewOf<Button> {
 
     /// The user presses the button, which may be the end of it.
     void press() const {
-        const auto action = action_;
-        action();
+        const auto perform = action_.perform;
+        perform();
     }
+
+    [[nodiscard]] const std::string& actionName() const { return action_.name; }
 
     /// None while nobody has chosen one.
     [[nodiscard]] std::optional<BezelStyle> bezelStyle() const { return bezelStyle_; }
@@ -63,7 +65,7 @@ class MemoryButton final : public MemoryViewOf<Button> {
 
   private:
     std::string title_;
-    std::function<void()> action_;
+    Action action_;
     std::optional<BezelStyle> bezelStyle_;
     std::optional<double> horizontalContentHuggingPriority_;
     std::vector<AlphaAnimation> alphaAnimations_;

@@ -69,7 +69,8 @@ class MemoryPlatform final : public Platform {
     [[nodiscard]] MemoryKeyDownMonitors& keyDownMonitors() override { return keyDownMonitors_; }
 
     /// Plays what the user does while the program runs, then ends it.
-    int run() override {
+    int run(const std::function<void()>& didFinishLaunching) override {
+        didFinishLaunching();
         if (user_) {
             user_();
         }

@@ -3,7 +3,6 @@
 #include "Platform/Memory/MemoryImage.h"
 #include "Platform/StatusBar.h"
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -23,7 +22,7 @@ class MemoryStatusBarButton final : public StatusBarButton {
 
     void setTitle(std::string title) override { title_ = std::move(title); }
 
-    void setAction(std::function<void()> action) override { action_ = std::move(action); }
+    void setAction(Action action) override { action_ = std::move(action); }
 
     [[nodiscard]] const std::shared_ptr<const MemoryImage>& image() const { return image_; }
 
@@ -36,14 +35,14 @@ class MemoryStatusBarButton final : public StatusBarButton {
 
     [[nodiscard]] const std::string& title() const { return title_; }
 
-    [[nodiscard]] const std::function<void()>& action() const { return action_; }
+    [[nodiscard]] const Action& action() const { return action_; }
 
   private:
     std::shared_ptr<const MemoryImage> image_;
     std::vector<std::shared_ptr<const MemoryImage>> imageHistory_;
     ImagePosition imagePosition_ = ImagePosition::noImage;
     std::string title_ = "Item";
-    std::function<void()> action_ = [] {};
+    Action action_{.name = "perform", .perform = [] {}};
 };
 
 } // namespace platform

@@ -31,7 +31,7 @@ std::shared_ptr<Label> MemoryToolkit::makeWrappingLabel(std::string text) {
     return std::make_shared<MemoryLabel>(std::move(text), true);
 }
 
-std::shared_ptr<Button> MemoryToolkit::makeButton(std::string title, std::function<void()> action) {
+std::shared_ptr<Button> MemoryToolkit::makeButton(std::string title, Action action) {
     return std::make_shared<MemoryButton>(std::move(title), std::move(action));
 }
 

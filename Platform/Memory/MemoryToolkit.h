@@ -4,7 +4,6 @@
 #include "Platform/Memory/MemoryWindow.h"
 #include "Platform/Toolkit.h"
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -21,8 +20,7 @@ class MemoryToolkit final : public Toolkit {
     [[nodiscard]] std::shared_ptr<VerticalStack> makeVerticalStack() override;
     [[nodiscard]] std::shared_ptr<Label> makeLabel(std::string text) override;
     [[nodiscard]] std::shared_ptr<Label> makeWrappingLabel(std::string text) override;
-    [[nodiscard]] std::shared_ptr<Button> makeButton(std::string title,
-                                                     std::function<void()> action) override;
+    [[nodiscard]] std::shared_ptr<Button> makeButton(std::string title, Action action) override;
 
     /// A constraint between views that do not stand in each other is a fatal error.
     void activateConstraints(const std::vector<LayoutConstraint>& constraints) override;

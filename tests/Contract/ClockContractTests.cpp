@@ -1,6 +1,6 @@
-#include "Platform/Linux/SystemClock.h"
 #include "Platform/Memory/MemoryClock.h"
 #include "Platform/Memory/MemoryMainQueue.h"
+#include "Platform/Posix/SystemClock.h"
 #include "tests/Contract/BackendMaker.h"
 #include "tests/Support/WaitUntil.h"
 

@@ -1,5 +1,5 @@
-#include "Platform/Linux/FileStandardOutput.h"
 #include "Platform/Memory/MemoryStandardOutput.h"
+#include "Platform/Posix/FileStandardOutput.h"
 #include "tests/Contract/BackendMaker.h"
 #include "tests/Support/TemporaryFolder.h"
 

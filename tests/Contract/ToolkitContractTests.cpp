@@ -195,7 +195,7 @@ TEST_P(ToolkitContract, ALabelHasTheTextThatItWasGiven) {
 }
 
 TEST_P(ToolkitContract, AButtonHasTheTitleThatItWasGiven) {
-    const auto button = toolkit_.makeButton("Cut & Paste", [] {});
+    const auto button = toolkit_.makeButton("Cut & Paste", {.name = "paste", .perform = [] {}});
     EXPECT_EQ(button->title(), "Cut & Paste");
     button->setTitle("Stop && Go");
     EXPECT_EQ(button->title(), "Stop && Go");
@@ -203,7 +203,8 @@ TEST_P(ToolkitContract, AButtonHasTheTitleThatItWasGiven) {
 
 TEST_P(ToolkitContract, AButtonCallsItsActionEachTimeItIsPressed) {
     int count = 0;
-    const auto button = toolkit_.makeButton("Press", [&] { ++count; });
+    const auto button =
+        toolkit_.makeButton("Press", {.name = "press", .perform = [&] { ++count; }});
     EXPECT_EQ(count, 0);
     backend_->press(*button);
     backend_->press(*button);
@@ -212,10 +213,11 @@ TEST_P(ToolkitContract, AButtonCallsItsActionEachTimeItIsPressed) {
 
 TEST_P(ToolkitContract, AnActionMayChangeTheButton) {
     std::shared_ptr<platform::Button> button;
-    button = toolkit_.makeButton("Start", [&] {
-        button->setTitle("Stop");
-        button->animateAlpha(0.8, std::chrono::milliseconds(200));
-    });
+    button =
+        toolkit_.makeButton("Start", {.name = "toggle", .perform = [&] {
+                                          button->setTitle("Stop");
+                                          button->animateAlpha(0.8, std::chrono::milliseconds(200));
+                                      }});
     backend_->press(*button);
     EXPECT_EQ(button->title(), "Stop");
 }
@@ -246,7 +248,7 @@ TEST_P(ToolkitContract, AViewOutlivesTheOneThatItWasPutInto) {
 
 TEST_P(ToolkitContract, TakesConstraintsOfAViewToItsContainerAndAMinimumOfWidth) {
     const auto container = toolkit_.makeView({});
-    const auto button = toolkit_.makeButton("Press", [] {});
+    const auto button = toolkit_.makeButton("Press", {.name = "press", .perform = [] {}});
     container->addSubview(button);
     toolkit_.activateConstraints({LayoutConstraint::equal(button, Anchor::top, container),
                                   LayoutConstraint::equal(button, Anchor::bottom, container),

@@ -92,10 +92,11 @@ TEST_F(PreferencesViewControllerTests, IsLaidOutFromTopToBottom) {
               "        label \"Current Shortcut:\", font 12, secondary, centred\n"
               "        label \"\u2318G\", bold 14, centred, by constraints\n"
               "    view\n"
-              "      button \"Record Shortcut\", rounded, layer, hugging 750, by constraints\n"
+              "      button \"Record Shortcut\" does toggleRecording, rounded, layer, hugging 750, "
+              "by constraints\n"
               "    wrapping label \"Ready to record - Click 'Record Shortcut' to begin\", "
               "font 11, secondary, centred, lines 2, by constraints\n"
-              "    button \"Reset to Default\", rounded\n");
+              "    button \"Reset to Default\" does resetShortcut, rounded\n");
 }
 
 TEST_F(PreferencesViewControllerTests, HoldsItsViewsByThreeGroupsOfConstraints) {

@@ -37,12 +37,23 @@ TEST_F(StatusMenuTests, HasSixRowsInTheirOrder) {
                                 {"Quit", true, false, KeyEquivalent{"q", command}}}));
 }
 
+TEST_F(StatusMenuTests, EachRowThatCanBeChosenNamesWhatItDoes) {
+    launch();
+    std::vector<std::string> names;
+    for (const auto& row : item().menu()->items()) {
+        names.push_back(row->action().name);
+    }
+    EXPECT_EQ(names,
+              (std::vector<std::string>{
+                  "", "clearSavedTime", "openPreferencesAction", "", "", "quitApp"}));
+}
+
 TEST_F(StatusMenuTests, TheItemIsAsWideAsItsIconAndShowsNothingElse) {
     launch();
     EXPECT_EQ(item().length(), -1);
     EXPECT_EQ(button().imagePosition(), platform::StatusBarButton::ImagePosition::imageOnly);
     EXPECT_EQ(button().title(), "");
-    EXPECT_EQ(button().action(), nullptr);
+    EXPECT_EQ(button().action().perform, nullptr);
     EXPECT_EQ(shownGlyph(), "P");
 }
 

@@ -51,7 +51,7 @@ void describe(std::ostream& out, const MemoryLabel& label) {
 }
 
 void describe(std::ostream& out, const MemoryButton& button) {
-    out << "button \"" << button.title() << "\"";
+    out << "button \"" << button.title() << "\" does " << button.actionName();
     if (button.bezelStyle() == MemoryButton::BezelStyle::rounded) {
         out << ", rounded";
     }

@@ -23,7 +23,7 @@ struct Include {
 
 /// Every include of the C++ files below `folder`, which stands in the source folder.
 std::vector<Include> includesBelow(const std::string& folder, bool recursive = true) {
-    static const std::regex pattern(R"(^\s*#\s*include\s*([<"])([^>"]+)[>"])");
+    static const std::regex pattern(R"(^\s*#\s*(?:include|import)\s*([<"])([^>"]+)[>"])");
     std::vector<Include> includes;
     for (auto entry = fs::recursive_directory_iterator(sourceFolder / folder);
          entry != fs::recursive_directory_iterator();
@@ -99,7 +99,7 @@ TEST(IncludeRulesTests, TheApplicationKnowsInterfacesAndNoBackend) {
     expectOnly("Pastewise", {"Pastewise/", "HotKey/", "Text/", "Foundation/", "Platform/"});
     for (const Include& include : includesBelow("Pastewise")) {
         for (const std::string backend :
-             {"Platform/Memory/", "Platform/Linux/", "Platform/MacOS/"}) {
+             {"Platform/Memory/", "Platform/Linux/", "Platform/MacOS/", "Platform/Posix/"}) {
             EXPECT_FALSE(include.target.starts_with(backend))
                 << include.file << " includes " << include.target;
         }
@@ -127,6 +127,29 @@ TEST(IncludeRulesTests, TheMemoryPlatformKnowsNoSystem) {
     expectOnly("Platform/Memory", {"Platform/", "HotKey/", "Foundation/"});
     for (const Include& include : includesBelow("Platform/Memory")) {
         EXPECT_FALSE(include.target.starts_with("Platform/Linux/")) << include.file;
+    }
+}
+
+TEST(IncludeRulesTests, WhatPosixSystemsShareKnowsNoneOfThem) {
+    expectOnly("Platform/Posix",
+               {"Platform/Posix/", "Platform/Clock.h", "Platform/StandardOutput.h"},
+               {"fcntl.h", "unistd.h"});
+}
+
+TEST(IncludeRulesTests, TheMacAdaptersKnowInterfacesAndTheirSystem) {
+    expectOnly("Platform/MacOS",
+               {"Platform/", "HotKey/", "Foundation/"},
+               {"AppKit/AppKit.h",
+                "ApplicationServices/ApplicationServices.h",
+                "Carbon/Carbon.h",
+                "Foundation/Foundation.h",
+                "dispatch/dispatch.h",
+                "objc/runtime.h",
+                "os/log.h"});
+    for (const Include& include : includesBelow("Platform/MacOS")) {
+        EXPECT_FALSE(include.target.starts_with("Platform/Linux/") ||
+                     include.target.starts_with("Platform/Memory/"))
+            << include.file << " includes " << include.target;
     }
 }
 

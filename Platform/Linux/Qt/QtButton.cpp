@@ -41,11 +41,11 @@ class PushButton final : public QPushButton {
 
 } // namespace
 
-QtButton::QtButton(const std::string& title, std::function<void()> action)
+QtButton::QtButton(const std::string& title, Action action)
     : QtButton(std::make_unique<PushButton>()) {
     setTitle(title);
     // The action lives in the connection, which Qt keeps alive while it is being called.
-    QObject::connect(button_, &QPushButton::clicked, button_, std::move(action));
+    QObject::connect(button_, &QPushButton::clicked, button_, std::move(action.perform));
 }
 
 QtButton::QtButton(std::unique_ptr<QPushButton> button)

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "Platform/Action.h"
 #include "Platform/Button.h"
 #include "Platform/Linux/Qt/QtAlphaAnimation.h"
 #include "Platform/Linux/Qt/QtWidgetView.h"
 
 #include <chrono>
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -16,7 +16,7 @@ namespace platform {
 /// A push button that Space and Return press while it has the focus.
 class QtButton final : public QtViewOf<Button> {
   public:
-    QtButton(const std::string& title, std::function<void()> action);
+    QtButton(const std::string& title, Action action);
 
     void setTitle(std::string title) override;
     [[nodiscard]] std::string title() const override;

@@ -60,7 +60,7 @@ std::shared_ptr<Label> QtToolkit::makeWrappingLabel(std::string text) {
     return std::make_shared<QtLabel>(QtTextWidget::Wrapping::wrapped, text);
 }
 
-std::shared_ptr<Button> QtToolkit::makeButton(std::string title, std::function<void()> action) {
+std::shared_ptr<Button> QtToolkit::makeButton(std::string title, Action action) {
     return std::make_shared<QtButton>(title, std::move(action));
 }
 

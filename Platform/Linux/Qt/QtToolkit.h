@@ -2,7 +2,6 @@
 
 #include "Platform/Toolkit.h"
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -20,8 +19,7 @@ class QtToolkit final : public Toolkit {
     [[nodiscard]] std::shared_ptr<VerticalStack> makeVerticalStack() override;
     [[nodiscard]] std::shared_ptr<Label> makeLabel(std::string text) override;
     [[nodiscard]] std::shared_ptr<Label> makeWrappingLabel(std::string text) override;
-    [[nodiscard]] std::shared_ptr<Button> makeButton(std::string title,
-                                                     std::function<void()> action) override;
+    [[nodiscard]] std::shared_ptr<Button> makeButton(std::string title, Action action) override;
     void activateConstraints(const std::vector<LayoutConstraint>& constraints) override;
 };
 

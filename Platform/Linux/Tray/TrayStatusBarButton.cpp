@@ -20,7 +20,7 @@ void TrayStatusBarButton::setImagePosition(ImagePosition position) {
 
 void TrayStatusBarButton::setTitle(std::string /*title*/) {}
 
-void TrayStatusBarButton::setAction(std::function<void()> action) {
+void TrayStatusBarButton::setAction(Action action) {
     action_ = std::move(action);
 }
 
@@ -29,8 +29,8 @@ std::shared_ptr<const DrawnImage> TrayStatusBarButton::visibleImage() const {
 }
 
 void TrayStatusBarButton::performAction() const {
-    if (const auto action = action_) {
-        action();
+    if (const auto perform = action_.perform) {
+        perform();
     }
 }
 

@@ -19,7 +19,7 @@ class TrayStatusBarButton final : public StatusBarButton {
     void setImage(std::shared_ptr<const Image> image) override;
     void setImagePosition(ImagePosition position) override;
     void setTitle(std::string title) override;
-    void setAction(std::function<void()> action) override;
+    void setAction(Action action) override;
 
     /// What is to be seen; null for nothing.
     [[nodiscard]] std::shared_ptr<const DrawnImage> visibleImage() const;
@@ -35,7 +35,7 @@ class TrayStatusBarButton final : public StatusBarButton {
     std::function<void()> imageDidChange_;
     std::shared_ptr<const DrawnImage> image_;
     ImagePosition position_ = ImagePosition::imageLeading;
-    std::function<void()> action_;
+    Action action_;
 };
 
 } // namespace platform

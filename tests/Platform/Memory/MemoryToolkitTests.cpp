@@ -120,10 +120,11 @@ TEST(MemoryToolkitTests, LetsAButtonsActionEndTheButton) {
     MemoryToolkit toolkit;
     std::string log = "pressed";
     std::shared_ptr<platform::Button> button;
-    button = toolkit.makeButton("Close", [&button, &log, text = std::string(100, 'x')] {
+    auto close = [&button, &log, text = std::string(100, 'x')] {
         button.reset();
         log = text;
-    });
+    };
+    button = toolkit.makeButton("Close", {.name = "close", .perform = close});
     dynamic_cast<platform::MemoryButton&>(*button).press();
     EXPECT_EQ(button, nullptr);
     EXPECT_EQ(log, std::string(100, 'x'));

@@ -26,12 +26,12 @@ class FormWindow {
     std::shared_ptr<platform::Label> caption = toolkit.makeLabel("Current Shortcut:");
     std::shared_ptr<platform::Label> shortcut = toolkit.makeLabel("No shortcut set");
     std::shared_ptr<platform::View> recordContainer = toolkit.makeView({});
-    std::shared_ptr<platform::Button> record =
-        toolkit.makeButton("Record Shortcut", [this] { call(onRecord); });
+    std::shared_ptr<platform::Button> record = toolkit.makeButton(
+        "Record Shortcut", {.name = "record", .perform = [this] { call(onRecord); }});
     std::shared_ptr<platform::Label> status =
         toolkit.makeWrappingLabel("Ready to record - Click 'Record Shortcut' to begin");
-    std::shared_ptr<platform::Button> reset =
-        toolkit.makeButton("Reset to Default", [this] { call(onReset); });
+    std::shared_ptr<platform::Button> reset = toolkit.makeButton(
+        "Reset to Default", {.name = "reset", .perform = [this] { call(onReset); }});
 
   private:
     class Controller final : public platform::ViewController {

@@ -14,15 +14,13 @@ class SampleMenu final : public platform::MenuDelegate {
   public:
     SampleMenu() {
         menu->addItem(information);
+        menu->addItem(
+            std::make_shared<platform::MenuItem>("Clear_Saved & Time\u2026", choice("clear")));
         menu->addItem(std::make_shared<platform::MenuItem>(
-            "Clear_Saved & Time\u2026", [this] { chosen.emplace_back("clear"); }));
-        menu->addItem(std::make_shared<platform::MenuItem>(
-            "Preferences\u2026",
-            [this] { chosen.emplace_back("preferences"); },
-            platform::KeyEquivalent{","}));
+            "Preferences\u2026", choice("preferences"), platform::KeyEquivalent{","}));
         menu->addItem(platform::MenuItem::separator());
         menu->addItem(std::make_shared<platform::MenuItem>(
-            "Quit", [this] { chosen.emplace_back("quit"); }, platform::KeyEquivalent{"q"}));
+            "Quit", choice("quit"), platform::KeyEquivalent{"q"}));
         menu->setDelegate(this);
     }
 
@@ -46,6 +44,11 @@ class SampleMenu final : public platform::MenuDelegate {
     bool changesTitle = true;
     int openingCount = 0;
     std::vector<std::string> chosen;
+
+  private:
+    platform::Action choice(const std::string& name) {
+        return {.name = name, .perform = [this, name] { chosen.push_back(name); }};
+    }
 };
 
 } // namespace tray_test

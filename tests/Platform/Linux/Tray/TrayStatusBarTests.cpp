@@ -175,7 +175,7 @@ TEST_F(TrayStatusBarTests, AClickWithoutAMenuIsTheButtonsAction) {
     ASSERT_TRUE(waitForIconInHost());
     ask("activate 10 10");
     QApplication::processEvents();
-    item_->button()->setAction([&clicks] { ++clicks; });
+    item_->button()->setAction({.name = "count", .perform = [&clicks] { ++clicks; }});
     ask("activate 10 10");
     EXPECT_TRUE(turnUntil([&] { return clicks == 1; }));
 }

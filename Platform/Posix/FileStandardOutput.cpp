@@ -1,4 +1,4 @@
-#include "Platform/Linux/FileStandardOutput.h"
+#include "Platform/Posix/FileStandardOutput.h"
 
 #include <fcntl.h>
 
