@@ -20,23 +20,35 @@ struct ValuePrinter {
 
 } // namespace
 
-std::string renderLogMessage(const LogRecord& record, LogRendering rendering) {
-    std::string message;
+std::vector<LogPiece> logPieces(const LogRecord& record) {
+    std::vector<LogPiece> pieces(1);
     std::size_t at = 0;
     for (const LogRecord::Value& value : record.values) {
         const auto placeholder = nextLogPlaceholder(record.format, at);
         if (!placeholder) {
             break;
         }
-        message += record.format.substr(at, placeholder->begin - at);
-        if (placeholder->privacy == LogPrivacy::isPrivate && rendering == LogRendering::redacted) {
-            message += "<private>";
-        } else {
-            std::visit(ValuePrinter{message}, value);
+        pieces.back().text += record.format.substr(at, placeholder->begin - at);
+        if (placeholder->privacy == LogPrivacy::isPrivate) {
+            pieces.push_back({.text = {}, .privacy = LogPrivacy::isPrivate});
+        }
+        std::visit(ValuePrinter{pieces.back().text}, value);
+        if (placeholder->privacy == LogPrivacy::isPrivate) {
+            pieces.emplace_back();
         }
         at = placeholder->end;
     }
-    message += record.format.substr(at);
+    pieces.back().text += record.format.substr(at);
+    return pieces;
+}
+
+std::string renderLogMessage(const LogRecord& record, LogRendering rendering) {
+    std::string message;
+    for (const LogPiece& piece : logPieces(record)) {
+        const bool isHidden =
+            piece.privacy == LogPrivacy::isPrivate && rendering == LogRendering::redacted;
+        message += isHidden ? "<private>" : piece.text;
+    }
     return message;
 }
 

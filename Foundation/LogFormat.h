@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <vector>
 
 namespace foundation {
 
@@ -153,11 +154,20 @@ class LogFormat {
     std::string_view text_;
 };
 
+/// A part of a message whose values are all public or all private.
+struct LogPiece {
+    std::string text;
+    LogPrivacy privacy = LogPrivacy::isPublic;
+};
+
+/// The text of a record, the format with each placeholder replaced by its value, in pieces that are
+/// public and private by turns, the first one public. Floating-point values have six decimals.
+[[nodiscard]] std::vector<LogPiece> logPieces(const LogRecord& record);
+
 /// Whether values marked private stand in a rendered message as they are or as "<private>".
 enum class LogRendering : std::uint8_t { redacted, whole };
 
-/// The text of a record: the format with each placeholder replaced by its value. Floating-point
-/// values have six decimals.
+/// The text of a record as one.
 [[nodiscard]] std::string renderLogMessage(const LogRecord& record, LogRendering rendering);
 
 } // namespace foundation

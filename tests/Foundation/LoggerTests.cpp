@@ -1,12 +1,15 @@
+#include "Foundation/LogFormat.h"
 #include "Foundation/Logger.h"
 #include "Foundation/LoggerFactory.h"
 #include "Platform/Memory/MemoryLogSink.h"
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -79,6 +82,24 @@ TEST_F(LoggerTests, HoldsATextThatAFunctionReturnsUntilItIsWritten) {
 TEST_F(LoggerTests, DoesNotTakeAPercentSignInAValueForAPlaceholder) {
     logger_.debug("%{public}s and %{public}s", "100 %s", "%{public}d");
     EXPECT_EQ(sink_.entries().at(0).redacted, "100 %s and %{public}d");
+}
+
+TEST_F(LoggerTests, CutsAMessageIntoPiecesThatArePublicAndPrivateByTurns) {
+    const std::vector<foundation::LogRecord::Value> values{
+        std::string_view("K"), std::int64_t{7}, std::string_view("shift")};
+    const auto pieces = foundation::logPieces({.subsystem = {},
+                                               .category = {},
+                                               .level = LogLevel::debug,
+                                               .format = "Key: %s (%ld), Modifiers: %s",
+                                               .values = values});
+    std::vector<std::string> texts;
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        texts.push_back(pieces[i].text);
+        EXPECT_EQ(pieces[i].privacy,
+                  i % 2 == 0 ? foundation::LogPrivacy::isPublic
+                             : foundation::LogPrivacy::isPrivate);
+    }
+    EXPECT_EQ(texts, (std::vector<std::string>{"Key: ", "K", " (7), Modifiers: ", "shift", ""}));
 }
 
 } // namespace
