@@ -23,6 +23,7 @@
 #include "Platform/Linux/X11/X11Pasteboard.h"
 #include "Platform/Linux/X11/X11TrayManagerSelection.h"
 #include "Platform/PlatformFactory.h"
+#include "Platform/PlatformOf.h"
 #include "Platform/Posix/FileStandardOutput.h"
 #include "Platform/Posix/SystemClock.h"
 #include "Text/Utf8Repair.h"
@@ -80,11 +81,17 @@ class DesktopProcess {
 
     [[nodiscard]] DBusApplication& busApplication() { return busApplication_; }
 
+    [[nodiscard]] QtEventLoop& eventLoop() { return eventLoop_; }
+
+    [[nodiscard]] QtMainQueue& mainQueue() { return mainQueue_; }
+
   private:
     TerminationSignals terminationSignals_;
     QApplication application_;
     DBusApplication busApplication_;
     std::optional<InstanceLock> lock_;
+    QtEventLoop eventLoop_;
+    QtMainQueue mainQueue_;
 };
 
 class DesktopApplication final : public Application {
@@ -104,65 +111,68 @@ class DesktopApplication final : public Application {
     DBusApplication& busApplication_;
 };
 
-/// A desktop on an X server: clipboard, hot keys and what belongs to the keyboard over XCB, the
-/// tray and the program's name over the session bus, everything else through Qt.
-class X11DesktopPlatform final : public Platform {
+/// What the program needs of a desktop on an X server: clipboard, hot keys and what belongs to the
+/// keyboard over XCB, the tray and the program's name over the session bus, everything else through
+/// Qt.
+struct X11DesktopServices {
+    X11DesktopServices(std::unique_ptr<DesktopProcess> desktopProcess,
+                       std::unique_ptr<X11Connection> connection,
+                       std::unique_ptr<X11EventHotKeyService> openHotKeys)
+        : process(std::move(desktopProcess)),
+          hotKeys(std::move(openHotKeys)),
+          pasteboard(std::move(connection), eventLoop, mainQueue, loggers, text::repairUtf8) {}
+
+    std::unique_ptr<DesktopProcess> process;
+    std::unique_ptr<X11EventHotKeyService> hotKeys;
+    QtLogSink logSink;
+    foundation::LoggerFactory loggers{logSink, "com.app.pastewise"};
+    QtEventLoop& eventLoop = process->eventLoop();
+    QtMainQueue& mainQueue = process->mainQueue();
+    std::unique_ptr<FileDescriptorWatch> terminationWatch =
+        process->terminationSignals().deliver(eventLoop, [] { QApplication::quit(); });
+    X11Pasteboard pasteboard;
+    X11EventHotKeyService& eventHotKeyService = *hotKeys;
+    SystemClock clock;
+    LocalCalendar calendar;
+    WorkerThread diskWorker;
+    PlistUserDefaults userDefaults{
+        PlistUserDefaults::defaultPath(), mainQueue, diskWorker, loggers};
+    FileStandardOutput standardOutput;
+    LinuxAccessibilityTrust accessibilityTrust;
+    QtAlerts alerts;
+    QtWorkspace workspace;
+    DesktopApplication application{process->busApplication()};
+    TrayImages images;
+    TrayStatusBar statusBar{
+        process->busApplication().connection(), [this](std::function<void()> didChange) {
+            return X11TrayManagerSelection::open(eventLoop, std::move(didChange));
+        }};
+    QtToolkit toolkit;
+    X11KeyboardModifiers keyboardModifiers;
+    QtKeyDownMonitors keyDownMonitors{&keyboardModifiers};
+};
+
+class X11DesktopPlatform final : public PlatformOf<X11DesktopServices> {
   public:
     X11DesktopPlatform(std::unique_ptr<DesktopProcess> process,
-                       std::unique_ptr<X11Connection> connection)
-        : process_(std::move(process)),
-          pasteboard_(std::move(connection), eventLoop_, mainQueue_, loggers_, text::repairUtf8),
-          eventHotKeyService_(X11EventHotKeyService::open(eventLoop_, mainQueue_)) {
+                       std::unique_ptr<X11Connection> connection,
+                       std::unique_ptr<X11EventHotKeyService> hotKeys)
+        : PlatformOf(std::move(process), std::move(connection), std::move(hotKeys)) {
         if (!environmentVariable("WAYLAND_DISPLAY").empty()) {
-            loggers_.logger("LinuxPlatform")
+            services()
+                .loggers.logger("LinuxPlatform")
                 .error(
                     "In a Wayland session the shortcut works only while an X11 window is in front");
         }
         // What was copied and what was counted outlive the session as they outlive the program.
-        QApplication& application = process_->application();
+        QApplication& application = services().process->application();
         QObject::connect(
             &application, &QApplication::commitDataRequest, &application, [this] { save(); });
     }
 
-    [[nodiscard]] bool hasHotKeys() const { return eventHotKeyService_ != nullptr; }
-
     [[nodiscard]] std::optional<std::string> bundleIdentifier() const override {
         return std::nullopt;
     }
-
-    [[nodiscard]] foundation::LogSink& logSink() override { return logSink_; }
-
-    [[nodiscard]] MainQueue& mainQueue() override { return mainQueue_; }
-
-    [[nodiscard]] Pasteboard& pasteboard() override { return pasteboard_; }
-
-    [[nodiscard]] hotkey::EventHotKeyService& eventHotKeyService() override {
-        return *eventHotKeyService_;
-    }
-
-    [[nodiscard]] Clock& clock() override { return clock_; }
-
-    [[nodiscard]] Calendar& calendar() override { return calendar_; }
-
-    [[nodiscard]] UserDefaults& userDefaults() override { return userDefaults_; }
-
-    [[nodiscard]] StandardOutput& standardOutput() override { return standardOutput_; }
-
-    [[nodiscard]] AccessibilityTrust& accessibilityTrust() override { return accessibilityTrust_; }
-
-    [[nodiscard]] Alerts& alerts() override { return alerts_; }
-
-    [[nodiscard]] Workspace& workspace() override { return workspace_; }
-
-    [[nodiscard]] Application& application() override { return application_; }
-
-    [[nodiscard]] Images& images() override { return images_; }
-
-    [[nodiscard]] StatusBar& statusBar() override { return statusBar_; }
-
-    [[nodiscard]] Toolkit& toolkit() override { return toolkit_; }
-
-    [[nodiscard]] KeyDownMonitors& keyDownMonitors() override { return keyDownMonitors_; }
 
     int run(const std::function<void()>& didFinishLaunching) override {
         didFinishLaunching();
@@ -173,37 +183,9 @@ class X11DesktopPlatform final : public Platform {
 
   private:
     void save() {
-        userDefaults_.flush();
-        pasteboard_.handOver();
+        services().userDefaults.flush();
+        services().pasteboard.handOver();
     }
-
-    std::unique_ptr<DesktopProcess> process_;
-    QtLogSink logSink_;
-    foundation::LoggerFactory loggers_{logSink_, "com.app.pastewise"};
-    QtMainQueue mainQueue_;
-    QtEventLoop eventLoop_;
-    std::unique_ptr<FileDescriptorWatch> terminationWatch_ =
-        process_->terminationSignals().deliver(eventLoop_, [] { QApplication::quit(); });
-    X11Pasteboard pasteboard_;
-    std::unique_ptr<X11EventHotKeyService> eventHotKeyService_;
-    SystemClock clock_;
-    LocalCalendar calendar_;
-    WorkerThread diskWorker_;
-    PlistUserDefaults userDefaults_{
-        PlistUserDefaults::defaultPath(), mainQueue_, diskWorker_, loggers_};
-    FileStandardOutput standardOutput_;
-    LinuxAccessibilityTrust accessibilityTrust_;
-    QtAlerts alerts_;
-    QtWorkspace workspace_;
-    DesktopApplication application_{process_->busApplication()};
-    TrayImages images_;
-    TrayStatusBar statusBar_{
-        process_->busApplication().connection(), [this](std::function<void()> didChange) {
-            return X11TrayManagerSelection::open(eventLoop_, std::move(didChange));
-        }};
-    QtToolkit toolkit_;
-    X11KeyboardModifiers keyboardModifiers_;
-    QtKeyDownMonitors keyDownMonitors_{&keyboardModifiers_};
 };
 
 } // namespace
@@ -231,12 +213,13 @@ PlatformOrNot makePlatform(int& argc, char** argv) {
     if (!process->isFirst()) {
         return AlreadyRunning{};
     }
-    auto platform = std::make_unique<X11DesktopPlatform>(std::move(process), std::move(connection));
-    if (!platform->hasHotKeys()) {
+    auto hotKeys = X11EventHotKeyService::open(process->eventLoop(), process->mainQueue());
+    if (!hotKeys) {
         return NoPlatform{"the X display " + display +
                           " has no keyboard extension, so no shortcut can be taken"};
     }
-    return platform;
+    return std::make_unique<X11DesktopPlatform>(
+        std::move(process), std::move(connection), std::move(hotKeys));
 }
 
 } // namespace platform

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Platform/KeyDownMonitors.h"
+
+#import <AppKit/AppKit.h>
+
+#include <cstdint>
+#include <map>
+
+namespace platform {
+
+/// The system's local monitors of key presses. Main thread only.
+class MacKeyDownMonitors final : public KeyDownMonitors {
+  public:
+    [[nodiscard]] foundation::ObserverToken addLocalMonitor(Handler handler) override {
+        const foundation::ObserverToken token{++lastToken_};
+        const auto handleEvent = ^NSEvent*(NSEvent* event) {
+            const KeyEvent pressed{.keyCode = event.keyCode,
+                                   .modifierFlags = {event.modifierFlags}};
+            return handler(pressed) ? event : nil;
+        };
+        monitors_[token] = [NSEvent addLocalMonitorForEventsMatchingMask:NSEventMaskKeyDown
+                                                                 handler:handleEvent];
+        return token;
+    }
+
+    void removeMonitor(foundation::ObserverToken token) override {
+        if (const auto node = monitors_.extract(token)) {
+            [NSEvent removeMonitor:node.mapped()];
+        }
+    }
+
+  private:
+    std::uint64_t lastToken_ = 0;
+    std::map<foundation::ObserverToken, id> monitors_;
+};
+
+} // namespace platform

@@ -1,0 +1,66 @@
+#import "Platform/MacOS/MacAccessibilityTrust.h"
+#import "Platform/MacOS/MacAlerts.h"
+#import "Platform/MacOS/MacApplication.h"
+#import "Platform/MacOS/MacCalendar.h"
+#import "Platform/MacOS/MacEventHotKeyService.h"
+#import "Platform/MacOS/MacKeyDownMonitors.h"
+#import "Platform/MacOS/MacLogSink.h"
+#import "Platform/MacOS/MacMainQueue.h"
+#import "Platform/MacOS/MacPasteboard.h"
+#import "Platform/MacOS/MacStatusBar.h"
+#import "Platform/MacOS/MacToolkit.h"
+#import "Platform/MacOS/MacUserDefaults.h"
+#import "Platform/MacOS/MacWorkspace.h"
+#include "Platform/PlatformFactory.h"
+#include "Platform/PlatformOf.h"
+#include "Platform/Posix/FileStandardOutput.h"
+#include "Platform/Posix/SystemClock.h"
+
+#include <csignal>
+
+namespace platform {
+
+namespace {
+
+struct MacServices {
+    MacLogSink logSink;
+    MacMainQueue mainQueue;
+    MacPasteboard pasteboard{[NSPasteboard generalPasteboard]};
+    MacEventHotKeyService eventHotKeyService;
+    SystemClock clock;
+    MacCalendar calendar;
+    MacUserDefaults userDefaults{[NSUserDefaults standardUserDefaults]};
+    FileStandardOutput standardOutput;
+    MacAccessibilityTrust accessibilityTrust;
+    MacAlerts alerts;
+    MacWorkspace workspace;
+    MacApplication application;
+    MacImages images;
+    MacStatusBar statusBar;
+    MacToolkit toolkit;
+    MacKeyDownMonitors keyDownMonitors;
+};
+
+class MacPlatform final : public PlatformOf<MacServices> {
+  public:
+    [[nodiscard]] std::optional<std::string> bundleIdentifier() const override {
+        NSString* const identifier = [[NSBundle mainBundle] bundleIdentifier];
+        return identifier == nil ? std::nullopt : std::optional(utf8String(identifier));
+    }
+
+    int run(const std::function<void()>& didFinishLaunching) override {
+        services().application.run(didFinishLaunching);
+        return 0;
+    }
+};
+
+} // namespace
+
+PlatformOrNot makePlatform(int& /*argc*/, char** /*argv*/) {
+    // A line to a pipe that nobody reads any more must not end the program.
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    [NSApplication sharedApplication];
+    return std::make_unique<MacPlatform>();
+}
+
+} // namespace platform

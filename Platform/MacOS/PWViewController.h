@@ -1,0 +1,10 @@
+#pragma once
+
+#include "Platform/ViewController.h"
+
+#import <AppKit/AppKit.h>
+
+/// Tells a controller of the program's, which outlives it, what the system tells one of its own.
+@interface PWViewController : NSViewController
+- (instancetype)initWithController:(platform::ViewController*)controller;
+@end
