@@ -5,12 +5,12 @@
 
 #import <os/log.h>
 
-#include <array>
 #include <cstddef>
 #include <map>
 #include <memory>
 #include <new>
 #include <utility>
+#include <vector>
 
 namespace platform {
 
@@ -38,28 +38,9 @@ class MacLogSink final : public foundation::LogSink {
             return os_log_type_enabled(log_, typeOf(level));
         }
 
-        /// The system wants its format as a literal, so a line has room for so many pieces; a
-        /// message with more of them goes on in the next line.
         void write(const foundation::LogRecord& record) noexcept override {
             try {
-                const auto pieces = logPieces(record);
-                std::array<const char*, 6> texts{};
-                for (std::size_t first = 0; first < pieces.size(); first += texts.size()) {
-                    texts.fill("");
-                    for (std::size_t i = 0; i < texts.size() && first + i < pieces.size(); ++i) {
-                        texts[i] = pieces[first + i].text.c_str();
-                    }
-                    os_log_with_type(
-                        log_,
-                        typeOf(record.level),
-                        "%{public}s%{private}s%{public}s%{private}s%{public}s%{private}s",
-                        texts[0],
-                        texts[1],
-                        texts[2],
-                        texts[3],
-                        texts[4],
-                        texts[5]);
-                }
+                write(logPieces(record), typeOf(record.level));
             } catch (const std::bad_alloc&) {
                 // Without memory for a line of log there is none: the program goes on.
                 return;
@@ -69,6 +50,31 @@ class MacLogSink final : public foundation::LogSink {
       private:
         static os_log_type_t typeOf(foundation::LogLevel level) {
             return level == foundation::LogLevel::debug ? OS_LOG_TYPE_DEBUG : OS_LOG_TYPE_ERROR;
+        }
+
+        /// The system wants its format as a literal, and shows even an empty private value as one:
+        /// so there is a format for each number of them. What is beyond two is not shown to anyone.
+        void write(std::vector<foundation::LogPiece> pieces, os_log_type_t type) {
+            for (std::size_t i = 5; i < pieces.size(); ++i) {
+                const bool isPublic = pieces[i].privacy == foundation::LogPrivacy::isPublic;
+                pieces[4].text += isPublic ? pieces[i].text : "<private>";
+            }
+            const auto text = [&pieces](std::size_t i) { return pieces[i].text.c_str(); };
+            if (pieces.size() == 1) {
+                os_log_with_type(log_, type, "%{public}s", text(0));
+            } else if (pieces.size() == 3) {
+                os_log_with_type(
+                    log_, type, "%{public}s%{private}s%{public}s", text(0), text(1), text(2));
+            } else {
+                os_log_with_type(log_,
+                                 type,
+                                 "%{public}s%{private}s%{public}s%{private}s%{public}s",
+                                 text(0),
+                                 text(1),
+                                 text(2),
+                                 text(3),
+                                 text(4));
+            }
         }
 
         os_log_t const log_;
