@@ -1,7 +1,10 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <ostream>
+#include <string>
 
 namespace contract {
 
@@ -13,5 +16,17 @@ struct BackendMaker {
 
     friend void PrintTo(const BackendMaker& maker, std::ostream* out) { *out << maker.name; }
 };
+
+/// What a suite is instantiated with for the backend `Made`, which is made anew for each test.
+template <typename Backend, typename Made>
+auto backend(const char* name) {
+    return testing::Values(BackendMaker<Backend>{
+        name, []() -> std::unique_ptr<Backend> { return std::make_unique<Made>(); }});
+}
+
+template <typename Backend>
+std::string nameOfBackend(const testing::TestParamInfo<BackendMaker<Backend>>& maker) {
+    return maker.param.name;
+}
 
 } // namespace contract

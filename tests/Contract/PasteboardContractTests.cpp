@@ -1,52 +1,13 @@
-#include "Platform/Memory/MemoryPasteboard.h"
-#include "Platform/Pasteboard.h"
-#include "tests/Contract/PairOfX11Pasteboards.h"
-#include "tests/Contract/SingleX11Pasteboard.h"
+#include "tests/Contract/PasteboardContract.h"
 #include "tests/Desktop/GeneratedText.h"
 
-#include <gtest/gtest.h>
-
 #include <cstddef>
-#include <functional>
-#include <memory>
 #include <optional>
-#include <ostream>
-#include <string>
 #include <string_view>
 
-namespace {
+namespace contract {
 
-using foundation::TextBuffer;
-using platform::Pasteboard;
 using platform::PasteboardType;
-
-struct Backend {
-    std::string name;
-    std::function<std::unique_ptr<Pasteboard>()> make;
-
-    friend void PrintTo(const Backend& backend, std::ostream* stream) { *stream << backend.name; }
-};
-
-class PasteboardContract : public testing::TestWithParam<Backend> {
-  protected:
-    [[nodiscard]] bool set(std::string_view text, PasteboardType type) {
-        return pasteboard_->setString(TextBuffer(text), type);
-    }
-
-    [[nodiscard]] std::optional<std::string> get(PasteboardType type) {
-        const auto text = pasteboard_->string(type);
-        return text ? std::optional<std::string>(text->view()) : std::nullopt;
-    }
-
-    void expectKept(std::string_view text) {
-        pasteboard_->clearContents();
-        ASSERT_TRUE(set(text, PasteboardType::string));
-        // Compared as a whole: the text may be too long to be printed.
-        EXPECT_TRUE(get(PasteboardType::string) == text);
-    }
-
-    std::unique_ptr<Pasteboard> pasteboard_ = GetParam().make();
-};
 
 TEST_P(PasteboardContract, HoldsNoTextBeforeAnybodyHasSetOne) {
     EXPECT_EQ(get(PasteboardType::string), std::nullopt);
@@ -138,14 +99,4 @@ TEST_P(PasteboardContract, KeepsSixtyFourMegabytes) {
     expectKept(testing_support::generatedText(std::size_t{64} * 1024 * 1024));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    OfEachBackend,
-    PasteboardContract,
-    testing::Values(
-        Backend{"Memory", [] { return std::make_unique<platform::MemoryPasteboard>(); }},
-        Backend{"X11", [] { return std::make_unique<testing_support::SingleX11Pasteboard>(); }},
-        Backend{"X11InTwoProcesses",
-                [] { return std::make_unique<testing_support::PairOfX11Pasteboards>(); }}),
-    [](const auto& instance) { return instance.param.name; });
-
-} // namespace
+} // namespace contract

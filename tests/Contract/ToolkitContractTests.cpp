@@ -1,116 +1,18 @@
-#include "Platform/Linux/Qt/QtToolkit.h"
-#include "Platform/Linux/Qt/QtWidgetView.h"
-#include "Platform/Memory/MemoryButton.h"
-#include "Platform/Memory/MemoryToolkit.h"
-#include "tests/Contract/BackendMaker.h"
-#include "tests/Support/QtDesktop.h"
-#include "tests/Support/QtTestLoop.h"
+#include "tests/Contract/ToolkitContract.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <QPushButton>
 #include <algorithm>
 #include <chrono>
 #include <memory>
-#include <string>
-#include <vector>
+#include <utility>
 
-namespace {
+namespace contract {
 
 using platform::LayoutConstraint;
 using platform::Rect;
 using testing::ElementsAre;
 using Anchor = platform::LayoutConstraint::Anchor;
-
-/// A toolkit and the user in front of it.
-class Backend {
-  public:
-    Backend() = default;
-    virtual ~Backend() = default;
-    Backend(const Backend&) = delete;
-    Backend& operator=(const Backend&) = delete;
-    Backend(Backend&&) = delete;
-    Backend& operator=(Backend&&) = delete;
-
-    virtual platform::Toolkit& toolkit() = 0;
-    virtual void press(platform::Button& button) = 0;
-    /// Lets the system do what it put off.
-    virtual void settle() = 0;
-};
-
-class MemoryBackend final : public Backend {
-  public:
-    platform::Toolkit& toolkit() override { return toolkit_; }
-
-    void press(platform::Button& button) override {
-        dynamic_cast<platform::MemoryButton&>(button).press();
-    }
-
-    void settle() override {}
-
-  private:
-    platform::MemoryToolkit toolkit_;
-};
-
-class QtBackend final : public Backend {
-  public:
-    platform::Toolkit& toolkit() override { return toolkit_; }
-
-    void press(platform::Button& button) override {
-        dynamic_cast<QPushButton&>(platform::QtWidgetView::of(button).widget()).click();
-    }
-
-    void settle() override { testing_support::QtTestLoop::turn(); }
-
-  private:
-    testing_support::QtDesktop desktop_;
-    platform::QtToolkit toolkit_;
-};
-
-using BackendMaker = contract::BackendMaker<Backend>;
-
-/// Fills a window with one view and notes what it is told.
-class NotingController final : public platform::ViewController {
-  public:
-    explicit NotingController(platform::Toolkit& toolkit) : toolkit_(toolkit) {}
-
-    void loadView() override {
-        notes.emplace_back("load");
-        setView(toolkit_.makeView({{0, 0}, {40, 20}}));
-    }
-
-    void viewDidLoad() override { notes.emplace_back("did load"); }
-
-    void viewWillAppear() override { notes.emplace_back("will appear"); }
-
-    void viewDidLayout() override {
-        if (notes.empty() || notes.back() != "did layout") {
-            notes.emplace_back("did layout");
-        }
-    }
-
-    void viewDidDisappear() override { notes.emplace_back("did disappear"); }
-
-    /// Layouts in a row count once.
-    std::vector<std::string> notes;
-
-  private:
-    platform::Toolkit& toolkit_;
-};
-
-class ToolkitContract : public testing::TestWithParam<BackendMaker> {
-  protected:
-    std::unique_ptr<Backend> backend_ = GetParam().make();
-    platform::Toolkit& toolkit_ = backend_->toolkit();
-};
-
-class WindowContract : public ToolkitContract {
-  protected:
-    NotingController controller_{toolkit_};
-    std::unique_ptr<platform::Window> window_ =
-        toolkit_.makeWindow({{0, 0}, {400, 350}}, {.isTitled = true, .isClosable = true}, {});
-};
 
 TEST_P(WindowContract, IsHiddenUntilItIsShownAndAfterItWasClosed) {
     window_->setContentViewController(controller_);
@@ -257,8 +159,6 @@ TEST_P(ToolkitContract, TakesConstraintsOfAViewToItsContainerAndAMinimumOfWidth)
     container->layoutSubtreeIfNeeded();
 }
 
-using ToolkitContractDeathTests = ToolkitContract;
-
 TEST_P(ToolkitContractDeathTests, RefusesConstraintsOfViewsThatDoNotStandInEachOther) {
     const auto one = toolkit_.makeLabel("one");
     const auto other = toolkit_.makeView({});
@@ -266,17 +166,4 @@ TEST_P(ToolkitContractDeathTests, RefusesConstraintsOfViewsThatDoNotStandInEachO
                  "does not stand in");
 }
 
-const auto backends = testing::Values(
-    BackendMaker{"Memory",
-                 []() -> std::unique_ptr<Backend> { return std::make_unique<MemoryBackend>(); }},
-    BackendMaker{"Qt", []() -> std::unique_ptr<Backend> { return std::make_unique<QtBackend>(); }});
-
-std::string nameOf(const testing::TestParamInfo<BackendMaker>& maker) {
-    return maker.param.name;
-}
-
-INSTANTIATE_TEST_SUITE_P(OfEachBackend, ToolkitContract, backends, nameOf);
-INSTANTIATE_TEST_SUITE_P(OfEachBackend, ToolkitContractDeathTests, backends, nameOf);
-INSTANTIATE_TEST_SUITE_P(OfEachBackend, WindowContract, backends, nameOf);
-
-} // namespace
+} // namespace contract

@@ -1,93 +1,19 @@
-#include "Foundation/LoggerFactory.h"
-#include "Platform/Linux/Store/PlistUserDefaults.h"
-#include "Platform/Linux/WorkerThread.h"
-#include "Platform/Memory/MemoryLogSink.h"
-#include "Platform/Memory/MemoryMainQueue.h"
-#include "Platform/Memory/MemoryUserDefaults.h"
-#include "tests/Contract/BackendMaker.h"
-#include "tests/Support/TemporaryFolder.h"
-
-#include <gtest/gtest.h>
+#include "tests/Contract/UserDefaultsContract.h"
 
 #include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 
-namespace {
+namespace contract {
 
 using foundation::Date;
 using foundation::Dictionary;
-using platform::UserDefaults;
 using Object = platform::UserDefaults::Object;
-
-/// Settings and what it takes to find them again as a later start of the program does.
-class Backend {
-  public:
-    Backend() = default;
-    virtual ~Backend() = default;
-    Backend(const Backend&) = delete;
-    Backend& operator=(const Backend&) = delete;
-    Backend(Backend&&) = delete;
-    Backend& operator=(Backend&&) = delete;
-
-    virtual UserDefaults& defaults() = 0;
-    virtual void restart() = 0;
-};
-
-/// Lasts as long as the test, over restarts too.
-class MemoryBackend final : public Backend {
-  public:
-    UserDefaults& defaults() override { return defaults_; }
-
-    void restart() override {}
-
-  private:
-    platform::MemoryUserDefaults defaults_;
-};
-
-class PlistBackend final : public Backend {
-  public:
-    PlistBackend() { restart(); }
-
-    UserDefaults& defaults() override { return *defaults_; }
-
-    void restart() override {
-        queue_.drain();
-        defaults_.reset();
-        defaults_ = std::make_unique<platform::PlistUserDefaults>(
-            folder_.path() / "settings.plist", queue_, worker_, loggers_);
-    }
-
-  private:
-    testing_support::TemporaryFolder folder_;
-    platform::MemoryMainQueue queue_;
-    platform::MemoryLogSink log_;
-    foundation::LoggerFactory loggers_{log_, "com.app.pastewise"};
-    platform::WorkerThread worker_;
-    std::unique_ptr<platform::PlistUserDefaults> defaults_;
-};
-
-using BackendMaker = contract::BackendMaker<Backend>;
-
-class UserDefaultsContract : public testing::TestWithParam<BackendMaker> {
-  protected:
-    UserDefaults& defaults() { return backend_->defaults(); }
-
-    /// The object is there at once and at a later start.
-    void expectIsKept(const Object& object) {
-        defaults().setObject("key", object);
-        EXPECT_EQ(defaults().object("key"), object);
-        backend_->restart();
-        EXPECT_EQ(defaults().object("key"), object);
-    }
-
-    std::unique_ptr<Backend> backend_ = GetParam().make();
-};
 
 TEST_P(UserDefaultsContract, HasNothingAtFirst) {
     EXPECT_EQ(defaults().object("key"), std::nullopt);
@@ -201,16 +127,4 @@ TEST_P(UserDefaultsContract, ReadsBooleansAndIntegersAsNumbers) {
     EXPECT_TRUE(defaults().boolForKey("integer"));
 }
 
-INSTANTIATE_TEST_SUITE_P(OfEachBackend,
-                         UserDefaultsContract,
-                         testing::Values(BackendMaker{"Memory",
-                                                      []() -> std::unique_ptr<Backend> {
-                                                          return std::make_unique<MemoryBackend>();
-                                                      }},
-                                         BackendMaker{"Plist",
-                                                      []() -> std::unique_ptr<Backend> {
-                                                          return std::make_unique<PlistBackend>();
-                                                      }}),
-                         [](const auto& maker) { return std::string(maker.param.name); });
-
-} // namespace
+} // namespace contract

@@ -83,6 +83,7 @@ TEST_F(LocalCalendarTests, KnowsDaysBefore1970) {
     const EnvironmentVariable zone("TZ", "UTC");
     EXPECT_EQ(dayOf(Date{-1us}), "1969-12-31");
     EXPECT_EQ(dayOf(sys_days(1582y / January / 1)), "1582-1-1");
+    EXPECT_EQ(dayOf(sys_days(999y / January / 1)), "999-1-1");
     EXPECT_EQ(dayOf(sys_days(1900y / February / 28) + 24h), "1900-3-1");
 }
 

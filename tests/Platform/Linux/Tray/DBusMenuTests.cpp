@@ -1,6 +1,6 @@
 #include "Platform/Linux/Tray/DBusMenu.h"
 #include "tests/Platform/Linux/Tray/OffscreenApplication.h"
-#include "tests/Platform/Linux/Tray/SampleMenu.h"
+#include "tests/Support/SampleMenu.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -29,7 +29,7 @@ class DBusMenuTests : public testing::Test {
     void send(int id, const QString& event) { menu_.Event(id, event, QDBusVariant(QString()), 0); }
 
     tray_test::OffscreenApplication application_;
-    tray_test::SampleMenu sample_;
+    testing_support::SampleMenu sample_;
     platform::DBusMenu menu_;
 };
 
@@ -190,7 +190,7 @@ TEST_F(DBusMenuTests, AnotherMenuIsALaterLayout) {
                      [&revisions](uint revision, int) { revisions.append(revision); });
     MenuLayout layout;
     const uint before = menu_.GetLayout(0, -1, {}, layout);
-    const tray_test::SampleMenu other;
+    const testing_support::SampleMenu other;
     menu_.setMenu(other.menu);
     menu_.setMenu(nullptr);
     EXPECT_EQ(revisions, QList<uint>({before + 1, before + 2}));

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Tray/PopupMenu.h"
 #include "tests/Platform/Linux/Tray/OffscreenApplication.h"
-#include "tests/Platform/Linux/Tray/SampleMenu.h"
+#include "tests/Support/SampleMenu.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ class PopupMenuTests : public testing::Test {
     }
 
     tray_test::OffscreenApplication application_;
-    tray_test::SampleMenu sample_;
+    testing_support::SampleMenu sample_;
     platform::PopupMenu popup_{sample_.menu};
 };
 

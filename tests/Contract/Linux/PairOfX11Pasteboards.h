@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Pasteboard.h"
-#include "tests/Contract/SingleX11Pasteboard.h"
+#include "tests/Contract/Linux/SingleX11Pasteboard.h"
 #include "tests/Support/PrivateXServer.h"
 
 #include <sys/types.h>

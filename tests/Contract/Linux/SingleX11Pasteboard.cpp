@@ -1,4 +1,4 @@
-#include "tests/Contract/SingleX11Pasteboard.h"
+#include "tests/Contract/Linux/SingleX11Pasteboard.h"
 
 #include "Platform/Linux/X11/X11Connection.h"
 

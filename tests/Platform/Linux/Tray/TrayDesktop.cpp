@@ -1,7 +1,9 @@
-#include "tests/Platform/Linux/Tray/TrayTest.h"
+#include "tests/Platform/Linux/Tray/TrayDesktop.h"
 
 #include "Platform/Linux/X11/X11TrayManagerSelection.h"
 #include "tests/Platform/Linux/Tray/StatusGlyph.h"
+
+#include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <utility>
@@ -14,7 +16,8 @@ const QString busName = "tray-test";
 
 } // namespace
 
-TrayTest::AdoptedEnvironment::AdoptedEnvironment(const testing_support::DesktopSession& session) {
+TrayDesktop::AdoptedEnvironment::AdoptedEnvironment(
+    const testing_support::DesktopSession& session) {
     for (const auto& [name, value] : session.environment()) {
         setenv(name.c_str(), value.c_str(), 1);
         if (value.empty()) {
@@ -24,48 +27,48 @@ TrayTest::AdoptedEnvironment::AdoptedEnvironment(const testing_support::DesktopS
     setenv("QT_QPA_PLATFORM", "xcb", 1);
 }
 
-TrayTest::TrayTest()
+TrayDesktop::TrayDesktop()
     : statusBar_(
           QDBusConnection::connectToBus(QString::fromStdString(session_.busAddress()), busName),
           managerSelectionMaker()) {
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
-TrayTest::~TrayTest() {
+TrayDesktop::~TrayDesktop() {
     item_.reset();
     QDBusConnection::disconnectFromBus(busName);
 }
 
-bool TrayTest::turnUntil(const std::function<bool()>& condition) {
+bool TrayDesktop::turnUntil(const std::function<bool()>& condition) {
     return testing_support::waitUntil(
         condition, testing_support::patience, [] { QApplication::processEvents(); });
 }
 
-void TrayTest::makeItem(const std::string& glyph) {
+void TrayDesktop::makeItem(const std::string& glyph) {
     item_ = statusBar_.makeStatusItem(platform::StatusBar::variableLength);
     item_->button()->setImage(picture(glyph));
     item_->button()->setImagePosition(platform::StatusBarButton::ImagePosition::imageOnly);
     item_->setMenu(sample_.menu);
 }
 
-std::shared_ptr<platform::Image> TrayTest::picture(const std::string& glyph) {
+std::shared_ptr<platform::Image> TrayDesktop::picture(const std::string& glyph) {
     auto image = drawGlyph(images_, glyph);
     image->setTemplate(true);
     return image;
 }
 
-platform::TrayManagerSelectionMaker TrayTest::managerSelectionMaker() {
+platform::TrayManagerSelectionMaker TrayDesktop::managerSelectionMaker() {
     return [this](std::function<void()> didChange) {
         return platform::X11TrayManagerSelection::open(eventLoop_, std::move(didChange));
     };
 }
 
-void TrayTest::startHost(const std::vector<std::string>& options) {
+void TrayDesktop::startHost(const std::vector<std::string>& options) {
     host_.reset();
     host_ = std::make_unique<TrayHostProgram>(session_.environment(), options);
 }
 
-nlohmann::json TrayTest::ask(const std::string& command) {
+nlohmann::json TrayDesktop::ask(const std::string& command) {
     const std::string event = command.substr(0, command.find(' '));
     const std::size_t before = host_->count(event);
     host_->send(command);

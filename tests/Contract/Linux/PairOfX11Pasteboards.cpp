@@ -1,4 +1,4 @@
-#include "tests/Contract/PairOfX11Pasteboards.h"
+#include "tests/Contract/Linux/PairOfX11Pasteboards.h"
 
 #include <sys/prctl.h>
 #include <sys/socket.h>

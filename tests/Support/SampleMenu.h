@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace tray_test {
+namespace testing_support {
 
 /// A menu like the program's, with titles that are hard to show. It counts how often it is said to
 /// open, gives its first row the count as a title then, and notes which rows were chosen.
@@ -51,4 +51,4 @@ class SampleMenu final : public platform::MenuDelegate {
     }
 };
 
-} // namespace tray_test
+} // namespace testing_support

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Foundation/Interface.h"
+#include "Platform/Calendar.h"
+#include "tests/Contract/BackendMaker.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace contract {
+
+/// A calendar and what it takes to move it to another zone.
+class CalendarBackend : public foundation::Interface {
+  public:
+    virtual const platform::Calendar& calendar() = 0;
+    /// East of Greenwich, from then on.
+    virtual void setHoursAheadOfUtc(int hours) = 0;
+};
+
+class CalendarContract : public testing::TestWithParam<BackendMaker<CalendarBackend>> {
+  protected:
+    void expectDay(foundation::Date date, int year, int month, int day) {
+        const platform::DateComponents components = backend_->calendar().dateComponents(date);
+        EXPECT_EQ(components.year, year);
+        EXPECT_EQ(components.month, month);
+        EXPECT_EQ(components.day, day);
+    }
+
+    std::unique_ptr<CalendarBackend> backend_ = GetParam().make();
+};
+
+} // namespace contract
