@@ -9,9 +9,22 @@
 
 namespace platform {
 
-/// The system's local monitors of key presses. Main thread only.
+/// The system's local monitors of key presses, which go with this object. Main thread only.
 class MacKeyDownMonitors final : public KeyDownMonitors {
   public:
+    MacKeyDownMonitors() = default;
+
+    ~MacKeyDownMonitors() override {
+        for (const auto& [token, monitor] : monitors_) {
+            [NSEvent removeMonitor:monitor];
+        }
+    }
+
+    MacKeyDownMonitors(const MacKeyDownMonitors&) = delete;
+    MacKeyDownMonitors& operator=(const MacKeyDownMonitors&) = delete;
+    MacKeyDownMonitors(MacKeyDownMonitors&&) = delete;
+    MacKeyDownMonitors& operator=(MacKeyDownMonitors&&) = delete;
+
     [[nodiscard]] foundation::ObserverToken addLocalMonitor(Handler handler) override {
         const foundation::ObserverToken token{++lastToken_};
         const auto handleEvent = ^NSEvent*(NSEvent* event) {

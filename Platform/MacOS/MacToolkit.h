@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/FatalError.h"
 #import "Platform/MacOS/MacButton.h"
 #import "Platform/MacOS/MacLabel.h"
 #import "Platform/MacOS/MacVerticalStack.h"
@@ -72,13 +73,17 @@ class MacToolkit final : public Toolkit {
         constexpr NSLayoutRelation relations[] = {NSLayoutRelationEqual,
                                                   NSLayoutRelationGreaterThanOrEqual};
         const NSLayoutAttribute attribute = attributes[static_cast<int>(constraint.anchor)];
-        const auto& second = constraint.second;
+        NSView* const first = MacViewNode::nsView(*constraint.first);
+        NSView* const second = constraint.second ? MacViewNode::nsView(*constraint.second) : nil;
+        if (second != nil && ![first isDescendantOf:second]) {
+            foundation::fatalError("a constraint's first view does not stand in its second one");
+        }
         return [NSLayoutConstraint
-            constraintWithItem:MacViewNode::nsView(*constraint.first)
+            constraintWithItem:first
                      attribute:attribute
                      relatedBy:relations[static_cast<int>(constraint.relation)]
-                        toItem:second ? MacViewNode::nsView(*second) : nil
-                     attribute:second ? attribute : NSLayoutAttributeNotAnAttribute
+                        toItem:second
+                     attribute:second != nil ? attribute : NSLayoutAttributeNotAnAttribute
                     multiplier:1
                       constant:constraint.constant];
     }
