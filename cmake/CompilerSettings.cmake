@@ -23,7 +23,7 @@ target_compile_options(pastewise_settings INTERFACE
   -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Wcast-align
   -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2 -Wimplicit-fallthrough
   # At -O3 g++ 12 sees overlapping copies in the library's own strings, where there are none.
-  "$<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>"
+  "$<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-restrict>"
   # Paths of the building machine have no place in what is shipped.
   "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
 

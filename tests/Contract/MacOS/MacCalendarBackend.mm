@@ -1,0 +1,39 @@
+#import "Platform/MacOS/MacCalendar.h"
+#include "tests/Contract/CalendarContract.h"
+#import "tests/Support/MacOS/AppKitLoop.h"
+
+namespace contract {
+
+namespace {
+
+/// For a user whose calendar is the Gregorian one.
+class MacCalendarBackend final : public CalendarBackend {
+  public:
+    MacCalendarBackend() { setHoursAheadOfUtc(0); }
+
+    ~MacCalendarBackend() override { [NSTimeZone setDefaultTimeZone:[NSTimeZone systemTimeZone]]; }
+
+    MacCalendarBackend(const MacCalendarBackend&) = delete;
+    MacCalendarBackend& operator=(const MacCalendarBackend&) = delete;
+    MacCalendarBackend(MacCalendarBackend&&) = delete;
+    MacCalendarBackend& operator=(MacCalendarBackend&&) = delete;
+
+    const platform::Calendar& calendar() override { return calendar_; }
+
+    void setHoursAheadOfUtc(int hours) override {
+        [NSTimeZone setDefaultTimeZone:[NSTimeZone timeZoneForSecondsFromGMT:hours * 3600]];
+    }
+
+  private:
+    testing_support::AppKitLoop loop_;
+    platform::MacCalendar calendar_;
+};
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(MacOS,
+                         CalendarContract,
+                         (backend<CalendarBackend, MacCalendarBackend>("Mac")),
+                         nameOfBackend<CalendarBackend>);
+
+} // namespace contract

@@ -1,0 +1,49 @@
+#import "Platform/MacOS/MacPasteboard.h"
+#include "tests/Contract/PasteboardContract.h"
+#import "tests/Support/MacOS/AppKitLoop.h"
+
+#include <optional>
+#include <utility>
+
+namespace contract {
+
+namespace {
+
+/// A pasteboard of the test's own: what the user has copied stays.
+class UniqueMacPasteboard final : public platform::Pasteboard {
+  public:
+    UniqueMacPasteboard() = default;
+
+    ~UniqueMacPasteboard() override { [nsPasteboard_ releaseGlobally]; }
+
+    UniqueMacPasteboard(const UniqueMacPasteboard&) = delete;
+    UniqueMacPasteboard& operator=(const UniqueMacPasteboard&) = delete;
+    UniqueMacPasteboard(UniqueMacPasteboard&&) = delete;
+    UniqueMacPasteboard& operator=(UniqueMacPasteboard&&) = delete;
+
+    void clearContents() override { pasteboard_.clearContents(); }
+
+    [[nodiscard]] bool setString(foundation::TextBuffer text,
+                                 platform::PasteboardType type) override {
+        return pasteboard_.setString(std::move(text), type);
+    }
+
+    [[nodiscard]] std::optional<foundation::TextBuffer>
+    string(platform::PasteboardType type) override {
+        return pasteboard_.string(type);
+    }
+
+  private:
+    testing_support::AppKitLoop loop_;
+    NSPasteboard* const nsPasteboard_ = [NSPasteboard pasteboardWithUniqueName];
+    platform::MacPasteboard pasteboard_{nsPasteboard_};
+};
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(MacOS,
+                         PasteboardContract,
+                         (backend<platform::Pasteboard, UniqueMacPasteboard>("Mac")),
+                         nameOfBackend<platform::Pasteboard>);
+
+} // namespace contract
