@@ -58,4 +58,26 @@ TextBuffer utf8FromUtf16(std::u16string_view text) {
     return utf8;
 }
 
+std::u16string utf16FromUtf8(std::string_view text) {
+    std::u16string utf16;
+    utf16.reserve(text.size());
+    for (std::size_t i = 0; i < text.size();) {
+        const auto lead = static_cast<unsigned char>(text[i]);
+        const std::size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+        // What is left of the lead's bits when those that tell the length are taken away.
+        char32_t scalar = length == 1 ? lead : lead & (0x7FU >> length);
+        for (const char byte : text.substr(i + 1, length - 1)) {
+            scalar = scalar << 6U | (static_cast<unsigned char>(byte) & 0x3FU);
+        }
+        if (scalar >= 0x10000) {
+            utf16 += static_cast<char16_t>(0xD7C0 + (scalar >> 10U));
+            utf16 += static_cast<char16_t>(0xDC00 + (scalar & 0x3FFU));
+        } else {
+            utf16 += static_cast<char16_t>(scalar);
+        }
+        i += length;
+    }
+    return utf16;
+}
+
 } // namespace foundation

@@ -24,9 +24,10 @@ struct ObjectMaker {
 } // namespace
 
 NSString* nsString(std::string_view utf8) {
-    return [[NSString alloc] initWithBytes:utf8.data()
-                                    length:utf8.size()
-                                  encoding:NSUTF8StringEncoding];
+    // By characters: a decoder of the system's may take the first one for a mark of the encoding.
+    const std::u16string units = foundation::utf16FromUtf8(utf8);
+    return [[NSString alloc] initWithCharacters:reinterpret_cast<const unichar*>(units.data())
+                                         length:units.size()];
 }
 
 NSSize nsSize(Size size) {

@@ -29,7 +29,7 @@ class MacCanvas final : public Canvas {
   public:
     void fill(Rect rect, Color color) override {
         [nsColor(color) set];
-        NSRectFill(nsRect(rect));
+        NSRectFillUsingOperation(nsRect(rect), NSCompositingOperationCopy);
     }
 
     [[nodiscard]] Size measure(std::string_view text, SystemFont font) override {

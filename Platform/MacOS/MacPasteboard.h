@@ -16,8 +16,11 @@ class MacPasteboard final : public Pasteboard {
     void clearContents() override { [pasteboard_ clearContents]; }
 
     [[nodiscard]] bool setString(foundation::TextBuffer text, PasteboardType type) override {
-        NSString* const string = nsString(text.view());
-        return string != nil && [pasteboard_ setString:string forType:nameOf(type)];
+        try {
+            return [pasteboard_ setString:nsString(text.view()) forType:nameOf(type)];
+        } catch (const std::bad_alloc&) {
+            return false;
+        }
     }
 
     [[nodiscard]] std::optional<foundation::TextBuffer> string(PasteboardType type) override {

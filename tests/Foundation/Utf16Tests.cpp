@@ -34,4 +34,22 @@ TEST(Utf16Tests, PutsTheReplacementCharacterForEachHalfOfAPair) {
     EXPECT_EQ(utf8(high + low + low), "𝄞\uFFFD");
 }
 
+TEST(Utf16Tests, TurnsEveryCharacterIntoUtf16AndBack) {
+    for (char32_t scalar = 0; scalar <= 0x10FFFF; ++scalar) {
+        if (scalar == 0xD800) {
+            scalar = 0xE000;
+        }
+        const std::u16string utf16 =
+            scalar < 0x10000 ? std::u16string(1, static_cast<char16_t>(scalar))
+                             : std::u16string{static_cast<char16_t>(0xD7C0 + (scalar >> 10U)),
+                                              static_cast<char16_t>(0xDC00 + (scalar & 0x3FFU))};
+        ASSERT_EQ(foundation::utf16FromUtf8(utf8(utf16)), utf16) << std::hex << +scalar;
+    }
+}
+
+TEST(Utf16Tests, KeepsAByteOrderMarkWhereverItStands) {
+    EXPECT_EQ(foundation::utf16FromUtf8("\xEF\xBB\xBF\xEF\xBB\xBFz\xEF\xBB\xBF"),
+              u"\uFEFF\uFEFFz\uFEFF");
+}
+
 } // namespace
