@@ -85,6 +85,16 @@ PanelSession::PanelSession(const DesktopSession& desktop, Appearance appearance)
 }
 
 void PanelSession::start() {
+    menuReading_ = std::make_unique<ChildProcess>(
+        std::vector<std::string>{"dbus-monitor",
+                                 "--session",
+                                 "type='method_call',interface='com.canonical.dbusmenu',"
+                                 "member='GetGroupProperties'"},
+        ChildProcess::Options{.environment = desktop_.environment()});
+    // The bus greets it before it delivers anything.
+    if (!menuReading_->waitForOutput("NameAcquired")) {
+        throw std::runtime_error("nobody listens to the bus: " + menuReading_->standardError());
+    }
     panel_ = std::make_unique<ChildProcess>(
         std::vector<std::string>{"xfce4-panel", "--disable-wm-check"},
         ChildProcess::Options{.environment = desktop_.environment()});
@@ -96,6 +106,10 @@ void PanelSession::start() {
 
 void PanelSession::stop() {
     panel_.reset();
+    if (!waitUntil(
+            [this] { return !hasStatusNotifierHost(desktop_) && !hasTrayManager(desktop_); })) {
+        throw std::runtime_error("the tray outlives the panel");
+    }
 }
 
 } // namespace testing_support

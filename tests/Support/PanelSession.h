@@ -20,12 +20,19 @@ class PanelSession {
     /// Returns once the panel takes icons of both kinds.
     void start();
 
-    /// Ends the panel at once, as a crash of it would.
+    /// Waits until the panel has asked for the rows of the icon's menu; a click before is lost.
+    [[nodiscard]] bool waitForMenuReading() {
+        return menuReading_->waitForOutput("member=GetGroupProperties");
+    }
+
+    /// Ends the panel at once, as a crash of it would, and returns once its tray, a process of its
+    /// own that notices, is gone as well.
     void stop();
 
   private:
     const DesktopSession& desktop_;
     std::unique_ptr<ChildProcess> settingsService_;
+    std::unique_ptr<ChildProcess> menuReading_;
     std::unique_ptr<ChildProcess> panel_;
 };
 

@@ -44,12 +44,8 @@ StatusNotifierWatcher::StatusNotifierWatcher(QDBusConnection bus,
                  "Disconnected",
                  this,
                  SLOT(busDidEnd()));
-    if (bus_.isConnected()) {
-        registerItem();
-        queryHost();
-    } else {
-        QMetaObject::invokeMethod(this, &StatusNotifierWatcher::busDidEnd, Qt::QueuedConnection);
-    }
+    registerItem();
+    queryHost();
 }
 
 void StatusNotifierWatcher::ownerDidChange(const QString& /*name*/,
@@ -57,7 +53,7 @@ void StatusNotifierWatcher::ownerDidChange(const QString& /*name*/,
                                            const QString& newOwner) {
     if (newOwner.isEmpty()) {
         ++question_;
-        setHost(Host::absent);
+        learn(Host::absent);
     } else {
         registerItem();
         queryHost();
@@ -66,6 +62,10 @@ void StatusNotifierWatcher::ownerDidChange(const QString& /*name*/,
 
 void StatusNotifierWatcher::queryHost() {
     const int question = ++question_;
+    if (!bus_.isConnected()) {
+        QMetaObject::invokeMethod(this, &StatusNotifierWatcher::busDidEnd, Qt::QueuedConnection);
+        return;
+    }
     auto message = call("org.freedesktop.DBus.Properties", "Get");
     message << watcherName << "IsStatusNotifierHostRegistered";
     auto* const answer = new QDBusPendingCallWatcher(bus_.asyncCall(message), this);
@@ -73,15 +73,20 @@ void StatusNotifierWatcher::queryHost() {
         answer->deleteLater();
         if (question == question_) {
             const QDBusPendingReply<QDBusVariant> reply = *answer;
-            setHost(reply.isValid() && reply.value().variant().toBool() ? Host::present
-                                                                        : Host::absent);
+            learn(reply.isValid() && reply.value().variant().toBool() ? Host::present
+                                                                      : Host::absent);
         }
     });
 }
 
 void StatusNotifierWatcher::busDidEnd() {
     ++question_;
-    setHost(Host::absent);
+    learn(Host::absent);
+}
+
+void StatusNotifierWatcher::lookAgain(std::function<void()> done) {
+    whenLearnt_ = std::move(done);
+    queryHost();
 }
 
 void StatusNotifierWatcher::registerItem() {
@@ -90,9 +95,12 @@ void StatusNotifierWatcher::registerItem() {
     bus_.asyncCall(message);
 }
 
-void StatusNotifierWatcher::setHost(Host host) {
+void StatusNotifierWatcher::learn(Host host) {
     if (std::exchange(host_, host) != host) {
         hostDidChange_();
+    }
+    if (const auto done = std::exchange(whenLearnt_, nullptr)) {
+        done();
     }
 }
 

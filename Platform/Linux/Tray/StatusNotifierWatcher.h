@@ -26,6 +26,10 @@ class StatusNotifierWatcher final : public QObject {
     /// Unknown until the bus has answered; absent where there is no bus.
     [[nodiscard]] Host host() const { return host_; }
 
+    /// Asks the watcher once more, and calls `done` from the event loop when host() is what it
+    /// answered, or when there is none to ask. Takes the place of a `done` that still waits.
+    void lookAgain(std::function<void()> done);
+
     // NOLINTNEXTLINE(readability-redundant-access-specifiers): the toolkit's own kind of section.
   private Q_SLOTS:
     void ownerDidChange(const QString& name, const QString& oldOwner, const QString& newOwner);
@@ -35,11 +39,12 @@ class StatusNotifierWatcher final : public QObject {
     // NOLINTNEXTLINE(readability-redundant-access-specifiers)
   private:
     void registerItem();
-    void setHost(Host host);
+    void learn(Host host);
 
     QDBusConnection bus_;
     QString service_;
     std::function<void()> hostDidChange_;
+    std::function<void()> whenLearnt_;
     Host host_ = Host::unknown;
     /// Only the answer to the latest question counts.
     int question_ = 0;

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace platform {
 
@@ -24,6 +25,10 @@ class TrayHostMonitor {
                     std::function<void()> didChange);
 
     [[nodiscard]] Kind kind() const { return kind_; }
+
+    /// Asks the bus once more and calls `done` from the event loop when kind() counts what it
+    /// answered.
+    void lookAgain(std::function<void()> done) { watcher_.lookAgain(std::move(done)); }
 
   private:
     void update();

@@ -6,7 +6,6 @@
 #include <QCursor>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
-#include <QTimer>
 #include <chrono>
 #include <utility>
 
@@ -33,6 +32,15 @@ TrayStatusItem::TrayStatusItem(QDBusConnection bus, TrayManagerSelectionMaker ma
       button_(std::make_shared<TrayStatusBarButton>([this] { showImage(); })),
       busItem_([this](QPoint place) { handleClick(place); }) {
     publish();
+    // A panel that starts takes windows a little before it shows items on the bus, and while it is
+    // busy its answer about the bus comes late. An icon made in between would have the toolkit
+    // decide for the bus (see XEmbedIcon) and show up as one item more, only to leave at once;
+    // there are panels that crash then. So the bus is asked again, and only its answer makes a
+    // window.
+    settling_.setSingleShot(true);
+    QObject::connect(&settling_, &QTimer::timeout, &busItem_, [this] {
+        hosts_->lookAgain([this] { makeWindow(); });
+    });
     hosts_.emplace(bus_, service_, std::move(makeManagerSelection), [this] { moveToHost(); });
 }
 
@@ -74,18 +82,19 @@ void TrayStatusItem::showImage() {
 }
 
 void TrayStatusItem::moveToHost() {
-    if (hosts_->kind() != TrayHostMonitor::Kind::xEmbed) {
+    if (hosts_->kind() == TrayHostMonitor::Kind::xEmbed) {
+        settling_.start(settlingTime);
+    } else {
+        settling_.stop();
         xEmbedIcon_.reset();
-        return;
     }
-    // A panel that starts takes windows a little before it shows items on the bus. An icon made in
-    // between would have the toolkit decide for the bus; see XEmbedIcon.
-    QTimer::singleShot(settlingTime, &busItem_, [this] {
-        if (!xEmbedIcon_ && hosts_->kind() == TrayHostMonitor::Kind::xEmbed) {
-            xEmbedIcon_.emplace([this](QPoint place) { handleClick(place); });
-            xEmbedIcon_->setImage(button_->visibleImage());
-        }
-    });
+}
+
+void TrayStatusItem::makeWindow() {
+    if (!xEmbedIcon_ && hosts_->kind() == TrayHostMonitor::Kind::xEmbed) {
+        xEmbedIcon_.emplace([this](QPoint place) { handleClick(place); });
+        xEmbedIcon_->setImage(button_->visibleImage());
+    }
 }
 
 void TrayStatusItem::handleClick(QPoint place) {

@@ -12,6 +12,7 @@
 #include <QDBusConnection>
 #include <QPoint>
 #include <QString>
+#include <QTimer>
 #include <memory>
 #include <optional>
 
@@ -40,6 +41,7 @@ class TrayStatusItem final : public StatusItem {
     void publish();
     void showImage();
     void moveToHost();
+    void makeWindow();
     void handleClick(QPoint place);
 
     QDBusConnection bus_;
@@ -48,6 +50,7 @@ class TrayStatusItem final : public StatusItem {
     std::shared_ptr<Menu> menu_;
     DBusMenu busMenu_;
     StatusNotifierItem busItem_;
+    QTimer settling_;
     std::optional<XEmbedIcon> xEmbedIcon_;
     std::optional<PopupMenu> popupMenu_;
     std::optional<TrayHostMonitor> hosts_;

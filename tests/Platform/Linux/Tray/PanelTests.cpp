@@ -93,7 +93,7 @@ TEST_F(PanelTests, TheIconShowsOnLightAndOnDark) {
         }
         EXPECT_GT(distinctCount, 25);
         item_.reset();
-        panel_.reset();
+        panel_->stop();
     }
 }
 

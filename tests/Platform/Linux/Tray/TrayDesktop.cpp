@@ -39,9 +39,9 @@ TrayDesktop::~TrayDesktop() {
     QDBusConnection::disconnectFromBus(busName);
 }
 
-bool TrayDesktop::turnUntil(const std::function<bool()>& condition) {
-    return testing_support::waitUntil(
-        condition, testing_support::patience, [] { QApplication::processEvents(); });
+bool TrayDesktop::turnUntil(const std::function<bool()>& condition,
+                            std::chrono::milliseconds limit) {
+    return testing_support::waitUntil(condition, limit, [] { QApplication::processEvents(); });
 }
 
 void TrayDesktop::makeItem(const std::string& glyph) {

@@ -10,6 +10,7 @@
 
 #include <QApplication>
 #include <QDBusConnection>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -30,7 +31,8 @@ class TrayDesktop {
     ~TrayDesktop();
 
     /// Turns the event loop until `condition` holds or patience ends.
-    static bool turnUntil(const std::function<bool()>& condition);
+    static bool turnUntil(const std::function<bool()>& condition,
+                          std::chrono::milliseconds limit = testing_support::patience);
 
     /// Makes the item, with a picture of that glyph and the menu.
     void makeItem(const std::string& glyph = "P");

@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <csignal>
 #include <map>
 #include <string>
 #include <vector>
@@ -17,6 +18,11 @@ class TrayHostProgram {
                              const std::vector<std::string>& options = {});
 
     void send(const std::string& command) { program_.write(command + '\n'); }
+
+    /// Keeps the host from answering, until it goes on.
+    void pause() const { program_.sendSignal(SIGSTOP); }
+
+    void goOn() const { program_.sendSignal(SIGCONT); }
 
     /// How often this has happened so far.
     [[nodiscard]] std::size_t count(const std::string& event);

@@ -6,6 +6,7 @@
 
 #include <QMenu>
 #include <algorithm>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -346,6 +347,25 @@ TEST_F(TrayStatusBarTests, TheToolkitNeverPutsAnItemOfItsOwnOnTheBus) {
     EXPECT_EQ(
         host_->last("registered")["service"].get<std::string>().find("org.kde.StatusNotifierItem-"),
         0U);
+}
+
+TEST_F(TrayStatusBarTests, ABusyTrayOfBothKindsGetsOneItemAndNoWindow) {
+    startHost({"--no-watcher"});
+    makeItem();
+    QApplication::processEvents();
+    XEmbedTray tray(session_.display());
+    host_->send("watcher on");
+    ASSERT_TRUE(testing_support::waitUntil([this] { return host_->count("watcher") == 1; }));
+    host_->pause();
+    // Far longer than it takes to make a window where there is no host.
+    EXPECT_FALSE(turnUntil([&] { return tray.iconCount() > 0; }, std::chrono::seconds(1)));
+    host_->goOn();
+    ASSERT_TRUE(waitForIconInHost());
+    for (const json& item : host_->all("registered")) {
+        EXPECT_TRUE(item["service"].get<std::string>().starts_with("org.kde.StatusNotifierItem-"));
+    }
+    EXPECT_EQ(host_->count("unregistered"), 0U);
+    EXPECT_EQ(tray.iconCount(), 0U);
 }
 
 TEST_F(TrayStatusBarTests, TheIconBecomesAWindowWhenTheBusEnds) {
