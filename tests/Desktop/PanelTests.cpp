@@ -59,6 +59,7 @@ class PanelTests : public ResidentTest {
     void openMenu(int button) {
         const Picture before = look(deskArea);
         const std::size_t openings = logged(openingMessage);
+        ASSERT_TRUE(waitUntil([this] { return panel_->hasReadMenu(); }));
         clickAt(icon_.x + icon_.width / 2, icon_.y + icon_.height / 2, button);
         Picture last = before;
         ASSERT_TRUE(waitUntil([&] {

@@ -101,6 +101,7 @@ TEST_F(PanelTests, EitherButtonOpensTheMenuAndARowCanBeChosen) {
     startPanel();
     makeItem();
     ASSERT_TRUE(waitForOneIcon());
+    ASSERT_TRUE(turnUntil([this] { return panel_->hasReadMenu(); }));
     int openings = 0;
     for (const int button : {1, 3}) {
         sample_.chosen.clear();
