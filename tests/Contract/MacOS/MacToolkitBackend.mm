@@ -8,6 +8,9 @@ namespace {
 
 class MacToolkitBackend final : public ToolkitBackend {
   public:
+    /// A process cannot fork and go on with the system's toolkit.
+    MacToolkitBackend() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+
     platform::Toolkit& toolkit() override { return toolkit_; }
 
     void press(platform::Button& button) override {

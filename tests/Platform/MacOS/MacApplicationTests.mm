@@ -1,0 +1,76 @@
+#import "Platform/MacOS/MacApplication.h"
+#import "tests/Support/MacOS/AppKitLoop.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+/// Each case has the application in a process of its own, which it ends.
+class MacApplicationDeathTests : public testing::Test {
+  protected:
+    MacApplicationDeathTests() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+
+    /// What the system does when the user opens the program once more.
+    static void openAgain() {
+        [NSApp.delegate applicationShouldHandleReopen:NSApp hasVisibleWindows:NO];
+    }
+
+    static void note(const char* event) { std::fprintf(stderr, "<%s>", event); }
+};
+
+TEST_F(MacApplicationDeathTests, LaunchesOnceTheLoopRunsAndEndsTheProcessWhenTold) {
+    const auto run = [] {
+        const testing_support::AppKitLoop loop;
+        platform::MacApplication application;
+        note("run");
+        application.run([&] {
+            note("launch");
+            application.terminate();
+        });
+    };
+    EXPECT_EXIT(run(), testing::ExitedWithCode(0), "<run><launch>");
+}
+
+TEST_F(MacApplicationDeathTests, TakesASecondStartForARequestToOpenThePreferences) {
+    const auto run = [] {
+        const testing_support::AppKitLoop loop;
+        platform::MacApplication application;
+        application.run([&] {
+            application.setRequests({.convert = [] { note("convert"); },
+                                     .openPreferences = [] { note("preferences"); }});
+            openAgain();
+            openAgain();
+            application.terminate();
+        });
+    };
+    EXPECT_EXIT(run(),
+                testing::ExitedWithCode(0),
+                AllOf(HasSubstr("<preferences><preferences>"),
+                      Not(HasSubstr("<preferences><preferences><preferences>"))));
+}
+
+TEST_F(MacApplicationDeathTests, AnswersWhatCameBeforeAnybodyCouldOnce) {
+    const auto run = [] {
+        const testing_support::AppKitLoop loop;
+        platform::MacApplication application;
+        application.run([&] {
+            openAgain();
+            note("launched");
+            application.setRequests({.convert = {}, .openPreferences = [] { note("first"); }});
+            application.setRequests({.convert = {}, .openPreferences = [] { note("second"); }});
+            application.terminate();
+        });
+    };
+    EXPECT_EXIT(run(),
+                testing::ExitedWithCode(0),
+                AllOf(HasSubstr("<launched><first>"), Not(HasSubstr("<first><"))));
+}
+
+} // namespace
