@@ -1,10 +1,10 @@
 include(GoogleTest)
 find_package(GTest REQUIRED)
 
-# pastewise_test(name SOURCES ... LINKS ... [LABELS ...] [TIMEOUT s] [SERIAL]): a test program whose
-# cases CTest lists one by one.
+# pastewise_test(name SOURCES ... LINKS ... [LABELS ...] [SKIPS case ...] [TIMEOUT s] [SERIAL]): a
+# test program whose cases CTest lists one by one, those in SKIPS as disabled ones.
 function(pastewise_test name)
-  cmake_parse_arguments(arg "SERIAL" "TIMEOUT" "SOURCES;LINKS;LABELS" ${ARGN})
+  cmake_parse_arguments(arg "SERIAL" "TIMEOUT" "SOURCES;LINKS;LABELS;SKIPS" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE pastewise_settings GTest::gmock_main ${arg_LINKS})
   # What is tested is optimised. To optimise the tests would take half of the time of a build.
@@ -21,5 +21,14 @@ function(pastewise_test name)
   if(arg_SERIAL)
     list(APPEND properties RUN_SERIAL TRUE)
   endif()
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 30 PROPERTIES ${properties})
+  set(filter)
+  if(arg_SKIPS)
+    list(JOIN arg_SKIPS ":" filter)
+    set(filter TEST_FILTER "-${filter}")
+  endif()
+  gtest_discover_tests(${name} ${filter} DISCOVERY_TIMEOUT 30 PROPERTIES ${properties})
+  foreach(case IN LISTS arg_SKIPS)
+    add_test(NAME "${case}" COMMAND ${name} "--gtest_filter=${case}")
+    set_tests_properties("${case}" PROPERTIES ${properties} DISABLED TRUE)
+  endforeach()
 endfunction()

@@ -1,0 +1,56 @@
+#include "tests/Support/PrivateXServer.h"
+
+#import <Foundation/Foundation.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace {
+
+/// Starts an X server, with a home folder of its own, before anything asks GNUstep for an
+/// application or for settings.
+class GnustepEnvironment final : public testing::Environment {
+  public:
+    void SetUp() override {
+        const testing_support::PrivateXServer& server = server_.emplace();
+        server.adoptEnvironment();
+        @autoreleasepool {
+            writeBelow(server.environment().at("HOME"));
+        }
+    }
+
+    void TearDown() override { server_.reset(); }
+
+  private:
+    /// GNUstep looks for the user's folder in the list of users, whatever the environment says.
+    static void writeBelow(const std::string& home) {
+        NSString* const folder = [NSString stringWithUTF8String:home.c_str()];
+        NSMutableDictionary* const configuration = [GNUstepConfig(nil) mutableCopy];
+        configuration[@"GNUSTEP_USER_CONFIG_FILE"] = @"";
+        for (NSString* entry in @[ @"GNUSTEP_USER_DEFAULTS_DIR", @"GNUSTEP_USER_DIR_LIBRARY" ]) {
+            configuration[entry] = [folder stringByAppendingPathComponent:entry];
+        }
+        GNUstepConfig(configuration);
+        tellOtherPrograms(configuration, home + "/GNUstep.conf");
+    }
+
+    /// An application starts one that lists what services there are.
+    static void tellOtherPrograms(NSDictionary* configuration, const std::string& path) {
+        std::ofstream file(path);
+        for (NSString* entry in configuration) {
+            file << entry.UTF8String << '=' << [configuration[entry] UTF8String] << '\n';
+        }
+        setenv("GNUSTEP_CONFIG_FILE", path.c_str(), 1);
+    }
+
+    std::optional<testing_support::PrivateXServer> server_;
+};
+
+const auto* const environment =
+    testing::AddGlobalTestEnvironment(std::make_unique<GnustepEnvironment>().release());
+
+} // namespace

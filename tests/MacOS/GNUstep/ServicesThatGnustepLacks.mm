@@ -1,0 +1,95 @@
+// Services of the system that the adapters use and GNUstep lacks, as little as their tests need.
+
+#import <AppKit/AppKit.h>
+#import <dispatch/dispatch.h>
+
+/// Runs a block on the main thread.
+@interface PWTestWork : NSObject
+- (instancetype)initWithBlock:(dispatch_block_t)block;
+- (void)run;
+@end
+
+@implementation PWTestWork {
+    dispatch_block_t _block;
+}
+
+- (instancetype)initWithBlock:(dispatch_block_t)block {
+    self = [super init];
+    if (self != nil) {
+        _block = block;
+    }
+    return self;
+}
+
+- (void)run {
+    _block();
+}
+
+@end
+
+extern "C" void* _NSConcreteGlobalBlock[];
+
+/// A block to whoever keeps or releases it, and so one that stays: an object would have to be made
+/// at run time.
+struct dispatch_queue_s {
+    void* kind = _NSConcreteGlobalBlock;
+    int flags = 1 << 28;
+};
+
+dispatch_queue_s _dispatch_main_q;
+
+/// In nanoseconds from now: nobody here waits before using it.
+dispatch_time_t dispatch_time(dispatch_time_t /*when*/, int64_t nanoseconds) {
+    return static_cast<dispatch_time_t>(nanoseconds);
+}
+
+void dispatch_async(dispatch_queue_t /*queue*/, dispatch_block_t block) {
+    [[[PWTestWork alloc] initWithBlock:block] performSelectorOnMainThread:@selector(run)
+                                                               withObject:nil
+                                                            waitUntilDone:NO];
+}
+
+void dispatch_after(dispatch_time_t when, dispatch_queue_t /*queue*/, dispatch_block_t block) {
+    [NSTimer scheduledTimerWithTimeInterval:static_cast<double>(when) / NSEC_PER_SEC
+                                     target:[[PWTestWork alloc] initWithBlock:block]
+                                   selector:@selector(run)
+                                   userInfo:nil
+                                    repeats:NO];
+}
+
+CFTypeID CFBooleanGetTypeID() {
+    return 1;
+}
+
+/// Of all types only that of booleans is told from the others: they are two objects.
+CFTypeID CFGetTypeID(CFTypeRef object) {
+    return object == (__bridge CFTypeRef)[NSNumber numberWithBool:YES] ||
+                   object == (__bridge CFTypeRef)[NSNumber numberWithBool:NO]
+               ? CFBooleanGetTypeID()
+               : 2;
+}
+
+/// GNUstep stores settings under the name of the process, whatever the suite is called; the folder
+/// is the test's own here.
+@interface PWTestSuite : NSUserDefaults
+@end
+
+@implementation PWTestSuite
+
+- (void)removePersistentDomainForName:(NSString*)name {
+    [super removePersistentDomainForName:[[NSProcessInfo processInfo] processName]];
+}
+
+@end
+
+@implementation NSUserDefaults (Missing)
+
+- (instancetype)initWithSuiteName:(NSString*)name {
+    NSUserDefaults* const suite = [[PWTestSuite alloc] init];
+    suite.searchList = @[ [[NSProcessInfo processInfo] processName] ];
+    // Reads what is stored, which GNUstep does not do by itself.
+    [suite synchronize];
+    return suite;
+}
+
+@end
