@@ -50,9 +50,11 @@ class MenuItem {
         return keyEquivalent_;
     }
 
+    /// Observers hear of it only when it is another one.
     void setTitle(std::string title) {
-        title_ = std::move(title);
-        titleDidChange_.notify();
+        if (std::exchange(title_, std::move(title)) != title_) {
+            titleDidChange_.notify();
+        }
     }
 
     /// Does what the row is for; nothing when it is disabled.
