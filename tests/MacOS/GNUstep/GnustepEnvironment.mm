@@ -2,7 +2,10 @@
 
 #import <Foundation/Foundation.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <array>
+#include <cerrno>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
@@ -45,6 +48,9 @@ class GnustepEnvironment final : public testing::Environment {
             file << entry.UTF8String << '=' << [configuration[entry] UTF8String] << '\n';
         }
         setenv("GNUSTEP_CONFIG_FILE", path.c_str(), 1);
+        // GNUstep hands on the environment that it has seen, and that was another one.
+        std::array arguments{program_invocation_name, static_cast<char*>(nullptr)};
+        GSInitializeProcess(1, arguments.data(), environ);
     }
 
     std::optional<testing_support::PrivateXServer> server_;
