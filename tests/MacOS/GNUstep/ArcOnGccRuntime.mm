@@ -223,6 +223,26 @@ id copyBlock(id block) {
     return static_cast<id>(_Block_copy(static_cast<void*>(block)));
 }
 
+} // namespace
+
+/// Releases a block when it goes itself, which a pool can see to.
+@interface PWTestBlockOwner : NSObject {
+  @public
+    void* block;
+}
+@end
+
+@implementation PWTestBlockOwner
+
+- (void)dealloc {
+    _Block_release(block);
+    [super dealloc];
+}
+
+@end
+
+namespace {
+
 /// The weak references to each object.
 std::unordered_map<id, std::set<id*>>& weakReferences() {
     static auto* const references = new std::unordered_map<id, std::set<id*>>;
@@ -277,7 +297,13 @@ id objc_retainBlock(id block) {
 }
 
 id objc_autorelease(id object) {
-    return [object autorelease];
+    if (object == nil || !isBlock(object)) {
+        return [object autorelease];
+    }
+    PWTestBlockOwner* const owner = [[PWTestBlockOwner alloc] init];
+    owner->block = object;
+    [owner autorelease];
+    return object;
 }
 
 id objc_retainAutorelease(id object) {
