@@ -3,9 +3,9 @@
 #include "Foundation/FatalError.h"
 #include "Platform/Geometry.h"
 
-#include <array>
-#include <charconv>
 #include <limits>
+#include <locale>
+#include <sstream>
 #include <string>
 #include <utility>
 
@@ -13,30 +13,15 @@ namespace pastewise {
 
 namespace {
 
-/// The number with as many digits as keep its value, the same in every language: 0, 12.5.
-void append(std::string& text, double number) {
-    std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.data(),
-                                   digits.data() + digits.size(),
-                                   number,
-                                   std::chars_format::general,
-                                   std::numeric_limits<double>::max_digits10)
-                         .ptr;
-    text.append(digits.data(), end);
-}
-
-/// "{{x, y}, {width, height}}".
+/// "{{x, y}, {width, height}}". The numbers have as many digits as keep their values and look the
+/// same in every language: 0, 12.5.
 std::string description(platform::Rect rect) {
-    std::string text = "{{";
-    append(text, rect.origin.x);
-    text += ", ";
-    append(text, rect.origin.y);
-    text += "}, {";
-    append(text, rect.size.width);
-    text += ", ";
-    append(text, rect.size.height);
-    text += "}}";
-    return text;
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text.precision(std::numeric_limits<double>::max_digits10);
+    text << "{{" << rect.origin.x << ", " << rect.origin.y << "}, {" << rect.size.width << ", "
+         << rect.size.height << "}}";
+    return text.str();
 }
 
 } // namespace
