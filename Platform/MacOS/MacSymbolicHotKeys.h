@@ -1,7 +1,7 @@
 #pragma once
 
 #include "HotKey/SymbolicHotKeys.h"
-#import "Platform/MacOS/MacValues.h"
+#import "Platform/MacOS/MacConversions.h"
 
 #import <Carbon/Carbon.h>
 
@@ -12,7 +12,7 @@ class MacSymbolicHotKeys final : public hotkey::SymbolicHotKeys {
   public:
     [[nodiscard]] Answer copySymbolicHotKeys() override {
         CFArrayRef copied = nullptr;
-        Answer answer{.status = CopySymbolicHotKeys(&copied)};
+        Answer answer{.status = CopySymbolicHotKeys(&copied), .hotKeys = {}};
         NSArray* const hotKeys = CFBridgingRelease(copied);
         if (hotKeys != nil) {
             answer.hotKeys.emplace();
