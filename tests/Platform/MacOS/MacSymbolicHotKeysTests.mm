@@ -1,0 +1,17 @@
+#import "Platform/MacOS/MacSymbolicHotKeys.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(MacSymbolicHotKeysTests, ListsShortcutsOfTheSystemWithItsKeys) {
+    const auto answer = platform::MacSymbolicHotKeys().copySymbolicHotKeys();
+    EXPECT_EQ(answer.status, hotkey::noErr);
+    ASSERT_TRUE(answer.hotKeys);
+    ASSERT_FALSE(answer.hotKeys->empty());
+    for (const auto& hotKey : *answer.hotKeys) {
+        EXPECT_TRUE(hotKey.contains("kHISymbolicHotKeyEnabled"));
+    }
+}
+
+} // namespace
