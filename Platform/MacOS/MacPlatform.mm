@@ -3,6 +3,7 @@
 #import "Platform/MacOS/MacApplication.h"
 #import "Platform/MacOS/MacCalendar.h"
 #import "Platform/MacOS/MacEventHotKeyService.h"
+#import "Platform/MacOS/MacImages.h"
 #import "Platform/MacOS/MacKeyDownMonitors.h"
 #import "Platform/MacOS/MacLogSink.h"
 #import "Platform/MacOS/MacMainQueue.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#import "Platform/MacOS/MacImages.h"
+#import "Platform/MacOS/MacImage.h"
 #import "Platform/MacOS/PWActionTarget.h"
 #include "Platform/StatusBar.h"
 
