@@ -3,8 +3,8 @@
 #include "Platform/Linux/InstanceLock.h"
 #include "Platform/Linux/LinuxAccessibilityTrust.h"
 #include "Platform/Linux/LocalCalendar.h"
+#include "Platform/Linux/Qt/QtActivation.h"
 #include "Platform/Linux/Qt/QtAlerts.h"
-#include "Platform/Linux/Qt/QtApplicationControl.h"
 #include "Platform/Linux/Qt/QtEventLoop.h"
 #include "Platform/Linux/Qt/QtKeyDownMonitors.h"
 #include "Platform/Linux/Qt/QtLogSink.h"
@@ -88,27 +88,10 @@ class DesktopProcess {
   private:
     TerminationSignals terminationSignals_;
     QApplication application_;
-    DBusApplication busApplication_;
+    DBusApplication busApplication_{bringAllToFront};
     std::optional<InstanceLock> lock_;
     QtEventLoop eventLoop_;
     QtMainQueue mainQueue_;
-};
-
-class DesktopApplication final : public Application {
-  public:
-    explicit DesktopApplication(DBusApplication& busApplication)
-        : busApplication_(busApplication) {}
-
-    void setRequests(Requests requests) override {
-        busApplication_.setRequests(std::move(requests));
-    }
-
-    void activateIgnoringOtherApps() override { QtApplicationControl::activateIgnoringOtherApps(); }
-
-    void terminate() override { QtApplicationControl::terminate(); }
-
-  private:
-    DBusApplication& busApplication_;
 };
 
 /// What the program needs of a desktop on an X server: clipboard, hot keys and what belongs to the
@@ -141,7 +124,7 @@ struct X11DesktopServices {
     LinuxAccessibilityTrust accessibilityTrust;
     QtAlerts alerts;
     QtWorkspace workspace;
-    DesktopApplication application{process->busApplication()};
+    DBusApplication& application = process->busApplication();
     TrayImages images;
     TrayStatusBar statusBar{
         process->busApplication().connection(), [this](std::function<void()> didChange) {

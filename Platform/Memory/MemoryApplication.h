@@ -4,20 +4,36 @@
 
 #include <functional>
 #include <utility>
+#include <vector>
 
 namespace platform {
 
-/// An application that counts what is asked of it and plays the desktop's requests.
+/// An application that counts what is asked of it and plays the desktop's requests. Main thread
+/// only.
 class MemoryApplication final : public Application {
   public:
-    void setRequests(Requests requests) override { requests_ = std::move(requests); }
+    using Request = std::function<void()> Requests::*;
+
+    void setRequests(Requests requests) override {
+        requests_ = std::move(requests);
+        areRequestsSet_ = true;
+        for (const Request request : std::exchange(earlyRequests_, {})) {
+            ask(request);
+        }
+    }
 
     void activateIgnoringOtherApps() override { ++activationCount_; }
 
     void terminate() override { isTerminated_ = true; }
 
-    /// What the desktop can ask; empty functions before the program said what they do.
-    [[nodiscard]] const Requests& requests() const { return requests_; }
+    /// The desktop asks the program for something.
+    void ask(Request request) {
+        if (!areRequestsSet_) {
+            earlyRequests_.push_back(request);
+        } else if (const std::function<void()> answer = requests_.*request) {
+            answer();
+        }
+    }
 
     [[nodiscard]] int activationCount() const { return activationCount_; }
 
@@ -25,6 +41,8 @@ class MemoryApplication final : public Application {
 
   private:
     Requests requests_;
+    bool areRequestsSet_ = false;
+    std::vector<Request> earlyRequests_;
     int activationCount_ = 0;
     bool isTerminated_ = false;
 };

@@ -127,7 +127,7 @@ INSTANTIATE_TEST_SUITE_P(EachAnswer,
 
 TEST_F(LaunchFlowTests, TheDesktopCanAskForThePreferences) {
     run([this] {
-        system_.application().requests().openPreferences();
+        system_.application().ask(&platform::Application::Requests::openPreferences);
         ASSERT_EQ(system_.toolkit().windows().size(), 1U);
         EXPECT_TRUE(system_.toolkit().windows().front()->isVisible());
         EXPECT_EQ(system_.application().activationCount(), 1);
@@ -138,7 +138,7 @@ TEST_F(LaunchFlowTests, TheDesktopCanAskForAConversionWhichCountsAsTheHotKey) {
     system_.pasteboard().copyElsewhere("• a\n• b");
     run([this] {
         system_.logSink().clear();
-        system_.application().requests().convert();
+        system_.application().ask(&platform::Application::Requests::convert);
         EXPECT_EQ(system_.pasteboard().contents().at(platform::PasteboardType::string), "a\nb");
         const auto messages = system_.logSink().messages();
         ASSERT_FALSE(messages.empty());
@@ -154,7 +154,9 @@ TEST_F(LaunchFlowTests, TheDesktopCanAskForAConversionWhichCountsAsTheHotKey) {
 TEST_F(LaunchFlowTests, ARequestThatTheDesktopRepeatsWhileAKeyIsHeldConvertsOnce) {
     system_.pasteboard().copyElsewhere("a");
     run([this] {
-        const auto& convert = system_.application().requests().convert;
+        const auto convert = [this] {
+            system_.application().ask(&platform::Application::Requests::convert);
+        };
         convert();
         const auto count = system_.pasteboard().changeCount();
         system_.mainQueue().advance(660ms);

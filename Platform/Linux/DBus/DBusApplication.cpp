@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/SessionBus.h"
 
+#include <QCoreApplication>
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QMetaObject>
@@ -70,8 +71,9 @@ bool askOwnerForPreferences(const QDBusConnection& connection) {
 
 } // namespace
 
-DBusApplication::DBusApplication()
-    : connectionName_(applicationName() +
+DBusApplication::DBusApplication(std::function<void()> bringToFront)
+    : bringToFront_(std::move(bringToFront)),
+      connectionName_(applicationName() +
                       QString::number(reinterpret_cast<quintptr>(this))), // NOLINT: a number
       object_([this](DBusRequest request) { handle(request); }) {}
 
@@ -111,12 +113,17 @@ DBusApplication::Claim DBusApplication::claimName(QDBusConnection& connection) {
     return Claim::noBus;
 }
 
-void DBusApplication::setRequests(Application::Requests requests) {
+void DBusApplication::setRequests(Requests requests) {
     requests_ = std::move(requests);
     for (const DBusRequest request : std::exchange(earlyRequests_, {})) {
         QMetaObject::invokeMethod(
             &object_, [this, request] { perform(request); }, Qt::QueuedConnection);
     }
+}
+
+void DBusApplication::terminate() {
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [] { QCoreApplication::quit(); }, Qt::QueuedConnection);
 }
 
 void DBusApplication::handle(DBusRequest request) {

@@ -6,20 +6,21 @@
 #include <QDBusConnection>
 #include <QString>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace platform {
 
-/// The program on the session bus, under a name that only one process can have: com.app.pastewise.
-/// Other programs start it a second time, open its preferences or have it convert through that
-/// name.
+/// The running program, which is on the session bus under a name that only one process can have:
+/// com.app.pastewise. Other programs start it a second time, open its preferences or have it
+/// convert through that name.
 ///
 /// When the bus goes away the program goes on without it and does not come back to a new one.
 /// Needs the QCoreApplication, whose event loop calls what is asked for, and ends before it. Main
 /// thread only.
-class DBusApplication {
+class DBusApplication final : public Application {
   public:
     enum class Claim : std::uint8_t {
         first,          ///< The name is this process's until the object goes.
@@ -27,10 +28,11 @@ class DBusApplication {
         noBus           ///< There is no session bus, or none that answers in time.
     };
 
-    DBusApplication();
+    /// `bringToFront` does so with the program's windows.
+    explicit DBusApplication(std::function<void()> bringToFront);
 
     /// Gives the name back.
-    ~DBusApplication();
+    ~DBusApplication() override;
     DBusApplication(const DBusApplication&) = delete;
     DBusApplication& operator=(const DBusApplication&) = delete;
     DBusApplication(DBusApplication&&) = delete;
@@ -44,18 +46,22 @@ class DBusApplication {
     /// is not connected where there is no bus. Valid once the name was asked for.
     [[nodiscard]] QDBusConnection connection() const { return QDBusConnection(connectionName_); }
 
-    /// What is called from now on. Requests that came before the first call are answered from the
-    /// event loop soon after it.
-    void setRequests(Application::Requests requests);
+    /// Answers requests that came before the first call from the event loop soon after it.
+    void setRequests(Requests requests) override;
+
+    void activateIgnoringOtherApps() override { bringToFront_(); }
+
+    void terminate() override;
 
   private:
     Claim claimName(QDBusConnection& connection);
     void handle(DBusRequest request);
     void perform(DBusRequest request) const;
 
+    std::function<void()> bringToFront_;
     QString connectionName_;
     DBusApplicationObject object_;
-    std::optional<Application::Requests> requests_;
+    std::optional<Requests> requests_;
     std::vector<DBusRequest> earlyRequests_;
 };
 

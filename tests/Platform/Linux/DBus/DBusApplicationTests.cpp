@@ -70,7 +70,7 @@ class DBusApplicationTests : public testing::Test {
     testing_support::EnvironmentVariable address_{"DBUS_SESSION_BUS_ADDRESS",
                                                   bus_.address().c_str()};
     QtTestLoop loop_;
-    std::optional<DBusApplication> application_{std::in_place};
+    std::optional<DBusApplication> application_{std::in_place, [] {}};
     std::vector<std::string> requests_;
 };
 
@@ -176,17 +176,6 @@ TEST_F(DBusApplicationTests, KeepsRequestsUntilSomebodyTakesThem) {
     setRequests();
     QtTestLoop::turn();
     EXPECT_EQ(requests_.size(), 2U);
-}
-
-TEST_F(DBusApplicationTests, TakesNewRequestsInsteadOfTheOldOnes) {
-    ASSERT_EQ(application_->claim(), Claim::first);
-    setRequests();
-    int count = 0;
-    application_->setRequests({.convert = [&] { ++count; }, .openPreferences = {}});
-    EXPECT_EQ(callApplication("ActivateAction", {"convert", "[]", "{}"}), "()\n");
-    EXPECT_EQ(callApplication("Activate", {"{}"}), "()\n");
-    EXPECT_EQ(count, 1);
-    EXPECT_THAT(requests_, IsEmpty());
 }
 
 TEST_F(DBusApplicationTests, AnswersBeforeItDoesWhatItIsAskedFor) {

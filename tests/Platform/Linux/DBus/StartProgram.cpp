@@ -13,7 +13,7 @@
 
 int main(int argc, char** argv) {
     const QCoreApplication qtApplication(argc, argv);
-    platform::DBusApplication application;
+    platform::DBusApplication application([] {});
     switch (application.claim()) {
     case platform::DBusApplication::Claim::alreadyRunning:
         std::cout << "already running" << std::endl;

@@ -1,0 +1,55 @@
+#include "tests/Contract/ApplicationContract.h"
+
+#include <gmock/gmock.h>
+
+namespace contract {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST_P(ApplicationContract, DoesWhatTheDesktopAsksFor) {
+    application_.setRequests(noting());
+    backend_->ask(convert);
+    backend_->ask(openPreferences);
+    backend_->ask(convert);
+    EXPECT_THAT(notes_, ElementsAre("convert", "preferences", "convert"));
+}
+
+TEST_P(ApplicationContract, KeepsRequestsUntilSomebodyTakesThemAndAnswersThemOnce) {
+    backend_->ask(openPreferences);
+    backend_->ask(convert);
+    application_.setRequests(noting());
+    backend_->settle();
+    EXPECT_THAT(notes_, ElementsAre("preferences", "convert"));
+    application_.setRequests(noting());
+    backend_->settle();
+    EXPECT_EQ(notes_.size(), 2U);
+}
+
+TEST_P(ApplicationContract, TakesNewRequestsInsteadOfTheOldOnes) {
+    application_.setRequests(noting());
+    int count = 0;
+    application_.setRequests({.convert = [&] { ++count; }, .openPreferences = {}});
+    backend_->ask(convert);
+    backend_->ask(openPreferences);
+    EXPECT_EQ(count, 1);
+    EXPECT_THAT(notes_, IsEmpty());
+}
+
+TEST_P(ApplicationContract, ComesToTheFrontWhenItActivatesItself) {
+    backend_->leaveTheFront();
+    application_.activateIgnoringOtherApps();
+    EXPECT_TRUE(backend_->comesToTheFront());
+}
+
+TEST_P(ApplicationContract, EndsAfterTheCallReturned) {
+    bool hasReturned = false;
+    EXPECT_TRUE(backend_->endsAfter([&] {
+        application_.terminate();
+        backend_->settle();
+        hasReturned = true;
+    }));
+    EXPECT_TRUE(hasReturned);
+}
+
+} // namespace contract
