@@ -13,6 +13,7 @@ class MemoryLogSink::Channel final : public foundation::LogChannel {
     }
 
     void write(const foundation::LogRecord& record) noexcept override {
+        const std::lock_guard lock(sink_.writing_);
         sink_.entries_.push_back(
             {.subsystem = std::string(record.subsystem),
              .category = std::string(record.category),

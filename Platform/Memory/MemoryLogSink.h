@@ -2,8 +2,10 @@
 
 #include "Foundation/LogSink.h"
 
+#include <atomic>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -11,8 +13,8 @@
 
 namespace platform {
 
-/// A log that keeps every record in memory, for whoever wants to read afterwards what was said.
-/// Main thread only.
+/// A log that keeps every record in memory, for whoever wants to read afterwards what was said:
+/// on the main thread, once no other thread writes any more.
 class MemoryLogSink final : public foundation::LogSink {
   public:
     struct Entry {
@@ -45,9 +47,10 @@ class MemoryLogSink final : public foundation::LogSink {
 
     std::map<std::pair<std::string, std::string>, std::unique_ptr<foundation::LogChannel>>
         channels_;
+    std::mutex writing_;
     std::vector<Entry> entries_;
-    bool isDebugEnabled_ = true;
-    bool isErrorEnabled_ = true;
+    std::atomic<bool> isDebugEnabled_ = true;
+    std::atomic<bool> isErrorEnabled_ = true;
 };
 
 } // namespace platform

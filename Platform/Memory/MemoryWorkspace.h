@@ -7,18 +7,16 @@
 
 namespace platform {
 
-/// A desktop that opens nothing and remembers what it was asked to. Main thread only.
+/// A desktop that opens nothing and remembers what it was asked to. Takes every text with a scheme
+/// for a URL. Main thread only.
 class MemoryWorkspace final : public Workspace {
   public:
-    bool openURL(const std::string& url) override {
-        urls_.push_back(url);
-        return !refuses_;
-    }
+    bool openURL(const std::string& url) override;
 
     /// Whether the desktop refuses to open anything from now on.
     void setRefuses(bool refuses) { refuses_ = refuses; }
 
-    /// What was asked for so far, refused ones included.
+    /// The URLs that were asked for so far, refused ones included.
     [[nodiscard]] const std::vector<std::string>& urls() const { return urls_; }
 
   private:

@@ -64,14 +64,6 @@ TEST_F(QtAlertsTests, ShowsTheTextsAndTheButtonsInTheirOrder) {
     });
 }
 
-TEST_F(QtAlertsTests, AnswersWithTheIndexOfTheChosenButton) {
-    for (std::size_t index = 0; index < 3; ++index) {
-        EXPECT_EQ(
-            run(question_, [&](QMessageBox& box) { fromLeftToRight(box).at(index)->click(); }),
-            index);
-    }
-}
-
 TEST_F(QtAlertsTests, ReturnChoosesTheFirstButton) {
     EXPECT_EQ(run(question_, [this](QMessageBox& /*box*/) { desktop_.keyboard().tap(KEY_ENTER); }),
               0U);

@@ -58,19 +58,4 @@ TEST(QtLogSinkTests, WritesErrorsAndNoDebugUntilTheRulesAskForIt) {
                   "com.app.pastewise.ClipboardManager debug Reading from clipboard..."}));
 }
 
-TEST(QtLogSinkTests, NeverLetsAPrivateTextOut) {
-    const ReceivedMessages received;
-    platform::QtLogSink sink;
-    const Logger logger(sink, "com.app.pastewise", "ClipboardManager");
-    logger.error("line: %s, %ld of them", "secret", 3L);
-    EXPECT_EQ(ReceivedMessages::messages().at(0),
-              "com.app.pastewise.ClipboardManager critical line: <private>, 3 of them");
-}
-
-TEST(QtLogSinkTests, GivesOneChannelPerCategory) {
-    platform::QtLogSink sink;
-    EXPECT_EQ(&sink.channel("a", "b"), &sink.channel("a", "b"));
-    EXPECT_NE(&sink.channel("a", "b"), &sink.channel("a", "c"));
-}
-
 } // namespace

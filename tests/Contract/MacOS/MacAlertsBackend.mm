@@ -1,19 +1,16 @@
 #import "Platform/MacOS/MacAlerts.h"
+#import "Platform/MacOS/MacConversions.h"
+#include "tests/Contract/AlertsContract.h"
 #import "tests/Support/MacOS/AppKitLoop.h"
 
-#include <gtest/gtest.h>
-
 #include <atomic>
-#include <cstddef>
-#include <optional>
-#include <string>
 
 /// A user who waits for an alert and answers it.
 @interface PWTestUser : NSObject
 /// Of the button that the user presses; nil ends the alert without an answer.
 @property(nonatomic, copy) NSString* title;
 /// Of the alert that was answered.
-@property(nonatomic, copy) NSString* shownTexts;
+@property(nonatomic, copy) NSArray<NSString*>* shownTexts;
 @end
 
 @implementation PWTestUser {
@@ -72,55 +69,53 @@
     return nil;
 }
 
-- (NSString*)textsIn:(NSView*)view {
-    NSMutableString* const texts = [NSMutableString string];
+- (NSArray<NSString*>*)textsIn:(NSView*)view {
+    NSMutableArray<NSString*>* const texts = [NSMutableArray array];
     if ([view isKindOfClass:[NSTextField class]]) {
-        [texts appendFormat:@"%@\n", static_cast<NSTextField*>(view).stringValue];
+        [texts addObject:static_cast<NSTextField*>(view).stringValue];
     }
     for (NSView* subview in view.subviews) {
-        [texts appendString:[self textsIn:subview]];
+        [texts addObjectsFromArray:[self textsIn:subview]];
     }
     return texts;
 }
 
 @end
 
+namespace contract {
+
 namespace {
 
-class MacAlertsTests : public testing::Test {
-  protected:
-    std::optional<std::size_t> answerWith(NSString* title) {
+class MacAlertsBackend final : public AlertsBackend {
+  public:
+    platform::Alerts& alerts() override { return alerts_; }
+
+    void answerNext(std::optional<std::size_t> buttonIndex) override {
         user_ = [[PWTestUser alloc] init];
-        user_.title = title;
+        user_.title =
+            buttonIndex ? platform::nsString(question.buttonTitles.at(*buttonIndex)) : nil;
         [NSThread detachNewThreadSelector:@selector(watch) toTarget:user_ withObject:nil];
-        return platform::MacAlerts().runModal({.messageText = "What now?",
-                                               .informativeText = "Nobody knows.",
-                                               .style = platform::AlertStyle::informational,
-                                               .buttonTitles = {"Go on", "Wait", "Leave"}});
     }
 
-    [[nodiscard]] std::string shownTexts() const { return user_.shownTexts.UTF8String; }
-
-    testing_support::AppKitLoop loop_;
+    std::vector<std::string> shownTexts() override {
+        std::vector<std::string> texts;
+        for (NSString* text in user_.shownTexts) {
+            texts.emplace_back(text.UTF8String);
+        }
+        return texts;
+    }
 
   private:
+    testing_support::AppKitLoop loop_;
+    platform::MacAlerts alerts_;
     PWTestUser* user_ = nil;
 };
 
-TEST_F(MacAlertsTests, TellsWhichButtonWasPressed) {
-    EXPECT_EQ(answerWith(@"Go on"), 0U);
-    EXPECT_EQ(answerWith(@"Wait"), 1U);
-    EXPECT_EQ(answerWith(@"Leave"), 2U);
-}
-
-TEST_F(MacAlertsTests, KnowsNoButtonWhereTheAlertWentAwayWithoutOne) {
-    EXPECT_EQ(answerWith(nil), std::nullopt);
-}
-
-TEST_F(MacAlertsTests, ShowsBothTexts) {
-    answerWith(@"Wait");
-    EXPECT_NE(shownTexts().find("What now?\n"), std::string::npos) << shownTexts();
-    EXPECT_NE(shownTexts().find("Nobody knows.\n"), std::string::npos) << shownTexts();
-}
-
 } // namespace
+
+INSTANTIATE_TEST_SUITE_P(MacOS,
+                         AlertsContract,
+                         (backend<AlertsBackend, MacAlertsBackend>("Mac")),
+                         nameOfBackend<AlertsBackend>);
+
+} // namespace contract

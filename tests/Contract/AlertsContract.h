@@ -1,0 +1,44 @@
+#pragma once
+
+#include "Foundation/Interface.h"
+#include "Platform/Alerts.h"
+#include "tests/Contract/BackendMaker.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace contract {
+
+/// What the suite asks.
+inline const platform::Alert question{.messageText = "What now?",
+                                      .informativeText = "Nobody knows.",
+                                      .style = platform::AlertStyle::informational,
+                                      .buttonTitles = {"Go on", "Wait", "Leave"}};
+
+/// Alerts, and a user who answers them.
+class AlertsBackend : public foundation::Interface {
+  public:
+    virtual platform::Alerts& alerts() = 0;
+    /// Has the user answer the next alert with that button of the question; none has the alert go
+    /// away without one.
+    virtual void answerNext(std::optional<std::size_t> buttonIndex) = 0;
+    /// The texts of the alert that was answered last.
+    virtual std::vector<std::string> shownTexts() = 0;
+};
+
+class AlertsContract : public testing::TestWithParam<BackendMaker<AlertsBackend>> {
+  protected:
+    std::optional<std::size_t> answerWith(std::optional<std::size_t> buttonIndex) {
+        backend_->answerNext(buttonIndex);
+        return backend_->alerts().runModal(question);
+    }
+
+    std::unique_ptr<AlertsBackend> backend_ = GetParam().make();
+};
+
+} // namespace contract

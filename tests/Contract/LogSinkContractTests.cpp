@@ -1,0 +1,52 @@
+#include "Foundation/Logger.h"
+#include "tests/Contract/LogSinkContract.h"
+
+#include <gmock/gmock.h>
+
+#include <thread>
+
+namespace contract {
+
+using foundation::Logger;
+using testing::ElementsAre;
+
+TEST_P(LogSinkContract, ThereIsOneChannelForEachPairOfSubsystemAndCategory) {
+    EXPECT_EQ(&sink_.channel("a", "b"), &sink_.channel("a", "b"));
+    EXPECT_NE(&sink_.channel("a", "b"), &sink_.channel("a", "c"));
+    EXPECT_NE(&sink_.channel("a", "b"), &sink_.channel("c", "b"));
+}
+
+TEST_P(LogSinkContract, ErrorsAreKeptAndDebugOnlyWhileItIsSwitchedOn) {
+    const Logger logger(sink_, "app", "Class");
+    backend_->setDebugEnabled(false);
+    EXPECT_FALSE(logger.isEnabled(foundation::LogLevel::debug));
+    EXPECT_TRUE(logger.isEnabled(foundation::LogLevel::error));
+    logger.debug("first");
+    logger.error("second");
+    backend_->setDebugEnabled(true);
+    EXPECT_TRUE(logger.isEnabled(foundation::LogLevel::debug));
+    logger.debug("third");
+    EXPECT_THAT(backend_->lines(),
+                ElementsAre("app.Class error: second", "app.Class debug: third"));
+}
+
+TEST_P(LogSinkContract, APrivateTextIsNotSeenAndAPublicOneIs) {
+    const Logger logger(sink_, "app", "Class");
+    logger.error("%s, %{public}s, %ld of them", "secret", "open", 3L);
+    EXPECT_THAT(backend_->lines(), ElementsAre("app.Class error: <private>, open, 3 of them"));
+}
+
+TEST_P(LogSinkContract, ThreadsWriteAtTheSameTime) {
+    constexpr int recordsOfEach = 200;
+    const auto write = [](const Logger& logger) {
+        for (int record = 0; record < recordsOfEach; ++record) {
+            logger.error("record %d", record);
+        }
+    };
+    std::thread other(write, Logger(sink_, "app", "Other"));
+    write(Logger(sink_, "app", "Class"));
+    other.join();
+    EXPECT_EQ(backend_->lines().size(), 2U * recordsOfEach);
+}
+
+} // namespace contract

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "Foundation/Interface.h"
+#include "Platform/Workspace.h"
+#include "tests/Contract/BackendMaker.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace contract {
+
+/// A workspace and the system that opens URLs for it.
+class WorkspaceBackend : public foundation::Interface {
+  public:
+    virtual platform::Workspace& workspace() = 0;
+    /// Leaves the system without anything that opens a URL.
+    virtual void takeOpenersAway() = 0;
+    /// Whether the system has been asked to open just these so far. Waits while they are fewer.
+    virtual bool hasOpened(const std::vector<std::string>& urls) = 0;
+};
+
+class WorkspaceContract : public testing::TestWithParam<BackendMaker<WorkspaceBackend>> {
+  protected:
+    std::unique_ptr<WorkspaceBackend> backend_ = GetParam().make();
+    platform::Workspace& workspace_ = backend_->workspace();
+};
+
+} // namespace contract
