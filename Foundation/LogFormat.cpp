@@ -1,5 +1,9 @@
 #include "Foundation/LogFormat.h"
 
+#include <ios>
+#include <locale>
+#include <sstream>
+
 namespace foundation {
 
 namespace {
@@ -13,7 +17,13 @@ struct ValuePrinter {
 
     void operator()(std::uint64_t value) const { out += std::to_string(value); }
 
-    void operator()(double value) const { out += std::to_string(value); }
+    /// With a point in every language of the user.
+    void operator()(double value) const {
+        std::ostringstream text;
+        text.imbue(std::locale::classic());
+        text << std::fixed << value;
+        out += text.str();
+    }
 
     void operator()(std::string_view value) const { out += value; }
 };

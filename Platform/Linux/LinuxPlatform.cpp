@@ -31,6 +31,7 @@
 #include <malloc.h>
 
 #include <QApplication>
+#include <clocale>
 #include <csignal>
 #include <cstdlib>
 #include <functional>
@@ -54,6 +55,9 @@ std::string environmentVariable(const char* name) {
 class DesktopProcess {
   public:
     DesktopProcess(int& argc, char** argv) : application_(argc, argv) {
+        // Qt has set the user's language for the C library, with which libplist reads numbers. In
+        // files they have a point everywhere.
+        static_cast<void>(std::setlocale(LC_NUMERIC, "C"));
         QApplication::setApplicationName("pastewise");
         QApplication::setDesktopFileName("com.app.pastewise");
         QApplication::setQuitOnLastWindowClosed(false);

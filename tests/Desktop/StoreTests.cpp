@@ -1,4 +1,5 @@
 #include "tests/Desktop/TrayTest.h"
+#include "tests/Support/CommaLocale.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -52,6 +53,18 @@ TEST_F(StoreTests, TheTotalSurvivesARestartOnTheSameDay) {
     const auto laterOwner = startOwner({"normal"});
     convert();
     EXPECT_TRUE(waitForTitle(0, "Time Saved: 1m"));
+}
+
+TEST_F(StoreTests, NumbersHaveAPointWhateverTheUsersLanguage) {
+    const testing_support::CommaLocale locale;
+    writeSettings("<plist version=\"1.0\"><dict><key>analytics.todaySavedSeconds.2000-01-01</key>"
+                  "<real>20.5</real></dict></plist>");
+    startProgram(locale.environment());
+    const auto owner = startOwner({"normal"});
+    convert();
+    ASSERT_TRUE(waitForLog("Applying confirmed savings: 20.000000 seconds"));
+    endProgram();
+    EXPECT_EQ(storedSeconds(), 40.5);
 }
 
 TEST_F(StoreTests, IsReadableForItsUserAlone) {

@@ -2,11 +2,15 @@
 #include "Foundation/Logger.h"
 #include "Foundation/LoggerFactory.h"
 #include "Platform/Memory/MemoryLogSink.h"
+#include "tests/Support/CommaLocale.h"
 
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -58,6 +62,25 @@ TEST_F(LoggerTests, PrintsEveryKindOfValue) {
                   false,
                   std::string_view("x"));
     EXPECT_EQ(sink_.entries().at(0).redacted, "-1 -2 3 4 0.500000 true false x");
+}
+
+using LoggerDeathTests = LoggerTests;
+
+TEST_F(LoggerDeathTests, PrintsNumbersWithAPointWhateverTheUsersLanguage) {
+    const testing_support::CommaLocale locale;
+    // The language is the whole process's.
+    const auto logInThatLanguage = [&] {
+        for (const auto& [name, value] : locale.environment()) {
+            setenv(name.c_str(), value.c_str(), 1);
+        }
+        std::setlocale(LC_ALL, "");
+        logger_.debug("%f %f %f", 20.5, -0.25, 1234567.0);
+        std::fprintf(stderr, "%.1f; %s\n", 0.5, sink_.messages().back().c_str());
+        std::exit(EXIT_SUCCESS);
+    };
+    EXPECT_EXIT(logInThatLanguage(),
+                testing::ExitedWithCode(EXIT_SUCCESS),
+                "0,5; debug: 20[.]500000 -0[.]250000 1234567[.]000000");
 }
 
 TEST_F(LoggerTests, ComputesAFunctionsValueOnlyWhenTheLevelIsOn) {
