@@ -121,8 +121,8 @@ void AppDelegate::handleShortcutTriggered() {
     try {
         convertClipboard();
     } catch (const std::bad_alloc&) {
-        // Nothing has been written yet: writing hands over texts that are already complete.
-        logger_.error("Not enough memory to convert the clipboard; it is left as it was");
+        // Nothing is lost: writing hands over texts that are already complete.
+        logger_.error("Not enough memory to go on with the conversion");
     }
 }
 

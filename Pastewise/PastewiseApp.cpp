@@ -23,6 +23,10 @@ PastewiseApp::PastewiseApp(platform::Platform& platform)
                 shared_.loggers()),
       convertDebouncer_(platform.mainQueue(), repeatSilence) {}
 
+PastewiseApp::~PastewiseApp() {
+    platform_.application().setRequests({});
+}
+
 int PastewiseApp::main() {
     return platform_.run([this] {
         appDelegate_.applicationDidFinishLaunching();
@@ -34,7 +38,7 @@ void PastewiseApp::answerRequests() {
     platform_.application().setRequests(
         {.convert =
              [this] {
-                 const auto& handler = shared_.shortcutManager().shortcutHandler;
+                 const auto handler = shared_.shortcutManager().shortcutHandler;
                  if (convertDebouncer_.accepts() && handler) {
                      handler();
                  }

@@ -13,6 +13,13 @@ class PastewiseApp {
   public:
     explicit PastewiseApp(platform::Platform& platform);
 
+    /// What the desktop asks for from now on is left undone.
+    ~PastewiseApp();
+    PastewiseApp(const PastewiseApp&) = delete;
+    PastewiseApp& operator=(const PastewiseApp&) = delete;
+    PastewiseApp(PastewiseApp&&) = delete;
+    PastewiseApp& operator=(PastewiseApp&&) = delete;
+
     /// Launches the program and runs it until it is asked to end. Returns its exit code.
     int main();
 

@@ -1,5 +1,7 @@
 #include "Platform/Memory/MemoryPasteboard.h"
 
+#include <new>
+
 namespace platform {
 
 namespace {
@@ -29,6 +31,9 @@ bool MemoryPasteboard::setString(foundation::TextBuffer text, PasteboardType typ
 
 std::optional<foundation::TextBuffer> MemoryPasteboard::string(PasteboardType type) {
     calls_.push_back("get " + name(type));
+    if (isOutOfMemory_) {
+        throw std::bad_alloc();
+    }
     const auto text = texts_.find(type);
     if (text == texts_.end()) {
         return std::nullopt;

@@ -23,6 +23,9 @@ class MemoryPasteboard final : public Pasteboard {
     /// Makes setString() refuse that type from now on.
     void refuse(PasteboardType type) { refused_.insert(type); }
 
+    /// Makes string() fail for want of memory from now on.
+    void runOutOfMemory() { isOutOfMemory_ = true; }
+
     /// Another program copies: what was held is gone, and the text or image is there instead.
     void copyElsewhere(std::string_view text);
     void copyImageElsewhere();
@@ -45,6 +48,7 @@ class MemoryPasteboard final : public Pasteboard {
     std::vector<std::string> calls_;
     std::uint64_t changeCount_ = 0;
     bool holdsImage_ = false;
+    bool isOutOfMemory_ = false;
 };
 
 } // namespace platform

@@ -151,6 +151,15 @@ TEST_F(LaunchFlowTests, TheDesktopCanAskForAConversionWhichCountsAsTheHotKey) {
     });
 }
 
+TEST_F(LaunchFlowTests, TheDesktopAsksInVainOnceTheApplicationIsGone) {
+    system_.pasteboard().copyElsewhere("• a");
+    run();
+    system_.application().ask(&platform::Application::Requests::convert);
+    system_.application().ask(&platform::Application::Requests::openPreferences);
+    EXPECT_EQ(system_.pasteboard().contents().at(platform::PasteboardType::string), "• a");
+    EXPECT_TRUE(system_.toolkit().windows().empty());
+}
+
 TEST_F(LaunchFlowTests, ARequestThatTheDesktopRepeatsWhileAKeyIsHeldConvertsOnce) {
     system_.pasteboard().copyElsewhere("a");
     run([this] {

@@ -69,6 +69,38 @@ TEST_F(AppDelegateTests, ARefusedWriteCreditsNothing) {
     EXPECT_EQ(rowTitle(0), "Time Saved: 0s");
 }
 
+TEST_F(AppDelegateTests, WithoutMemoryForTheTextTheClipboardStaysAsItWas) {
+    launchQuietly();
+    copy("• a");
+    system_.pasteboard().runOutOfMemory();
+    pressShortcut();
+    EXPECT_EQ(
+        ownLines(),
+        (std::vector<std::string>{"Global shortcut triggered; attempting clipboard conversion",
+                                  "Not enough memory to go on with the conversion"}));
+    EXPECT_EQ(system_.pasteboard().contents().at(platform::PasteboardType::string), "• a");
+    EXPECT_EQ(shownGlyph(), "P");
+    EXPECT_EQ(rowTitle(0), "Time Saved: 0s");
+}
+
+TEST_F(AppDelegateTests, HidesNothingOfWhatItSays) {
+    system_.images().addSymbol("p.square");
+    system_.images().addSymbol("checkmark");
+    launch();
+    copy("a");
+    pressShortcut();
+    shared_->shortcutManager().setShortcut(hotkey::Key::k, hotkey::ModifierFlags::command);
+    for (const auto& entry : system_.logSink().entries()) {
+        if (entry.category == "AppDelegate") {
+            EXPECT_EQ(entry.redacted, entry.whole);
+        }
+    }
+    EXPECT_EQ(logged("debug: Using SF Symbol for base status icon: p.square"), 1);
+    EXPECT_EQ(logged("debug: Using SF Symbol for checkmark flash: checkmark"), 1);
+    EXPECT_EQ(logged("debug: Updated time saved display to: 10s"), 1);
+    EXPECT_EQ(logged("debug: Updated shortcut display row to: Command K"), 1);
+}
+
 TEST_F(AppDelegateTests, TheFlashComesBeforeTheAccounting) {
     launchQuietly();
     copy("a");
