@@ -5,11 +5,9 @@
 
 #include <array>
 #include <concepts>
-#include <string>
 #include <string_view>
 #include <tuple>
 #include <type_traits>
-#include <utility>
 
 namespace foundation {
 

@@ -1,5 +1,7 @@
 #include "Foundation/NotificationCenter.h"
 
+#include <utility>
+
 namespace foundation {
 
 ObserverToken NotificationCenter::addObserver(std::string_view name, Handler handler) {

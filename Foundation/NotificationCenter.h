@@ -5,11 +5,11 @@
 #include "Foundation/Value.h"
 #include "Foundation/WeakReference.h"
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace foundation {
 
@@ -45,6 +45,9 @@ class NotificationCenter {
     void removeObserver(ObserverToken token);
 
     void post(Notification notification);
+
+    /// How many observers have been added and not removed, whatever their names.
+    [[nodiscard]] std::size_t observerCount() const { return observers_.size(); }
 
   private:
     MainThread& mainThread_;

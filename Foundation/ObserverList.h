@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -39,6 +40,8 @@ class ObserverList {
     void remove(ObserverToken token) {
         std::erase_if(*observers_, [token](const Observer& one) { return one.token == token; });
     }
+
+    [[nodiscard]] std::size_t size() const { return observers_->size(); }
 
     void notify(const Arguments&... arguments) const {
         // Both the list and the handler that runs are kept, whatever the handlers do to them.

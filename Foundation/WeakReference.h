@@ -6,7 +6,8 @@
 namespace foundation {
 
 /// Holds an object without owning it and notices when it goes. Copyable; may outlive the object.
-/// One thread only, the object's. Made by the object's WeakReferenceSource.
+/// Any thread may make, copy and drop one while the object exists; get() belongs to the thread on
+/// which the object ends. Made by the object's WeakReferenceSource.
 template <typename Object>
 class WeakReference {
   public:

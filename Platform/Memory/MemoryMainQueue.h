@@ -11,8 +11,8 @@
 
 namespace platform {
 
-/// A main queue whose time is virtual: it stands still until somebody advances it. The main thread
-/// is the one that the queue was made on, unless a test says otherwise.
+/// A main queue whose time is virtual: it stands still until somebody advances it. Every thread
+/// passes for the main one until a test says otherwise.
 class MemoryMainQueue final : public MainQueue {
   public:
     [[nodiscard]] bool isMainThread() const override { return isMainThread_; }

@@ -269,6 +269,14 @@ TEST_F(AppStateTests, IsReachedByNothingThatIsPostedAfterItsEnd) {
     EXPECT_THAT(sink_.messages(), IsEmpty());
 }
 
+TEST_F(AppStateTests, LeavesNoObserverBehind) {
+    const auto before = center_.observerCount();
+    makeState();
+    EXPECT_EQ(center_.observerCount(), before + 1);
+    state_.reset();
+    EXPECT_EQ(center_.observerCount(), before);
+}
+
 TEST_F(AppStateTests, IsNotReachedByWhatWasOnItsWayWhenItEnded) {
     makeState();
     queue_.setIsMainThread(false);

@@ -69,6 +69,7 @@ TEST_F(MenuBarHostingControllerTests, ShowsTheHostingViewLaidOut) {
     EXPECT_THAT(sink_.messages(),
                 ElementsAre("debug: loadView triggered; configuring hosting view",
                             "debug: Hosting view configured with frame: {{0, 0}, {400, 12.5}}"));
+    EXPECT_EQ(sink_.entries().back().redacted, "Hosting view configured with frame: <private>");
 }
 
 TEST_F(MenuBarHostingControllerTests, ShowsAnEmptyViewWithoutAHostingView) {
