@@ -40,7 +40,9 @@ void MacApplication::terminate() {
 }
 
 void MacApplication::run(const std::function<void()>& didFinishLaunching) {
-    PWApplicationDelegate* const delegate = [[PWApplicationDelegate alloc] init];
+    // The system holds its delegate weakly.
+    __attribute__((objc_precise_lifetime)) PWApplicationDelegate* const delegate =
+        [[PWApplicationDelegate alloc] init];
     delegate.launch = didFinishLaunching;
     delegate.reopen = [this] { reopen(); };
     NSApp.delegate = delegate;

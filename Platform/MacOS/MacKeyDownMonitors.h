@@ -30,7 +30,9 @@ class MacKeyDownMonitors final : public KeyDownMonitors {
         const auto handleEvent = ^NSEvent*(NSEvent* event) {
             const KeyEvent pressed{.keyCode = event.keyCode,
                                    .modifierFlags = {event.modifierFlags}};
-            return handler(pressed) ? event : nil;
+            // It may remove its monitor, and the block with it.
+            const Handler running = handler;
+            return running(pressed) ? event : nil;
         };
         monitors_[token] = [NSEvent addLocalMonitorForEventsMatchingMask:NSEventMaskKeyDown
                                                                  handler:handleEvent];
