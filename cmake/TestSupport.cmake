@@ -11,7 +11,7 @@ function(pastewise_test name)
   target_compile_options(${name} PRIVATE -O0)
   set_target_properties(${name} PROPERTIES
     RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/tests")
-  if(PASTEWISE_PLATFORM STREQUAL "macos")
+  if(CMAKE_SYSTEM_NAME STREQUAL "Darwin")
     # To print a date takes what the system's C++ library has only since 13.4. No test is shipped.
     target_compile_options(${name} PRIVATE -mmacosx-version-min=13.4)
     target_link_options(${name} PRIVATE -mmacosx-version-min=13.4)
