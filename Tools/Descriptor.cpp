@@ -3,6 +3,7 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 
@@ -11,6 +12,8 @@ namespace tools {
 namespace {
 
 constexpr std::size_t readSize = std::size_t{1} << 20U;
+/// Some systems refuse to write more than fits into an int.
+constexpr std::size_t largestWriteSize = std::size_t{1} << 30U;
 
 /// Whether a call that failed with `error` is to be made again: it was interrupted, or another
 /// program has made the descriptor non-blocking, in which case this waits for it.
@@ -42,7 +45,8 @@ std::error_code readToEnd(int descriptor, foundation::TextBuffer& text) {
 
 std::error_code writeAll(int descriptor, std::string_view text) {
     while (!text.empty()) {
-        const ssize_t count = write(descriptor, text.data(), text.size());
+        const ssize_t count =
+            write(descriptor, text.data(), std::min(text.size(), largestWriteSize));
         if (count >= 0) {
             text.remove_prefix(static_cast<std::size_t>(count));
         } else if (const int error = errno; !canTryAgain(error, descriptor, POLLOUT)) {

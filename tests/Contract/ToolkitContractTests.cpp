@@ -11,6 +11,7 @@ namespace contract {
 
 using platform::LayoutConstraint;
 using platform::Rect;
+using testing::AnyOf;
 using testing::ElementsAre;
 using Anchor = platform::LayoutConstraint::Anchor;
 
@@ -69,7 +70,9 @@ TEST_P(WindowContract, CanBeShownAgain) {
     window_->makeKeyAndOrderFront();
     backend_->settle();
     EXPECT_TRUE(window_->isVisible());
-    EXPECT_THAT(controller_.notes, ElementsAre("will appear", "did layout"));
+    // A layout that nothing has changed since need not be made again.
+    EXPECT_THAT(controller_.notes,
+                AnyOf(ElementsAre("will appear"), ElementsAre("will appear", "did layout")));
 }
 
 TEST_P(WindowContract, CanBeShownWithoutContent) {

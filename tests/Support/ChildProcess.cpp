@@ -1,7 +1,8 @@
 #include "tests/Support/ChildProcess.h"
 
+#include "tests/Support/ParentDeath.h"
+
 #include <fcntl.h>
-#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -21,8 +22,11 @@ struct Pipe {
 
     Pipe() {
         std::array<int, 2> ends{};
-        if (pipe2(ends.data(), O_CLOEXEC) != 0) {
+        if (pipe(ends.data()) != 0) {
             throw std::runtime_error("no pipe could be made");
+        }
+        for (const int end : ends) {
+            fcntl(end, F_SETFD, FD_CLOEXEC);
         }
         readEnd = ends[0];
         writeEnd = ends[1];
@@ -83,10 +87,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, const Option
         throw std::runtime_error("no process could be started");
     }
     if (id_ == 0) {
-        prctl(PR_SET_PDEATHSIG, SIGKILL);
-        if (getppid() != parent) {
-            _exit(126);
-        }
+        endWithParent(parent);
         static_cast<void>(std::signal(SIGPIPE, SIG_DFL));
         dup2(input.readEnd, STDIN_FILENO);
         if (options.standardOutputFile.empty()) {

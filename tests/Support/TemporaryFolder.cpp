@@ -1,5 +1,7 @@
 #include "tests/Support/TemporaryFolder.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <stdexcept>
 #include <string>

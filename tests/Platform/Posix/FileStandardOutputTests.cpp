@@ -19,7 +19,7 @@ using platform::FileStandardOutput;
 class FileStandardOutputTests : public testing::Test {
   public:
     FileStandardOutputTests() {
-        if (pipe2(pipe_.data(), O_CLOEXEC) != 0) {
+        if (pipe(pipe_.data()) != 0) {
             std::abort();
         }
     }
@@ -146,7 +146,9 @@ TEST_F(FileStandardOutputTests, NeverWritesIntoAFileThatTookTheNumberOfAClosedOn
 
 TEST_F(FileStandardOutputTests, LosesALineThatAFullDiskDoesNotTake) {
     const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);
-    ASSERT_GE(full, 0);
+    if (full < 0) {
+        GTEST_SKIP() << "This system has no disk that is always full";
+    }
     FileStandardOutput(full).writeLine("lost");
     close(full);
 }
