@@ -44,6 +44,16 @@ namespace platform {
 
 namespace {
 
+/// A program that waits for most of its time gives back what it does not need.
+void keepMemorySmall() {
+    // The threads beside the main one allocate a little now and then. With heaps of their own the
+    // program would grow for days before it stopped.
+    static_cast<void>(mallopt(M_ARENA_MAX, 1));
+    // Otherwise the heap learns from each large text to keep the next one's room, twice over.
+    constexpr int largeTextSize = 256 * 1024;
+    static_cast<void>(mallopt(M_MMAP_THRESHOLD, largeTextSize));
+}
+
 /// What the environment variable holds; empty when it is not set.
 std::string environmentVariable(const char* name) {
     const char* value = std::getenv(name);
@@ -180,9 +190,7 @@ class X11DesktopPlatform final : public PlatformOf<X11DesktopServices> {
 /// The one place that chooses among the backends of Linux desktops, once at the start.
 PlatformOrNot makePlatform(int& argc, char** argv) {
     fillStandardDescriptors();
-    // The threads beside the main one allocate a little now and then. With heaps of their own the
-    // program would grow for days before it stopped.
-    static_cast<void>(mallopt(M_ARENA_MAX, 1));
+    keepMemorySmall();
     const std::string display = environmentVariable("DISPLAY");
     if (display.empty()) {
         return NoPlatform{"there is no X display: DISPLAY is not set"};

@@ -131,8 +131,15 @@ class SoakTests : public TrayTest {
             ASSERT_TRUE(waitUntil([this] {
                 return wrote_.count(program_->standardError()) >= conversionCount_;
             })) << "conversion "
-                << conversionCount_;
+                << conversionCount_ << " did not come; the log ends:\n"
+                << endOfLog();
         }
+    }
+
+    [[nodiscard]] std::string endOfLog() {
+        constexpr std::size_t size = 4000;
+        const std::string& log = program_->standardError();
+        return log.substr(log.size() - std::min(log.size(), size));
     }
 
     ServerResources resources_{session_.display()};
