@@ -4,6 +4,7 @@
 #include "Platform/Linux/X11/XcbXkb.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace platform {
@@ -111,6 +112,11 @@ OSStatus X11EventHotKeyService::registerEventHotKey(std::uint32_t keyCode,
         .grabbedMask = mask,
     }));
     reference.pointer = registrations_.back().get();
+    if (isDown(x11KeyCode)) {
+        // A shortcut is recorded while its keys are held. To repeat one of them is not to press it.
+        heldKeys_.set(x11KeyCode);
+        awaitRelease(x11KeyCode);
+    }
     return hotkey::noErr;
 }
 
@@ -200,6 +206,36 @@ void X11EventHotKeyService::ungrab(xcb_keycode_t keyCode, std::uint16_t mask) co
         const XcbPointer<xcb_generic_error_t> ignored(
             xcb_request_check(connection_->get(), request));
     }
+}
+
+bool X11EventHotKeyService::isDown(xcb_keycode_t keyCode) const {
+    const XcbPointer<xcb_query_keymap_reply_t> reply(
+        xcb_query_keymap_reply(connection_->get(), xcb_query_keymap(connection_->get()), nullptr));
+    return reply && (reply->keys[keyCode / 8] >> (keyCode % 8U) & 1U) != 0;
+}
+
+/// Nobody tells of the release of a key that was pressed for somebody else, unless the key repeats.
+void X11EventHotKeyService::awaitRelease(xcb_keycode_t keyCode) {
+    // Less than anybody needs to press a key again.
+    constexpr std::chrono::milliseconds interval{20};
+    mainQueue_.asyncAfter(interval,
+                          std::make_shared<WorkItem>([weakSelf = self_.reference(), keyCode] {
+                              auto* const self = weakSelf.get();
+                              if (self == nullptr || !self->heldKeys_.test(keyCode)) {
+                                  return;
+                              }
+                              const bool isStillDown = self->isDown(keyCode);
+                              // What came before the answer was meant for the key that was held.
+                              self->drain();
+                              if (weakSelf.get() == nullptr) {
+                                  return;
+                              }
+                              if (isStillDown) {
+                                  self->awaitRelease(keyCode);
+                              } else {
+                                  self->heldKeys_.reset(keyCode);
+                              }
+                          }));
 }
 
 /// Looks the modifiers up again and moves the grabs to where they are now, with nobody else having

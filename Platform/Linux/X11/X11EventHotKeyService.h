@@ -75,6 +75,8 @@ class X11EventHotKeyService final : public hotkey::EventHotKeyService {
     [[nodiscard]] bool isTaken(xcb_keycode_t keyCode, std::uint32_t carbonModifiers) const;
     [[nodiscard]] bool grab(xcb_keycode_t keyCode, std::uint16_t mask) const;
     void ungrab(xcb_keycode_t keyCode, std::uint16_t mask) const;
+    [[nodiscard]] bool isDown(xcb_keycode_t keyCode) const;
+    void awaitRelease(xcb_keycode_t keyCode);
 
     void adoptKeyboard();
     void drain();
@@ -90,7 +92,8 @@ class X11EventHotKeyService final : public hotkey::EventHotKeyService {
     HotKeyEventTarget eventTarget_;
     Registrations registrations_;
     X11Modifiers modifiers_;
-    /// The keys whose press was delivered and whose release was not seen yet, by key code.
+    /// The keys whose press was delivered, or came before they were taken, and whose release was
+    /// not seen yet, by key code.
     std::bitset<256> heldKeys_;
     std::uint8_t keyboardEvent_;
     bool hasKeyboardChanged_ = false;

@@ -431,6 +431,33 @@ TEST_F(X11EventHotKeyServiceTests, DoesNotFireForAKeyThatIsStillHeldWhenItIsTake
     EXPECT_THAT(events(), ElementsAre("down 1", "down 2", "up 2"));
 }
 
+TEST_F(X11EventHotKeyServiceTests, DoesNotFireForAKeyThatIsHeldWhenItIsTakenForTheFirstTime) {
+    keyboard_->press(KEY_LEFTMETA);
+    keyboard_->press(KEY_G);
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    const int readyBefore = eventLoop_.readyCount();
+    ASSERT_TRUE(QtTestLoop::turnUntil([&] { return eventLoop_.readyCount() > readyBefore + 4; }));
+    keyboard_->release(KEY_G);
+    keyboard_->release(KEY_LEFTMETA);
+    EXPECT_THAT(events(), ElementsAre());
+    pressSuperG();
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+}
+
+TEST_F(X11EventHotKeyServiceTests, FiresAfterAKeyThatWasHeldWhenItWasTakenIsLetGoBeforeItRepeats) {
+    keyboard_->press(KEY_LEFTMETA);
+    keyboard_->press(KEY_G);
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    keyboard_->release(KEY_G);
+    keyboard_->release(KEY_LEFTMETA);
+    EXPECT_TRUE(QtTestLoop::turnUntil([this] {
+        pressSuperG();
+        return !this->events().empty();
+    }));
+    pressSuperG();
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+}
+
 TEST_F(X11EventHotKeyServiceTests, MayBeDestroyedByAHandler) {
     ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
     onEvent_ = [this](const std::string& /*event*/) { service_.reset(); };
