@@ -19,9 +19,16 @@ constexpr std::uint8_t bitsPerValue = 32;
 // The most conversions that one MULTIPLE request may ask for: nobody offers nearly as many.
 constexpr std::uint32_t multipleLimit = 256;
 
-/// Whether a server time or a request's number is older than another; both wrap around.
+/// Whether a request's number is older than another; they wrap around.
 bool isBefore(std::uint32_t left, std::uint32_t right) {
     return static_cast<std::int32_t>(left - right) < 0;
+}
+
+/// Whether a server time is less than a day older than another. What seems older still is newer: a
+/// text may be owned for weeks, in which the times wrap around.
+bool isShortlyBefore(xcb_timestamp_t left, xcb_timestamp_t right) {
+    constexpr xcb_timestamp_t day = 24 * 60 * 60 * 1000;
+    return left != right && right - left < day;
 }
 
 std::size_t largestChunk(const X11Connection& connection, std::size_t wanted) {
@@ -182,8 +189,10 @@ bool X11SelectionOwner::giveWhatIsAsked(const xcb_selection_request_event_t& req
 }
 
 bool X11SelectionOwner::isForUs(const xcb_selection_request_event_t& request) const {
-    return isOwner_ && request.owner == window_ && request.selection == atoms_.clipboard &&
-           (request.time == XCB_CURRENT_TIME || !isBefore(request.time, ownedSince_));
+    // Nobody else's window is this one, on which we wait for the server's time.
+    return isOwner_ && request.owner == window_ && request.requestor != window_ &&
+           request.selection == atoms_.clipboard &&
+           (request.time == XCB_CURRENT_TIME || !isShortlyBefore(request.time, ownedSince_));
 }
 
 bool X11SelectionOwner::convert(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property) {

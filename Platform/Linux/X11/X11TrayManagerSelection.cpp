@@ -2,8 +2,6 @@
 
 #include <xcb/xfixes.h>
 
-#include <utility>
-
 namespace platform {
 
 namespace {
@@ -58,6 +56,8 @@ std::unique_ptr<X11TrayManagerSelection> X11TrayManagerSelection::open(
     watch->owner_ = owner ? owner->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
     watch->watch_ = eventLoop.watchReadable(watch->connection_->fileDescriptor(),
                                             [self = watch.get()] { self->drain(); });
+    // Waiting for the answer may have read an event, for which the descriptor is readable no more.
+    watch->readEvents();
     return watch;
 }
 
@@ -68,19 +68,23 @@ X11TrayManagerSelection::X11TrayManagerSelection(std::unique_ptr<X11Connection> 
       didChange_(std::move(didChange)),
       changeEvent_(changeEvent) {}
 
-void X11TrayManagerSelection::drain() {
-    xcb_window_t owner = owner_;
+void X11TrayManagerSelection::readEvents() {
     while (const XcbPointer<xcb_generic_event_t> event{xcb_poll_for_event(connection_->get())}) {
         // Events that other clients made up carry a flag in their type and match nothing here.
         if (event->response_type == changeEvent_) {
-            owner = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(*event).owner;
+            owner_ = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(*event).owner;
         }
     }
     if (!connection_->isAlive()) {
         watch_.reset();
-        owner = XCB_WINDOW_NONE;
+        owner_ = XCB_WINDOW_NONE;
     }
-    if (std::exchange(owner_, owner) != owner) {
+}
+
+void X11TrayManagerSelection::drain() {
+    const xcb_window_t before = owner_;
+    readEvents();
+    if (owner_ != before) {
         // The call may drop this object.
         const auto didChange = didChange_;
         didChange();

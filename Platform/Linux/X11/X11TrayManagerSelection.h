@@ -28,6 +28,7 @@ class X11TrayManagerSelection final : public TrayManagerSelection {
                             std::function<void()> didChange,
                             std::uint8_t changeEvent);
 
+    void readEvents();
     void drain();
 
     std::unique_ptr<X11Connection> connection_;

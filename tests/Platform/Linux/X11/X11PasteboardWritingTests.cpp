@@ -140,6 +140,20 @@ TEST_F(X11PasteboardWritingTests, RefusesAQuestionFromBeforeItOwnedTheClipboard)
     EXPECT_EQ(turnUntilEnd(*timeless), 0);
 }
 
+TEST_F(X11PasteboardWritingTests, AnswersAQuestionThatComesAMonthAfterItTookTheClipboard) {
+    open();
+    ASSERT_TRUE(convert("list", "<b>list</b>"));
+    const auto since = readElsewhere("TIMESTAMP");
+    ASSERT_TRUE(since.has_value());
+    ASSERT_EQ(since->size(), sizeof(std::uint32_t));
+    std::uint32_t time = 0;
+    std::memcpy(&time, since->data(), sizeof time);
+    constexpr std::uint32_t month = 30U * 24 * 60 * 60 * 1000;
+    const Program late = startReader({"get", "STRING", "--time", std::to_string(time + month)});
+    EXPECT_EQ(turnUntilEnd(*late), 0);
+    EXPECT_EQ(late->standardOutput(), "list");
+}
+
 TEST_F(X11PasteboardWritingTests, ChangesTheOwnerOnceForEachConversionWithBothFormsInPlace) {
     open();
     const Program watcher = startReader({"changes"});

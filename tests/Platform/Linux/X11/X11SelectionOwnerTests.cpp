@@ -13,8 +13,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
@@ -106,6 +108,25 @@ TEST_F(X11SelectionOwnerTests, DropsAReceiverThatHasEnded) {
     ASSERT_TRUE(owner_.acquire());
     reader->sendSignal(SIGKILL);
     EXPECT_TRUE(handleUntil([&] { return text.expired(); }));
+}
+
+TEST_F(X11SelectionOwnerTests, SendsNothingToItsOwnWindow) {
+    const auto text = ownLongText();
+    const xcb_selection_request_event_t request{.response_type = XCB_SELECTION_REQUEST,
+                                                .pad0 = 0,
+                                                .sequence = 0,
+                                                .time = XCB_CURRENT_TIME,
+                                                .owner = owner_.window(),
+                                                .requestor = owner_.window(),
+                                                .selection = atoms_.clipboard,
+                                                .target = atoms_.utf8String,
+                                                .property = atoms_.utf8String};
+    xcb_generic_event_t event{};
+    std::memcpy(&event, &request, std::min(sizeof event, sizeof request));
+    owner_.handle(event);
+    EXPECT_EQ(queue_.pendingCount(), 0U);
+    EXPECT_TRUE(owner_.acquire());
+    EXPECT_TRUE(text.expired());
 }
 
 TEST_F(X11SelectionOwnerTests, ForgetsItsTextsWhenAnotherProgramTakesTheClipboard) {
