@@ -20,7 +20,8 @@ IconPixmap pixmap(const DrawnImage& drawing, int side) {
 
 } // namespace
 
-StatusNotifierItem::StatusNotifierItem(ClickHandler clicked) : clicked_(std::move(clicked)) {
+StatusNotifierItem::StatusNotifierItem(std::function<void()> clicked)
+    : clicked_(std::move(clicked)) {
     registerStatusNotifierTypes();
 }
 
@@ -47,26 +48,10 @@ QDBusObjectPath StatusNotifierItem::menuPath() const {
     return QDBusObjectPath(isMenu() ? menuPath_ : QString("/NO_DBUSMENU"));
 }
 
-void StatusNotifierItem::Activate(int x, int y) {
-    reportClick(x, y);
-}
-
-void StatusNotifierItem::SecondaryActivate(int x, int y) {
-    reportClick(x, y);
-}
-
-void StatusNotifierItem::ContextMenu(int x, int y) {
-    reportClick(x, y);
-}
-
-void StatusNotifierItem::reportClick(int x, int y) {
+void StatusNotifierItem::reportClick() {
     // The call is answered before whatever the click leads to.
     QMetaObject::invokeMethod(
-        this,
-        [this, x, y] {
-            clicked_({x, y});
-        },
-        Qt::QueuedConnection);
+        this, [this] { clicked_(); }, Qt::QueuedConnection);
 }
 
 } // namespace platform

@@ -5,7 +5,6 @@
 
 #include <QDBusObjectPath>
 #include <QObject>
-#include <QPoint>
 #include <functional>
 #include <memory>
 
@@ -31,11 +30,8 @@ class StatusNotifierItem final : public QObject {
     Q_PROPERTY(QDBusObjectPath Menu READ menuPath)
 
   public:
-    /// Called from the event loop with where the click was on the screen; a null point when the
-    /// tray does not say.
-    using ClickHandler = std::function<void(QPoint)>;
-
-    explicit StatusNotifierItem(ClickHandler clicked);
+    /// `clicked` is called from the event loop for a click of any button.
+    explicit StatusNotifierItem(std::function<void()> clicked);
 
     /// Null shows none.
     void setImage(std::shared_ptr<const DrawnImage> image);
@@ -67,9 +63,13 @@ class StatusNotifierItem final : public QObject {
     // The names are the interface's own; the toolkit's specifiers add to those of the language.
     // NOLINTBEGIN(readability-identifier-naming, readability-redundant-access-specifiers)
   public Q_SLOTS:
-    void Activate(int x, int y);
-    void SecondaryActivate(int x, int y);
-    void ContextMenu(int x, int y);
+
+    // Where a click was is said in the screen's pixels, and by some trays not at all.
+    void Activate(int /*x*/, int /*y*/) { reportClick(); }
+
+    void SecondaryActivate(int /*x*/, int /*y*/) { reportClick(); }
+
+    void ContextMenu(int /*x*/, int /*y*/) { reportClick(); }
 
     void Scroll(int /*delta*/, const QString& /*orientation*/) {}
 
@@ -78,9 +78,9 @@ class StatusNotifierItem final : public QObject {
     // NOLINTEND(readability-identifier-naming, readability-redundant-access-specifiers)
 
   private:
-    void reportClick(int x, int y);
+    void reportClick();
 
-    ClickHandler clicked_;
+    std::function<void()> clicked_;
     std::shared_ptr<const DrawnImage> image_;
     QString menuPath_;
 };

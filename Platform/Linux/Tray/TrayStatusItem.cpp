@@ -30,7 +30,7 @@ TrayStatusItem::TrayStatusItem(QDBusConnection bus, TrayManagerSelectionMaker ma
     : bus_(std::move(bus)),
       service_(QString("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid())),
       button_(std::make_shared<TrayStatusBarButton>([this] { showImage(); })),
-      busItem_([this](QPoint place) { handleClick(place); }) {
+      busItem_([this] { handleClick(); }) {
     publish();
     // A panel that starts takes windows a little before it shows items on the bus, and while it is
     // busy its answer about the bus comes late. An icon made in between would have the toolkit
@@ -92,12 +92,12 @@ void TrayStatusItem::moveToHost() {
 
 void TrayStatusItem::makeWindow() {
     if (!xEmbedIcon_ && hosts_->kind() == TrayHostMonitor::Kind::xEmbed) {
-        xEmbedIcon_.emplace([this](QPoint place) { handleClick(place); });
+        xEmbedIcon_.emplace([this] { handleClick(); });
         xEmbedIcon_->setImage(button_->visibleImage());
     }
 }
 
-void TrayStatusItem::handleClick(QPoint place) {
+void TrayStatusItem::handleClick() {
     if (!menu_) {
         button_->performAction();
         return;
@@ -105,7 +105,7 @@ void TrayStatusItem::handleClick(QPoint place) {
     if (!popupMenu_) {
         popupMenu_.emplace(menu_);
     }
-    popupMenu_->popUp(place.isNull() ? QCursor::pos() : place);
+    popupMenu_->popUp(QCursor::pos());
 }
 
 } // namespace platform

@@ -10,7 +10,6 @@
 #include "Platform/StatusBar.h"
 
 #include <QDBusConnection>
-#include <QPoint>
 #include <QString>
 #include <QTimer>
 #include <memory>
@@ -42,7 +41,7 @@ class TrayStatusItem final : public StatusItem {
     void showImage();
     void moveToHost();
     void makeWindow();
-    void handleClick(QPoint place);
+    void handleClick();
 
     QDBusConnection bus_;
     QString service_;

@@ -2,13 +2,12 @@
 
 #include "Platform/Linux/Tray/DrawnIconEngine.h"
 
-#include <QCursor>
 #include <QIcon>
 #include <utility>
 
 namespace platform {
 
-XEmbedIcon::XEmbedIcon(std::function<void(QPoint)> clicked) {
+XEmbedIcon::XEmbedIcon(std::function<void()> clicked) {
     icon_.setToolTip("Pastewise");
     QObject::connect(&icon_,
                      &QSystemTrayIcon::activated,
@@ -16,7 +15,7 @@ XEmbedIcon::XEmbedIcon(std::function<void(QPoint)> clicked) {
                      [clicked = std::move(clicked)](QSystemTrayIcon::ActivationReason reason) {
                          // The second press of two was a click already.
                          if (reason != QSystemTrayIcon::DoubleClick) {
-                             clicked(QCursor::pos());
+                             clicked();
                          }
                      });
 }

@@ -2,7 +2,6 @@
 
 #include "Platform/Linux/Tray/DrawnImage.h"
 
-#include <QPoint>
 #include <QSystemTrayIcon>
 #include <functional>
 #include <memory>
@@ -16,9 +15,8 @@ namespace platform {
 /// on the bus. So the first is made only when there is a tray for windows and none on the bus.
 class XEmbedIcon {
   public:
-    /// `clicked` is called from the event loop for a click of any button, with where the pointer
-    /// is.
-    explicit XEmbedIcon(std::function<void(QPoint)> clicked);
+    /// `clicked` is called from the event loop for a click of any button.
+    explicit XEmbedIcon(std::function<void()> clicked);
 
     /// Null shows none.
     void setImage(std::shared_ptr<const DrawnImage> image);
