@@ -3,9 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <csignal>
+#include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -17,7 +21,23 @@ using testing_support::waitUntil;
 
 constexpr std::string_view launchedMessage = "Application launched successfully";
 
-class InstanceTests : public ResidentTest {};
+class InstanceTests : public ResidentTest {
+  protected:
+    /// Ends the program while it hands over what it converted, to a manager that keeps it waiting,
+    /// and expects that a start meanwhile becomes the running program.
+    void restartDuringHandOver(const std::map<std::string, std::string>& environment) {
+        const auto manager = startOwner({"manager-hang"});
+        startProgram(environment);
+        const auto owner = startOwner({"normal"});
+        convert();
+        program_->sendSignal(SIGTERM);
+        ASSERT_TRUE(manager->waitForOutput("asked SAVE_TARGETS")) << program_->standardError();
+        auto second = startAgain(environment);
+        EXPECT_EQ(program_->waitForExit(), 0) << program_->standardError();
+        EXPECT_TRUE(second->waitForOutput(launchedMessage)) << second->standardError();
+        EXPECT_TRUE(second->isRunning());
+    }
+};
 
 TEST_F(InstanceTests, ASecondStartShowsThePreferencesOfTheFirstAndEnds) {
     startProgram();
@@ -46,6 +66,10 @@ TEST_F(InstanceTests, AStartAfterTheEndOfTheFirstIsAFirstOneAgain) {
     endProgram();
     startProgram();
     EXPECT_EQ(preferencesWindowCount(), 0U);
+}
+
+TEST_F(InstanceTests, AStartWhileTheFirstHandsItsClipboardOverIsAFirstOne) {
+    restartDuringHandOver({});
 }
 
 TEST_F(InstanceTests, TheDesktopsOwnShortcutConvertsAsTheProgramsDoes) {

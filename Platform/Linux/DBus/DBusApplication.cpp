@@ -17,6 +17,9 @@ namespace platform {
 namespace {
 
 using namespace std::chrono_literals;
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+using Claim = DBusApplication::Claim;
 
 /// For a bus that answers at all, both are far more than it needs.
 constexpr auto patienceWithBus = 1000ms;
@@ -55,8 +58,8 @@ Ownership requestName(const QDBusConnection& connection) {
                                   : Ownership::unknown;
 }
 
-/// Returns false when the other process has gone meanwhile.
-bool askOwnerForPreferences(const QDBusConnection& connection) {
+/// Returns false when the other process has not done what it is asked for: it may have gone.
+bool askOwnerForPreferences(const QDBusConnection& connection, milliseconds limit) {
     QDBusMessage call =
         QDBusMessage::createMethodCall(applicationName(),
                                        objectPath(),
@@ -64,9 +67,30 @@ bool askOwnerForPreferences(const QDBusConnection& connection) {
                                        QStringLiteral("ActivateAction"));
     call << QStringLiteral("preferences") << QVariantList() << QVariantMap();
     call.setAutoStartService(false);
-    const QDBusMessage reply =
-        connection.call(call, QDBus::Block, static_cast<int>(patienceWithFirstInstance.count()));
-    return QDBusError(reply).type() != QDBusError::ServiceUnknown;
+    const QDBusMessage reply = connection.call(call, QDBus::Block, static_cast<int>(limit.count()));
+    return reply.type() == QDBusMessage::ReplyMessage;
+}
+
+Claim claimName(const QDBusConnection& connection) {
+    // A process that is about to end keeps its name for a while and answers no more. Once it has
+    // gone, the name may be another new start's, which is asked as well.
+    constexpr int askedOwnerCount = 3;
+    const auto deadline = steady_clock::now() + patienceWithFirstInstance;
+    for (int askedCount = 0;; ++askedCount) {
+        switch (requestName(connection)) {
+        case Ownership::ours:
+            return Claim::first;
+        case Ownership::unknown:
+            return Claim::noBus;
+        case Ownership::another:
+            break;
+        }
+        const auto left = std::chrono::ceil<milliseconds>(deadline - steady_clock::now());
+        if (askedCount == askedOwnerCount || left <= 0ms ||
+            askOwnerForPreferences(connection, left)) {
+            return Claim::alreadyRunning;
+        }
+    }
 }
 
 } // namespace
@@ -94,23 +118,6 @@ DBusApplication::Claim DBusApplication::claim() {
     // The object is there before the name, so that nobody who sees the name calls in vain.
     connection.registerVirtualObject(objectPath(), &object_);
     return claimName(connection);
-}
-
-DBusApplication::Claim DBusApplication::claimName(QDBusConnection& connection) {
-    // The process that had the name may be about to end.
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        switch (requestName(connection)) {
-        case Ownership::ours:
-            return Claim::first;
-        case Ownership::unknown:
-            return Claim::noBus;
-        case Ownership::another:
-            if (askOwnerForPreferences(connection)) {
-                return Claim::alreadyRunning;
-            }
-        }
-    }
-    return Claim::noBus;
 }
 
 void DBusApplication::setRequests(Requests requests) {

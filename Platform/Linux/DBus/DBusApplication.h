@@ -24,7 +24,7 @@ class DBusApplication final : public Application {
   public:
     enum class Claim : std::uint8_t {
         first,          ///< The name is this process's until the object goes.
-        alreadyRunning, ///< Another process has the name and was asked to open its preferences.
+        alreadyRunning, ///< Another process keeps the name and was asked to open its preferences.
         noBus           ///< There is no session bus, or none that answers in time.
     };
 
@@ -39,7 +39,7 @@ class DBusApplication final : public Application {
     DBusApplication& operator=(DBusApplication&&) = delete;
 
     /// Takes the name, or does what a second start does. Waits at most a few seconds for a bus or a
-    /// process that hangs. Called once.
+    /// process that hangs, or that ends instead of opening its preferences. Called once.
     Claim claim();
 
     /// The connection that the name belongs to, for whoever has other business on the bus; one that
@@ -54,7 +54,6 @@ class DBusApplication final : public Application {
     void terminate() override;
 
   private:
-    Claim claimName(QDBusConnection& connection);
     void handle(DBusRequest request);
     void perform(DBusRequest request) const;
 

@@ -223,6 +223,27 @@ TEST_F(DBusApplicationTests, IsNotTheFirstWhereTheFirstHangs) {
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 10s);
 }
 
+TEST_F(DBusApplicationTests, IsTheFirstWhereTheOtherEndsInsteadOfAnswering) {
+    ChildProcess first({PASTEWISE_START_PROGRAM});
+    ASSERT_TRUE(first.waitForOutput("first\n"));
+    first.sendSignal(SIGSTOP);
+    ChildProcess monitor({"dbus-monitor", "--session", "member='ActivateAction'"});
+    ASSERT_TRUE(monitor.waitForOutput("NameLost"));
+    ChildProcess second({PASTEWISE_START_PROGRAM});
+    ASSERT_TRUE(monitor.waitForOutput("ActivateAction")) << monitor.standardError();
+    first.sendSignal(SIGKILL);
+    EXPECT_TRUE(second.waitForOutput("\n"));
+    EXPECT_EQ(second.standardOutput(), "first\n");
+}
+
+TEST_F(DBusApplicationTests, LeavesTheNameToAnotherThatDoesNotKnowTheAction) {
+    QDBusConnection other =
+        QDBusConnection::connectToBus(QString::fromStdString(bus_.address()), "other");
+    ASSERT_TRUE(other.registerService("com.app.pastewise"));
+    EXPECT_EQ(application_->claim(), Claim::alreadyRunning);
+    QDBusConnection::disconnectFromBus("other");
+}
+
 TEST_F(DBusApplicationTests, IsTheFirstAgainWhenTheOtherWasKilled) {
     {
         ChildProcess first({PASTEWISE_START_PROGRAM});
