@@ -7,19 +7,35 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <thread>
 
 namespace platform {
 
-InstanceLock::InstanceLock(const std::filesystem::path& path)
+namespace {
+
+using namespace std::chrono_literals;
+
+InstanceLock::Result tryToLock(int descriptor) {
+    if (flock(descriptor, LOCK_EX | LOCK_NB) == 0) {
+        return InstanceLock::Result::acquired;
+    }
+    return errno == EWOULDBLOCK ? InstanceLock::Result::taken : InstanceLock::Result::unavailable;
+}
+
+} // namespace
+
+InstanceLock::InstanceLock(const std::filesystem::path& path, std::chrono::milliseconds patience)
     : descriptor_(
           open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR)) {
     if (descriptor_ < 0) {
         return;
     }
-    if (flock(descriptor_, LOCK_EX | LOCK_NB) == 0) {
-        result_ = Result::acquired;
-    } else if (errno == EWOULDBLOCK) {
-        result_ = Result::taken;
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    result_ = tryToLock(descriptor_);
+    while (result_ == Result::taken && std::chrono::steady_clock::now() < deadline) {
+        // The system could wait by itself, but not for so long and no longer.
+        std::this_thread::sleep_for(20ms);
+        result_ = tryToLock(descriptor_);
     }
 }
 

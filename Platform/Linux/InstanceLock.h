@@ -1,23 +1,26 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 
 namespace platform {
 
-/// Keeps a second instance of the program from starting where there is no session bus to tell: a
-/// lock on a file, which the system drops with the process, however that ends. Main thread only.
+/// Keeps a second instance of the program from running, also where the two do not find the same
+/// session bus or find none: a lock on a file, which the system drops with the process, however
+/// that ends. Main thread only.
 class InstanceLock {
   public:
     enum class Result : std::uint8_t {
         acquired,
-        taken,      ///< Another process holds it.
+        taken,      ///< Another process keeps it.
         unavailable ///< The file cannot be locked, so nobody can tell.
     };
 
     /// Makes the file where there is none, readable for the user alone; it stays when the lock
-    /// goes.
-    explicit InstanceLock(const std::filesystem::path& path);
+    /// goes. Waits at most `patience` for a process that holds the lock to give it back.
+    explicit InstanceLock(const std::filesystem::path& path,
+                          std::chrono::milliseconds patience = {});
 
     /// Gives the lock back.
     ~InstanceLock();

@@ -31,6 +31,7 @@
 #include <malloc.h>
 
 #include <QApplication>
+#include <chrono>
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
@@ -60,8 +61,8 @@ std::string environmentVariable(const char* name) {
     return value != nullptr ? value : "";
 }
 
-/// What makes a process a program of the desktop: how it is ended, Qt, and its name that no second
-/// process can have.
+/// What makes a process a program of the desktop: how it is ended, Qt, and the name and the lock
+/// that no second process can have.
 class DesktopProcess {
   public:
     DesktopProcess(int& argc, char** argv) : application_(argc, argv) {
@@ -73,17 +74,21 @@ class DesktopProcess {
         QApplication::setQuitOnLastWindowClosed(false);
     }
 
-    /// Whether this is the only process of its kind. Where another one could be told, it was.
+    /// Whether this is the only process of its kind. Waits a few seconds for one that is about to
+    /// end. One that goes on was told where the bus allows it.
     [[nodiscard]] bool isFirst() {
         switch (busApplication_.claim()) {
         case DBusApplication::Claim::first:
-            return true;
+            break;
         case DBusApplication::Claim::alreadyRunning:
             return false;
         case DBusApplication::Claim::noBus:
             break;
         }
-        lock_.emplace(InstanceLock::defaultPath());
+        // The name alone does not tell of a process that found no bus at its start. It comes first,
+        // so that of all new starts with a bus one alone waits for the lock.
+        constexpr std::chrono::seconds patience{3};
+        lock_.emplace(InstanceLock::defaultPath(), patience);
         return lock_->result() != InstanceLock::Result::taken;
     }
 

@@ -123,6 +123,25 @@ TEST_F(InstanceTests, WithoutASessionBusASecondStartLeavesTheShortcutToTheFirst)
     EXPECT_TRUE(program_->isRunning());
 }
 
+TEST_F(InstanceTests, OfTwoStartsOneOfWhichFindsNoSessionBusOnlyTheFirstRuns) {
+    const std::map<std::string, std::string> busless{{"DBUS_SESSION_BUS_ADDRESS", "disabled:"}};
+    const std::map<std::string, std::string> withBus;
+    for (const auto& [environment, laterEnvironment] :
+         {std::pair(busless, withBus), std::pair(withBus, busless)}) {
+        startProgram(environment);
+        const auto second = startAgain(laterEnvironment);
+        EXPECT_EQ(second->waitForExit(), 0) << second->standardError();
+        EXPECT_EQ(second->standardError().find(launchedMessage), std::string::npos);
+        const auto owner = startOwner({"normal"});
+        convert();
+        endProgram();
+    }
+}
+
+TEST_F(InstanceTests, WithoutASessionBusAStartWhileTheFirstHandsItsClipboardOverIsAFirstOne) {
+    restartDuringHandOver({{"DBUS_SESSION_BUS_ADDRESS", "disabled:"}});
+}
+
 TEST_F(InstanceTests, WithoutASessionBusAStartAfterTheEndOfTheFirstIsAFirstOneAgain) {
     const std::map<std::string, std::string> busless{{"DBUS_SESSION_BUS_ADDRESS", "disabled:"}};
     startProgram(busless);

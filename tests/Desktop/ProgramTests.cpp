@@ -186,8 +186,9 @@ TEST_F(ProgramTests, AShortcutThatAnotherProgramHasIsSilentlyNotTaken) {
     environment["QT_FORCE_STDERR_LOGGING"] = "1";
     environment["QT_LOGGING_RULES"] = "com.app.pastewise.*=true";
     environment["QT_MESSAGE_PATTERN"] = "%{type}: %{message}";
-    // On the first one's bus it would not start a second time.
+    // With the bus or the folder of the first one's user it would not start a second time.
     environment["DBUS_SESSION_BUS_ADDRESS"] = "";
+    environment["XDG_RUNTIME_DIR"] = "";
     ChildProcess second({PASTEWISE_PROGRAM}, {.environment = environment});
     ASSERT_TRUE(second.waitForOutput("Application launched successfully"))
         << second.standardError();

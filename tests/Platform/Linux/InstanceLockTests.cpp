@@ -2,10 +2,12 @@
 #include "tests/Support/ChildProcess.h"
 #include "tests/Support/EnvironmentVariable.h"
 #include "tests/Support/TemporaryFolder.h"
+#include "tests/Support/WaitUntil.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -14,6 +16,7 @@
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::chrono_literals;
 using platform::InstanceLock;
 using Result = platform::InstanceLock::Result;
 
@@ -51,6 +54,22 @@ TEST_F(InstanceLockTests, IsFreeAgainWhenTheInstanceWasKilled) {
         "");
     EXPECT_TRUE(fs::exists(path_));
     EXPECT_EQ(InstanceLock(path_).result(), Result::acquired);
+}
+
+TEST_F(InstanceLockTests, IsWaitedForWhereTheInstanceEndsInTime) {
+    const testing_support::ChildProcess other({"flock", path_.string(), "sleep", "0.5"});
+    ASSERT_TRUE(
+        testing_support::waitUntil([&] { return InstanceLock(path_).result() == Result::taken; }));
+    EXPECT_EQ(InstanceLock(path_, testing_support::patience).result(), Result::acquired);
+}
+
+TEST_F(InstanceLockTests, IsGivenUpWhereTheInstanceStays) {
+    const InstanceLock first(path_);
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(InstanceLock(path_, 100ms).result(), Result::taken);
+    const auto waited = std::chrono::steady_clock::now() - begin;
+    EXPECT_GE(waited, 100ms);
+    EXPECT_LT(waited, testing_support::patience);
 }
 
 TEST_F(InstanceLockTests, IsNotHandedToProgramsThatTheInstanceStarts) {
