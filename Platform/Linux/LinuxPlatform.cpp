@@ -83,6 +83,9 @@ class DesktopProcess {
         case DBusApplication::Claim::alreadyRunning:
             return false;
         case DBusApplication::Claim::noBus:
+            // Qt would look for the bus once more to tell screen readers of the windows. It would
+            // wait half a minute for one that hangs, or start one that outlives the program.
+            setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
             break;
         }
         // The name alone does not tell of a process that found no bus at its start. It comes first,

@@ -1,8 +1,10 @@
 #include "tests/Desktop/ResidentTest.h"
+#include "tests/Support/PrivateBus.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -51,6 +53,23 @@ TEST_F(LaunchTests, ConvertsBeforeAnyTrayIsThere) {
     const auto owner = startOwner({"normal"});
     convert();
     EXPECT_TRUE(waitForLog(program_test::creditedMessage));
+}
+
+TEST_F(LaunchTests, ConvertsAndEndsSoonBesideASessionBusThatHangs) {
+    testing_support::PrivateBus bus;
+    bus.suspend();
+    startProgram({{"DBUS_SESSION_BUS_ADDRESS", bus.address()}});
+    const auto owner = startOwner({"normal"});
+    convert();
+    endProgram();
+}
+
+TEST_F(LaunchTests, StartsNoSessionBusWhereThereIsNone) {
+    startProgram({{"DBUS_SESSION_BUS_ADDRESS", ""}});
+    const auto owner = startOwner({"normal"});
+    convert();
+    // Whoever starts a bus for a display leaves its address there.
+    EXPECT_FALSE(std::filesystem::exists(session_.environment().at("HOME") + "/.dbus"));
 }
 
 TEST_F(LaunchTests, ConvertsWithoutAnyStandardDescriptor) {
