@@ -75,9 +75,13 @@ class DesktopProcess {
     }
 
     /// Whether this is the only process of its kind. Waits a few seconds for one that is about to
-    /// end. One that goes on was told where the bus allows it.
+    /// end. One that goes on was told where the bus allows it, unless the session manager and not
+    /// the user started this one.
     [[nodiscard]] bool isFirst() {
-        switch (busApplication_.claim()) {
+        using SecondStart = DBusApplication::SecondStart;
+        switch (busApplication_.claim(application_.isSessionRestored()
+                                          ? SecondStart::endsQuietly
+                                          : SecondStart::opensPreferences)) {
         case DBusApplication::Claim::first:
             break;
         case DBusApplication::Claim::alreadyRunning:

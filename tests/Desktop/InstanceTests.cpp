@@ -50,6 +50,17 @@ TEST_F(InstanceTests, ASecondStartShowsThePreferencesOfTheFirstAndEnds) {
     EXPECT_TRUE(program_->isRunning());
 }
 
+TEST_F(InstanceTests, ARestoredSessionLeavesTheFirstAlone) {
+    startProgram();
+    const auto restored = startAgain({}, {"sh", "-c", "exec \"$0\" -session 10abc_1700000000_2"});
+    EXPECT_EQ(restored->waitForExit(), 0) << restored->standardError();
+    EXPECT_EQ(restored->standardError().find(launchedMessage), std::string::npos);
+    // What the first is asked for comes in turn.
+    activate("convert");
+    ASSERT_TRUE(waitForLog(program_test::noTextMessage)) << program_->standardError();
+    EXPECT_EQ(logged("Instantiating PreferencesWindowController"), 0U);
+}
+
 TEST_F(InstanceTests, EveryFurtherStartBringsTheSameWindowToTheFront) {
     startProgram();
     for (int i = 0; i < 3; ++i) {

@@ -20,6 +20,7 @@ using namespace std::chrono_literals;
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 using Claim = DBusApplication::Claim;
+using SecondStart = DBusApplication::SecondStart;
 
 /// For a bus that answers at all, both are far more than it needs.
 constexpr auto patienceWithBus = 1000ms;
@@ -71,7 +72,7 @@ bool askOwnerForPreferences(const QDBusConnection& connection, milliseconds limi
     return reply.type() == QDBusMessage::ReplyMessage;
 }
 
-Claim claimName(const QDBusConnection& connection) {
+Claim claimName(const QDBusConnection& connection, SecondStart secondStart) {
     // A process that is about to end keeps its name for a while and answers no more. Once it has
     // gone, the name may be another new start's, which is asked as well.
     constexpr int askedOwnerCount = 3;
@@ -86,8 +87,8 @@ Claim claimName(const QDBusConnection& connection) {
             break;
         }
         const auto left = std::chrono::ceil<milliseconds>(deadline - steady_clock::now());
-        if (askedCount == askedOwnerCount || left <= 0ms ||
-            askOwnerForPreferences(connection, left)) {
+        if (secondStart == SecondStart::endsQuietly || askedCount == askedOwnerCount ||
+            left <= 0ms || askOwnerForPreferences(connection, left)) {
             return Claim::alreadyRunning;
         }
     }
@@ -105,7 +106,7 @@ DBusApplication::~DBusApplication() {
     QDBusConnection::disconnectFromBus(connectionName_);
 }
 
-DBusApplication::Claim DBusApplication::claim() {
+DBusApplication::Claim DBusApplication::claim(SecondStart secondStart) {
     const auto address = findSessionBus(patienceWithBus);
     if (!address) {
         return Claim::noBus;
@@ -117,7 +118,7 @@ DBusApplication::Claim DBusApplication::claim() {
     }
     // The object is there before the name, so that nobody who sees the name calls in vain.
     connection.registerVirtualObject(objectPath(), &object_);
-    return claimName(connection);
+    return claimName(connection, secondStart);
 }
 
 void DBusApplication::setRequests(Requests requests) {

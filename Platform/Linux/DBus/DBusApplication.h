@@ -24,8 +24,14 @@ class DBusApplication final : public Application {
   public:
     enum class Claim : std::uint8_t {
         first,          ///< The name is this process's until the object goes.
-        alreadyRunning, ///< Another process keeps the name and was asked to open its preferences.
+        alreadyRunning, ///< Another process keeps the name.
         noBus           ///< There is no session bus, or none that answers in time.
+    };
+
+    /// What becomes of a start beside a process that has the name.
+    enum class SecondStart : std::uint8_t {
+        opensPreferences, ///< The other process is asked to open its preferences.
+        endsQuietly       ///< The other process is not told.
     };
 
     /// `bringToFront` does so with the program's windows.
@@ -40,7 +46,7 @@ class DBusApplication final : public Application {
 
     /// Takes the name, or does what a second start does. Waits at most a few seconds for a bus or a
     /// process that hangs, or that ends instead of opening its preferences. Called once.
-    Claim claim();
+    Claim claim(SecondStart secondStart = SecondStart::opensPreferences);
 
     /// The connection that the name belongs to, for whoever has other business on the bus; one that
     /// is not connected where there is no bus. Valid once the name was asked for.

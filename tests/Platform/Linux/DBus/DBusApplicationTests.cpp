@@ -214,6 +214,17 @@ TEST_F(DBusApplicationTests, AsksTheFirstInstanceToOpenItsPreferences) {
     EXPECT_TRUE(first.waitForOutput("preferences\n"));
 }
 
+TEST_F(DBusApplicationTests, DoesNotTellTheFirstInstanceOfAStartThatIsToEndQuietly) {
+    ChildProcess first({PASTEWISE_START_PROGRAM});
+    ASSERT_TRUE(first.waitForOutput("first\n"));
+    EXPECT_EQ(application_->claim(DBusApplication::SecondStart::endsQuietly),
+              Claim::alreadyRunning);
+    // What the first is asked for comes in turn.
+    callApplication("ActivateAction", {"convert", "[]", "{}"});
+    ASSERT_TRUE(first.waitForOutput("convert\n"));
+    EXPECT_EQ(first.standardOutput(), "first\nconvert\n");
+}
+
 TEST_F(DBusApplicationTests, IsNotTheFirstWhereTheFirstHangs) {
     ChildProcess first({PASTEWISE_START_PROGRAM});
     ASSERT_TRUE(first.waitForOutput("first\n"));
