@@ -1,11 +1,14 @@
 #include "tests/Desktop/GeneratedText.h"
 #include "tests/Platform/Linux/X11/X11ClipboardTest.h"
+#include "tests/Support/ChildProcess.h"
 #include "tests/Support/WaitUntil.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -18,10 +21,15 @@ class X11PasteboardHandOverTests : public testing_support::X11ClipboardTest {
     /// offers its services.
     Program startManager() {
         auto environment = server_->environment();
-        environment["DBUS_SESSION_BUS_ADDRESS"] = "";
+        environment["NO_AT_BRIDGE"] = "1";
+        bus_ = std::make_unique<ChildProcess>(
+            std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--print-address=1"},
+            ChildProcess::Options{environment, {}, {}});
+        EXPECT_TRUE(bus_->waitForOutput("unix:")) << bus_->standardError();
+        const std::string& address = bus_->standardOutput();
+        environment["DBUS_SESSION_BUS_ADDRESS"] = address.substr(0, address.find('\n'));
         auto manager = std::make_unique<ChildProcess>(
-            std::vector<std::string>{
-                "dbus-run-session", "--", "xfsettingsd", "--no-daemon", "--disable-wm-check"},
+            std::vector<std::string>{"xfsettingsd", "--no-daemon", "--disable-wm-check"},
             ChildProcess::Options{environment, {}, {}});
         EXPECT_TRUE(turnUntil([&] {
             const Program probe =
@@ -33,6 +41,10 @@ class X11PasteboardHandOverTests : public testing_support::X11ClipboardTest {
 
     /// The longest time that a hand over without anything to wait for could not hide.
     static constexpr std::chrono::hours longTime{1};
+
+  private:
+    /// The manager's; what runs on it ends with it.
+    Program bus_;
 };
 
 TEST_F(X11PasteboardHandOverTests, LeavesBothFormsToTheClipboardManager) {
