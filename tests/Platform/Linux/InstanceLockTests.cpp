@@ -57,9 +57,11 @@ TEST_F(InstanceLockTests, IsFreeAgainWhenTheInstanceWasKilled) {
 }
 
 TEST_F(InstanceLockTests, IsWaitedForWhereTheInstanceEndsInTime) {
-    const testing_support::ChildProcess other({"flock", path_.string(), "sleep", "0.5"});
+    testing_support::ChildProcess other(
+        {"flock", path_.string(), "sh", "-c", "read line; sleep 0.5"}, {.keepsInputOpen = true});
     ASSERT_TRUE(
         testing_support::waitUntil([&] { return InstanceLock(path_).result() == Result::taken; }));
+    other.write("end\n");
     EXPECT_EQ(InstanceLock(path_, testing_support::patience).result(), Result::acquired);
 }
 
