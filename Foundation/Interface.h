@@ -2,15 +2,23 @@
 
 namespace foundation {
 
-/// Base of abstract classes: what implements one is destroyed through it and never copied.
-class Interface {
+/// Base of classes whose objects stay where they were made: never copied, never moved.
+class Pinned {
   public:
-    Interface() = default;
+    Pinned() = default;
+    Pinned(const Pinned&) = delete;
+    Pinned& operator=(const Pinned&) = delete;
+    Pinned(Pinned&&) = delete;
+    Pinned& operator=(Pinned&&) = delete;
+
+  protected:
+    ~Pinned() = default;
+};
+
+/// Base of abstract classes, whose implementations are destroyed through them and never copied.
+class Interface : public Pinned {
+  public:
     virtual ~Interface() = default;
-    Interface(const Interface&) = delete;
-    Interface& operator=(const Interface&) = delete;
-    Interface(Interface&&) = delete;
-    Interface& operator=(Interface&&) = delete;
 };
 
 } // namespace foundation

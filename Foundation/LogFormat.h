@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Foundation/LogRecord.h"
+#include "Foundation/LogSink.h"
 
 #include <concepts>
 #include <cstddef>

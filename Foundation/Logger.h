@@ -1,13 +1,16 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Foundation/LogFormat.h"
 #include "Foundation/LogSink.h"
 
 #include <array>
 #include <concepts>
+#include <string>
 #include <string_view>
 #include <tuple>
 #include <type_traits>
+#include <utility>
 
 namespace foundation {
 
@@ -84,6 +87,23 @@ class Logger {
     LogChannel* channel_;
     std::string_view subsystem_;
     std::string_view category_;
+};
+
+/// Makes the loggers of one subsystem, which is the application's identifier. Outlives every
+/// logger that it made; does not own the sink. Main thread only.
+class LoggerFactory : Pinned {
+  public:
+    LoggerFactory(LogSink& sink, std::string subsystem)
+        : sink_(sink), subsystem_(std::move(subsystem)) {}
+
+    /// `category` is a text that lives as long as the program: the name of the class that logs.
+    [[nodiscard]] Logger logger(std::string_view category) const {
+        return {sink_, subsystem_, category};
+    }
+
+  private:
+    LogSink& sink_;
+    std::string subsystem_;
 };
 
 } // namespace foundation

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Foundation/MainThread.h"
 #include "Foundation/ObserverList.h"
 #include "Foundation/Value.h"
@@ -25,18 +26,12 @@ struct Notification {
 ///
 /// post() may be called from any thread for as long as the center exists; everything else belongs
 /// to the main thread.
-class NotificationCenter {
+class NotificationCenter : Pinned {
   public:
     using Handler = std::function<void(const Notification&)>;
 
     /// `mainThread` outlives the center.
     explicit NotificationCenter(MainThread& mainThread) : mainThread_(mainThread) {}
-
-    NotificationCenter(const NotificationCenter&) = delete;
-    NotificationCenter& operator=(const NotificationCenter&) = delete;
-    NotificationCenter(NotificationCenter&&) = delete;
-    NotificationCenter& operator=(NotificationCenter&&) = delete;
-    ~NotificationCenter() = default;
 
     /// The observer stays until it is removed. The handler holds weakly whatever may end before.
     ObserverToken addObserver(std::string_view name, Handler handler);

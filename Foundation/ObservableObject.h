@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Foundation/ObserverList.h"
 
 #include <functional>
@@ -9,13 +10,9 @@ namespace foundation {
 
 /// An object whose published properties announce each coming change before it happens, for views
 /// that are bound to it. One thread only.
-class ObservableObject {
+class ObservableObject : Pinned {
   public:
     ObservableObject() = default;
-    ObservableObject(const ObservableObject&) = delete;
-    ObservableObject& operator=(const ObservableObject&) = delete;
-    ObservableObject(ObservableObject&&) = delete;
-    ObservableObject& operator=(ObservableObject&&) = delete;
 
     /// Has `handler` called before every change from now on, while the old value still stands.
     ObserverToken addObjectWillChangeObserver(std::function<void()> handler) {
@@ -25,8 +22,6 @@ class ObservableObject {
     void removeObjectWillChangeObserver(ObserverToken token) { objectWillChange_.remove(token); }
 
   protected:
-    ~ObservableObject() = default;
-
   private:
     template <typename Value>
     friend class Published;

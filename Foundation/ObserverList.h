@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Foundation/Interface.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -19,16 +21,11 @@ enum class ObserverToken : std::uint64_t {};
 /// observer that is removed is not called any more, one that is added waits for the next time. The
 /// list may even end during a call. One thread only.
 template <typename... Arguments>
-class ObserverList {
+class ObserverList : Pinned {
   public:
     using Handler = std::function<void(Arguments...)>;
 
     ObserverList() = default;
-    ObserverList(const ObserverList&) = delete;
-    ObserverList& operator=(const ObserverList&) = delete;
-    ObserverList(ObserverList&&) = delete;
-    ObserverList& operator=(ObserverList&&) = delete;
-    ~ObserverList() = default;
 
     ObserverToken add(Handler handler) {
         const ObserverToken token{nextToken_++};

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Foundation/Interface.h"
+
 #include <memory>
 #include <utility>
 
@@ -25,16 +27,11 @@ class WeakReference {
 /// A member of an object that others hold weakly. Unlike a shared pointer it leaves the object's
 /// owner alone, and a caller that is inside the object does not keep it from ending.
 template <typename Object>
-class WeakReferenceSource {
+class WeakReferenceSource : Pinned {
   public:
     explicit WeakReferenceSource(Object* object) : cell_(std::make_shared<Object*>(object)) {}
 
     ~WeakReferenceSource() { end(); }
-
-    WeakReferenceSource(const WeakReferenceSource&) = delete;
-    WeakReferenceSource& operator=(const WeakReferenceSource&) = delete;
-    WeakReferenceSource(WeakReferenceSource&&) = delete;
-    WeakReferenceSource& operator=(WeakReferenceSource&&) = delete;
 
     [[nodiscard]] WeakReference<Object> reference() const { return WeakReference<Object>(cell_); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Foundation/Uuid.h"
 #include "Foundation/WeakReference.h"
 #include "HotKey/Key.h"
@@ -19,7 +20,7 @@ class HotKeysController;
 ///
 /// Main thread only. A handler may do anything to its own hot key, destroying it included. A hot
 /// key that outlives its controller is registered no more.
-class HotKey {
+class HotKey : foundation::Pinned {
   public:
     using Handler = std::function<void()>;
 
@@ -41,11 +42,6 @@ class HotKey {
 
     /// Unregisters, and only then lets go of the handlers and what they hold.
     ~HotKey();
-
-    HotKey(const HotKey&) = delete;
-    HotKey& operator=(const HotKey&) = delete;
-    HotKey(HotKey&&) = delete;
-    HotKey& operator=(HotKey&&) = delete;
 
     [[nodiscard]] const foundation::Uuid& identifier() const { return identifier_; }
 

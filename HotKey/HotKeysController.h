@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Foundation/Uuid.h"
 #include "Foundation/WeakReference.h"
 #include "HotKey/CarbonEvents.h"
@@ -17,7 +18,7 @@ namespace hotkey {
 ///
 /// Main thread only. The service outlives the controller. Hot keys may go before or after it: with
 /// the controller every registration that is left is given back.
-class HotKeysController {
+class HotKeysController : foundation::Pinned {
   public:
     /// What the system puts beside its name on every event of this program's hot keys.
     static constexpr std::uint32_t signature = fourCharCode("QZhk");
@@ -33,10 +34,6 @@ class HotKeysController {
     /// Ids count up from the one after `hotKeysCount` and are never used again.
     explicit HotKeysController(EventHotKeyService& service, std::uint32_t hotKeysCount = 0);
     ~HotKeysController();
-    HotKeysController(const HotKeysController&) = delete;
-    HotKeysController& operator=(const HotKeysController&) = delete;
-    HotKeysController(HotKeysController&&) = delete;
-    HotKeysController& operator=(HotKeysController&&) = delete;
 
     /// Registers the hot key under a fresh id, unless it is registered. Says nothing when the
     /// system refuses. Running out of ids is a fatal error.

@@ -2,15 +2,13 @@
 
 #include "Foundation/Date.h"
 #include "Foundation/Logger.h"
-#include "Foundation/LoggerFactory.h"
 #include "Foundation/NotificationCenter.h"
 #include "Foundation/ObservableObject.h"
 #include "Foundation/Published.h"
 #include "Foundation/WeakReference.h"
 #include "Pastewise/ConversionSource.h"
-#include "Platform/Calendar.h"
-#include "Platform/Clock.h"
 #include "Platform/MainQueue.h"
+#include "Platform/Time.h"
 #include "Platform/UserDefaults.h"
 
 #include <cstdint>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "Foundation/LoggerFactory.h"
+#include "Foundation/Logger.h"
 #include "Foundation/NotificationCenter.h"
 #include "Pastewise/AnalyticsManager.h"
 #include "Pastewise/AppState.h"
-#include "Platform/Clock.h"
+#include "Platform/Time.h"
 #include "Platform/UserDefaults.h"
 
 namespace pastewise {

@@ -7,12 +7,11 @@
 #include "Pastewise/AppState.h"
 #include "Pastewise/PreferencesWindowController.h"
 #include "Pastewise/SharedInstances.h"
-#include "Platform/Action.h"
 #include "Platform/Images.h"
+#include "Platform/MainQueue.h"
 #include "Platform/Menu.h"
 #include "Platform/Platform.h"
 #include "Platform/StatusBar.h"
-#include "Platform/WorkItem.h"
 
 #include <memory>
 #include <string>
@@ -26,10 +25,6 @@ class AppDelegate final : public platform::MenuDelegate {
   public:
     AppDelegate(platform::Platform& platform, SharedInstances& shared);
     ~AppDelegate() override;
-    AppDelegate(const AppDelegate&) = delete;
-    AppDelegate& operator=(const AppDelegate&) = delete;
-    AppDelegate(AppDelegate&&) = delete;
-    AppDelegate& operator=(AppDelegate&&) = delete;
 
     /// Called once, when the event loop is about to run.
     void applicationDidFinishLaunching();

@@ -2,13 +2,12 @@
 
 #include "Foundation/Date.h"
 #include "Foundation/Logger.h"
-#include "Foundation/LoggerFactory.h"
 #include "Foundation/NotificationCenter.h"
 #include "Foundation/ObservableObject.h"
 #include "Foundation/Published.h"
 #include "Foundation/WeakReference.h"
 #include "Pastewise/AnalyticsManager.h"
-#include "Platform/Clock.h"
+#include "Platform/Time.h"
 #include "Platform/UserDefaults.h"
 
 #include <optional>
@@ -29,10 +28,6 @@ class AppState final : public foundation::ObservableObject {
              foundation::NotificationCenter& notificationCenter,
              const foundation::LoggerFactory& loggers);
     ~AppState();
-    AppState(const AppState&) = delete;
-    AppState& operator=(const AppState&) = delete;
-    AppState(AppState&&) = delete;
-    AppState& operator=(AppState&&) = delete;
 
     /// Whether the preferences are on the screen, as far as whoever shows them has said.
     [[nodiscard]] bool isPreferencesWindowShown() const { return isPreferencesWindowShown_.get(); }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Foundation/Logger.h"
-#include "Foundation/LoggerFactory.h"
 #include "Foundation/TextBuffer.h"
 #include "Pastewise/ConversionPayload.h"
 #include "Platform/Pasteboard.h"

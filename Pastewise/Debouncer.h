@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Platform/MainQueue.h"
-#include "Platform/WorkItem.h"
 
 #include <chrono>
 #include <memory>
@@ -10,17 +10,13 @@ namespace pastewise {
 
 /// Makes one out of many calls that follow each other closely: where the desktop holds the key, it
 /// repeats what the key does. Main thread only.
-class Debouncer {
+class Debouncer : foundation::Pinned {
   public:
     /// The queue outlives the object.
     Debouncer(platform::MainQueue& queue, std::chrono::milliseconds quiet)
         : queue_(queue), quiet_(quiet) {}
 
     ~Debouncer();
-    Debouncer(const Debouncer&) = delete;
-    Debouncer& operator=(const Debouncer&) = delete;
-    Debouncer(Debouncer&&) = delete;
-    Debouncer& operator=(Debouncer&&) = delete;
 
     /// Whether to act on a call that comes now: not when `quiet` has not yet passed since the call
     /// before it, whether that one was acted on or not.

@@ -1,10 +1,7 @@
 #pragma once
 
 #include "Foundation/Logger.h"
-#include "Foundation/LoggerFactory.h"
-#include "Platform/Toolkit.h"
-#include "Platform/View.h"
-#include "Platform/ViewController.h"
+#include "Platform/Views.h"
 
 #include <memory>
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Pastewise/AppDelegate.h"
 #include "Pastewise/AppState.h"
 #include "Pastewise/Debouncer.h"
@@ -9,16 +10,12 @@
 namespace pastewise {
 
 /// The application: puts the program together from a platform, which outlives it. Main thread only.
-class PastewiseApp {
+class PastewiseApp : foundation::Pinned {
   public:
     explicit PastewiseApp(platform::Platform& platform);
 
     /// What the desktop asks for from now on is left undone.
     ~PastewiseApp();
-    PastewiseApp(const PastewiseApp&) = delete;
-    PastewiseApp& operator=(const PastewiseApp&) = delete;
-    PastewiseApp(PastewiseApp&&) = delete;
-    PastewiseApp& operator=(PastewiseApp&&) = delete;
 
     /// Launches the program and runs it until it is asked to end. Returns its exit code.
     int main();

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "Platform/AccessibilityTrust.h"
-#include "Platform/Alerts.h"
-#include "Platform/StandardOutput.h"
-#include "Platform/Workspace.h"
+#include "Platform/Application.h"
+#include "Platform/Permissions.h"
 
 namespace pastewise {
 

@@ -5,9 +5,9 @@
 #include "HotKey/Key.h"
 #include "HotKey/ModifierFlags.h"
 #include "Pastewise/ShortcutManager.h"
-#include "Platform/LayoutConstraint.h"
-#include "Platform/TextStyle.h"
-#include "Platform/WorkItem.h"
+#include "Platform/Geometry.h"
+#include "Platform/MainQueue.h"
+#include "Platform/Views.h"
 
 #include <algorithm>
 #include <array>

@@ -3,13 +3,10 @@
 #include "Foundation/ObserverList.h"
 #include "Foundation/WeakReference.h"
 #include "Pastewise/RecordingState.h"
-#include "Platform/Button.h"
 #include "Platform/KeyDownMonitors.h"
-#include "Platform/Label.h"
 #include "Platform/MainQueue.h"
-#include "Platform/Toolkit.h"
 #include "Platform/UserDefaults.h"
-#include "Platform/ViewController.h"
+#include "Platform/Views.h"
 
 #include <chrono>
 #include <cstdint>

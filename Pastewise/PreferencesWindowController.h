@@ -1,10 +1,10 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Platform/KeyDownMonitors.h"
 #include "Platform/MainQueue.h"
-#include "Platform/Toolkit.h"
 #include "Platform/UserDefaults.h"
-#include "Platform/Window.h"
+#include "Platform/Views.h"
 
 #include <memory>
 
@@ -15,7 +15,7 @@ class ShortcutManager;
 
 /// The preferences window: small, of a fixed size, hidden until it is asked for and again when it
 /// is closed. Main thread only; what it is given outlives it.
-class PreferencesWindowController {
+class PreferencesWindowController : foundation::Pinned {
   public:
     PreferencesWindowController(platform::Toolkit& toolkit,
                                 platform::KeyDownMonitors& keyDownMonitors,
@@ -23,10 +23,6 @@ class PreferencesWindowController {
                                 platform::UserDefaults& userDefaults,
                                 ShortcutManager& shortcutManager);
     ~PreferencesWindowController();
-    PreferencesWindowController(const PreferencesWindowController&) = delete;
-    PreferencesWindowController& operator=(const PreferencesWindowController&) = delete;
-    PreferencesWindowController(PreferencesWindowController&&) = delete;
-    PreferencesWindowController& operator=(PreferencesWindowController&&) = delete;
 
     /// The window is always made by code: making it from an archive is a fatal error.
     [[noreturn]] static void initWithCoder();

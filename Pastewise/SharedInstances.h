@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Foundation/LoggerFactory.h"
+#include "Foundation/Logger.h"
 #include "Foundation/NotificationCenter.h"
 #include "Foundation/OnceOnly.h"
 #include "HotKey/HotKeysController.h"

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Foundation/Logger.h"
-#include "Foundation/LoggerFactory.h"
 #include "Foundation/NotificationCenter.h"
 #include "Foundation/WeakReference.h"
 #include "HotKey/HotKey.h"

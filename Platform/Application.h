@@ -3,6 +3,7 @@
 #include "Foundation/Interface.h"
 
 #include <functional>
+#include <string_view>
 
 namespace platform {
 
@@ -25,6 +26,14 @@ class Application : public foundation::Interface {
 
     /// Asks the event loop to end; the program ends some time after this returns.
     virtual void terminate() = 0;
+};
+
+/// The process's standard output. Main thread only.
+class StandardOutput : public foundation::Interface {
+  public:
+    /// Writes the UTF-8 text and a line feed, through to whoever reads before it returns. A text
+    /// that cannot be written is lost silently.
+    virtual void writeLine(std::string_view text) = 0;
 };
 
 } // namespace platform

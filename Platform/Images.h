@@ -2,7 +2,6 @@
 
 #include "Foundation/Interface.h"
 #include "Platform/Geometry.h"
-#include "Platform/TextStyle.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,13 +1,92 @@
 #pragma once
 
 #include "Foundation/Interface.h"
-#include "Platform/MenuItem.h"
+#include "Foundation/ObserverList.h"
+#include "HotKey/ModifierFlags.h"
 
+#include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
 namespace platform {
+
+/// What a row of a menu or a control does for the user. None while `perform` is empty.
+struct Action {
+    /// An identifier, by which a system that sends messages to objects names the message.
+    std::string name;
+    std::function<void()> perform;
+};
+
+/// A key that chooses a row while the menu is open.
+struct KeyEquivalent {
+    std::string key; ///< The character that the key types, in UTF-8.
+    hotkey::ModifierFlags modifierMask = hotkey::ModifierFlags::command;
+    bool operator==(const KeyEquivalent&) const = default;
+};
+
+/// One row of a menu, as data. Main thread only.
+class MenuItem {
+  public:
+    /// A row without an action is disabled.
+    explicit MenuItem(std::string title,
+                      Action action = {},
+                      std::optional<KeyEquivalent> keyEquivalent = {})
+        : title_(std::move(title)),
+          action_(std::move(action)),
+          keyEquivalent_(std::move(keyEquivalent)) {}
+
+    /// A line between rows.
+    [[nodiscard]] static std::shared_ptr<MenuItem> separator() {
+        auto item = std::make_shared<MenuItem>(std::string());
+        item->isSeparator_ = true;
+        return item;
+    }
+
+    [[nodiscard]] bool isSeparator() const { return isSeparator_; }
+
+    [[nodiscard]] bool isEnabled() const { return action_.perform != nullptr; }
+
+    /// Its name is empty when the row is disabled.
+    [[nodiscard]] const Action& action() const { return action_; }
+
+    [[nodiscard]] const std::string& title() const { return title_; }
+
+    [[nodiscard]] const std::optional<KeyEquivalent>& keyEquivalent() const {
+        return keyEquivalent_;
+    }
+
+    /// Observers hear of it only when it is another one.
+    void setTitle(std::string title) {
+        if (std::exchange(title_, std::move(title)) != title_) {
+            titleDidChange_.notify();
+        }
+    }
+
+    /// Does what the row is for; nothing when it is disabled.
+    void perform() const {
+        if (action_.perform) {
+            action_.perform();
+        }
+    }
+
+    /// For whoever shows the row. The observer removes itself before the row ends or is never
+    /// called again.
+    foundation::ObserverToken addTitleObserver(std::function<void()> handler) {
+        return titleDidChange_.add(std::move(handler));
+    }
+
+    void removeTitleObserver(foundation::ObserverToken token) { titleDidChange_.remove(token); }
+
+  private:
+    std::string title_;
+    Action action_;
+    std::optional<KeyEquivalent> keyEquivalent_;
+    bool isSeparator_ = false;
+    foundation::ObserverList<> titleDidChange_;
+};
 
 class Menu;
 

@@ -3,20 +3,16 @@
 #include "Foundation/Interface.h"
 #include "Foundation/LogSink.h"
 #include "HotKey/EventHotKeyService.h"
-#include "Platform/AccessibilityTrust.h"
-#include "Platform/Alerts.h"
 #include "Platform/Application.h"
-#include "Platform/Calendar.h"
-#include "Platform/Clock.h"
 #include "Platform/Images.h"
 #include "Platform/KeyDownMonitors.h"
 #include "Platform/MainQueue.h"
 #include "Platform/Pasteboard.h"
-#include "Platform/StandardOutput.h"
+#include "Platform/Permissions.h"
 #include "Platform/StatusBar.h"
-#include "Platform/Toolkit.h"
+#include "Platform/Time.h"
 #include "Platform/UserDefaults.h"
-#include "Platform/Workspace.h"
+#include "Platform/Views.h"
 
 #include <functional>
 #include <optional>

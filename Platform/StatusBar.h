@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Foundation/Interface.h"
-#include "Platform/Action.h"
 #include "Platform/Images.h"
 #include "Platform/Menu.h"
 

@@ -1,6 +1,6 @@
 #include "benchmarks/Contenders.h"
 
-#include "Foundation/LoggerFactory.h"
+#include "Foundation/Logger.h"
 #include "Pastewise/ClipboardManager.h"
 #include "Text/LineList.h"
 #include "Text/SheetDocument.h"

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Foundation/Interface.h"
+
 #include <cstdint>
 #include <string>
 
@@ -9,14 +11,10 @@ namespace benchmarks {
 
 /// Finds out from outside whether some program has taken Super+G: asks for it and gives it back at
 /// once, with the server held meanwhile, so that no other program's own request can fail for it.
-class DesktopHotKeyProbe {
+class DesktopHotKeyProbe : foundation::Pinned {
   public:
     explicit DesktopHotKeyProbe(const std::string& display);
     ~DesktopHotKeyProbe();
-    DesktopHotKeyProbe(const DesktopHotKeyProbe&) = delete;
-    DesktopHotKeyProbe& operator=(const DesktopHotKeyProbe&) = delete;
-    DesktopHotKeyProbe(DesktopHotKeyProbe&&) = delete;
-    DesktopHotKeyProbe& operator=(DesktopHotKeyProbe&&) = delete;
 
     [[nodiscard]] bool isTaken();
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "benchmarks/DesktopHotKeyProbe.h"
 #include "benchmarks/DesktopHtmlReader.h"
 #include "benchmarks/DesktopProcesses.h"
@@ -19,7 +20,7 @@ namespace benchmarks {
 
 /// A program that is measured, on a desktop of its own where nobody else takes hot keys or the
 /// clipboard. What keeps a figure from being taken is thrown as a std::runtime_error.
-class DesktopSubject {
+class DesktopSubject : foundation::Pinned {
   public:
     enum class Tray : std::uint8_t {
         none,
@@ -45,10 +46,6 @@ class DesktopSubject {
 
     DesktopSubject(std::string program, Tray tray);
     ~DesktopSubject();
-    DesktopSubject(const DesktopSubject&) = delete;
-    DesktopSubject& operator=(const DesktopSubject&) = delete;
-    DesktopSubject(DesktopSubject&&) = delete;
-    DesktopSubject& operator=(DesktopSubject&&) = delete;
 
     /// Where the program finds its configuration.
     [[nodiscard]] const std::string& configurationFolder() const;

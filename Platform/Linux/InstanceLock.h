@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Foundation/Interface.h"
+
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
@@ -9,7 +11,7 @@ namespace platform {
 /// Keeps a second instance of the program from running, also where the two do not find the same
 /// session bus or find none: a lock on a file, which the system drops with the process, however
 /// that ends. Main thread only.
-class InstanceLock {
+class InstanceLock : foundation::Pinned {
   public:
     enum class Result : std::uint8_t {
         acquired,
@@ -24,10 +26,6 @@ class InstanceLock {
 
     /// Gives the lock back.
     ~InstanceLock();
-    InstanceLock(const InstanceLock&) = delete;
-    InstanceLock& operator=(const InstanceLock&) = delete;
-    InstanceLock(InstanceLock&&) = delete;
-    InstanceLock& operator=(InstanceLock&&) = delete;
 
     /// com.app.pastewise.lock in $XDG_RUNTIME_DIR, which ends with the user's last session. Empty,
     /// a path that cannot be locked, where that is unset or not absolute.

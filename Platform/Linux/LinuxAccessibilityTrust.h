@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/AccessibilityTrust.h"
+#include "Platform/Permissions.h"
 
 namespace platform {
 

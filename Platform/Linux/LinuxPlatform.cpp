@@ -1,4 +1,4 @@
-#include "Foundation/LoggerFactory.h"
+#include "Foundation/Logger.h"
 #include "Platform/Linux/DBus/DBusApplication.h"
 #include "Platform/Linux/InstanceLock.h"
 #include "Platform/Linux/LinuxAccessibilityTrust.h"

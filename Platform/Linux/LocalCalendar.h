@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Calendar.h"
+#include "Platform/Time.h"
 
 namespace platform {
 

@@ -1,5 +1,7 @@
 #include "Platform/Linux/SessionBus.h"
 
+#include "Foundation/Interface.h"
+
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -20,7 +22,7 @@ namespace {
 
 using Deadline = std::chrono::steady_clock::time_point;
 
-class Socket {
+class Socket : foundation::Pinned {
   public:
     Socket() : descriptor_(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)) {}
 
@@ -29,11 +31,6 @@ class Socket {
             close(descriptor_);
         }
     }
-
-    Socket(const Socket&) = delete;
-    Socket& operator=(const Socket&) = delete;
-    Socket(Socket&&) = delete;
-    Socket& operator=(Socket&&) = delete;
 
     [[nodiscard]] int descriptor() const { return descriptor_; }
 

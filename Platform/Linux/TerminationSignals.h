@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Platform/Linux/EventLoop.h"
 
 #include <csignal>
@@ -14,14 +15,10 @@ namespace platform {
 ///
 /// Made once per process, on the main thread, before anything starts another thread: a thread that
 /// does not inherit the blocked signals would take them and end the process.
-class TerminationSignals {
+class TerminationSignals : foundation::Pinned {
   public:
     TerminationSignals();
     ~TerminationSignals();
-    TerminationSignals(const TerminationSignals&) = delete;
-    TerminationSignals& operator=(const TerminationSignals&) = delete;
-    TerminationSignals(TerminationSignals&&) = delete;
-    TerminationSignals& operator=(TerminationSignals&&) = delete;
 
     /// Has `terminate` called once for each signal, those since the construction included, until
     /// the watch is dropped, which this object outlives. None without a descriptor to watch.

@@ -19,11 +19,6 @@ class WorkerThread final : public Worker {
     /// Finishes what was given.
     ~WorkerThread() override;
 
-    WorkerThread(const WorkerThread&) = delete;
-    WorkerThread& operator=(const WorkerThread&) = delete;
-    WorkerThread(WorkerThread&&) = delete;
-    WorkerThread& operator=(WorkerThread&&) = delete;
-
     void perform(std::function<void()> work) override;
     void waitUntilDone() override;
 

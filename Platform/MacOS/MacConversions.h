@@ -3,7 +3,6 @@
 #include "Foundation/TextBuffer.h"
 #include "Foundation/Value.h"
 #include "Platform/Geometry.h"
-#include "Platform/TextStyle.h"
 
 #import <AppKit/AppKit.h>
 

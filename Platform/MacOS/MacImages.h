@@ -1,9 +1,54 @@
 #pragma once
 
-#import "Platform/MacOS/MacCanvas.h"
-#import "Platform/MacOS/MacImage.h"
+#include "Platform/Images.h"
+#import "Platform/MacOS/MacConversions.h"
 
 namespace platform {
+
+/// An image of the system's. Main thread only.
+class MacImage final : public Image {
+  public:
+    explicit MacImage(NSImage* image) : image_(image) {}
+
+    [[nodiscard]] Size size() const override { return {image_.size.width, image_.size.height}; }
+
+    void setSize(Size size) override { image_.size = nsSize(size); }
+
+    [[nodiscard]] bool isTemplate() const override { return [image_ isTemplate]; }
+
+    void setTemplate(bool isTemplate) override { [image_ setTemplate:isTemplate]; }
+
+    [[nodiscard]] NSImage* nsImage() const { return image_; }
+
+  private:
+    NSImage* const image_;
+};
+
+/// The drawing that the system has begun.
+class MacCanvas final : public Canvas {
+  public:
+    void fill(Rect rect, Color color) override {
+        [nsColor(color) set];
+        NSRectFillUsingOperation(nsRect(rect), NSCompositingOperationCopy);
+    }
+
+    [[nodiscard]] Size measure(std::string_view text, SystemFont font) override {
+        const NSSize size =
+            [nsString(text) sizeWithAttributes:@{NSFontAttributeName : nsFont(font)}];
+        return {size.width, size.height};
+    }
+
+    void drawText(std::string_view text, Point at, SystemFont font, Color color) override {
+        NSDictionary* const attributes =
+            @{NSFontAttributeName : nsFont(font), NSForegroundColorAttributeName : nsColor(color)};
+        [nsString(text) drawAtPoint:NSMakePoint(at.x, at.y) withAttributes:attributes];
+    }
+
+  private:
+    static NSColor* nsColor(Color color) {
+        return color == Color::clear ? [NSColor clearColor] : [NSColor whiteColor];
+    }
+};
 
 /// The symbols of the system, and images that are drawn by need. Main thread only.
 class MacImages final : public Images {

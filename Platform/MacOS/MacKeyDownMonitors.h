@@ -20,11 +20,6 @@ class MacKeyDownMonitors final : public KeyDownMonitors {
         }
     }
 
-    MacKeyDownMonitors(const MacKeyDownMonitors&) = delete;
-    MacKeyDownMonitors& operator=(const MacKeyDownMonitors&) = delete;
-    MacKeyDownMonitors(MacKeyDownMonitors&&) = delete;
-    MacKeyDownMonitors& operator=(MacKeyDownMonitors&&) = delete;
-
     [[nodiscard]] foundation::ObserverToken addLocalMonitor(Handler handler) override {
         const foundation::ObserverToken token{++lastToken_};
         const auto handleEvent = ^NSEvent*(NSEvent* event) {

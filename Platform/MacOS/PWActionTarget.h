@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Action.h"
+#include "Platform/Menu.h"
 
 #import <Foundation/Foundation.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/ViewController.h"
+#include "Platform/Views.h"
 
 #import <AppKit/AppKit.h>
 

@@ -1,6 +1,6 @@
 #import "Platform/MacOS/PWViewController.h"
 
-#import "Platform/MacOS/MacView.h"
+#import "Platform/MacOS/MacViews.h"
 
 @implementation PWViewController {
     platform::ViewController* _controller;

@@ -3,6 +3,8 @@
 #include "Platform/Application.h"
 
 #include <functional>
+#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -45,6 +47,18 @@ class MemoryApplication final : public Application {
     std::vector<Request> earlyRequests_;
     int activationCount_ = 0;
     bool isTerminated_ = false;
+};
+
+/// A standard output that is kept. Main thread only.
+class MemoryStandardOutput final : public StandardOutput {
+  public:
+    void writeLine(std::string_view text) override { lines_.emplace_back(text); }
+
+    /// All lines so far, without their line feeds.
+    [[nodiscard]] const std::vector<std::string>& lines() const { return lines_; }
+
+  private:
+    std::vector<std::string> lines_;
 };
 
 } // namespace platform

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Platform/Images.h"
-#include "Platform/Memory/MemoryImage.h"
 
 #include <functional>
 #include <memory>
@@ -12,6 +11,84 @@
 #include <vector>
 
 namespace platform {
+
+/// A canvas that writes down what is drawn on it. Its font is simple: every byte of a text is 10
+/// points wide and every line 16 high, whatever the size.
+class MemoryCanvas final : public Canvas {
+  public:
+    struct Fill {
+        Rect rect;
+        Color color;
+        bool operator==(const Fill&) const = default;
+    };
+
+    struct Text {
+        std::string text;
+        Point at;
+        SystemFont font;
+        Color color;
+        bool operator==(const Text&) const = default;
+    };
+
+    void fill(Rect rect, Color color) override { fills_.push_back({rect, color}); }
+
+    [[nodiscard]] Size measure(std::string_view text, SystemFont /*font*/) override {
+        return {10.0 * static_cast<double>(text.size()), 16};
+    }
+
+    void drawText(std::string_view text, Point at, SystemFont font, Color color) override {
+        texts_.push_back({std::string(text), at, font, color});
+    }
+
+    [[nodiscard]] const std::vector<Fill>& fills() const { return fills_; }
+
+    [[nodiscard]] const std::vector<Text>& texts() const { return texts_; }
+
+  private:
+    std::vector<Fill> fills_;
+    std::vector<Text> texts_;
+};
+
+/// An image that knows what it was made from.
+class MemoryImage final : public Image {
+  public:
+    /// A symbol of the system, with the description that it was asked for with.
+    MemoryImage(std::string symbolName, std::string accessibilityDescription)
+        : symbolName_(std::move(symbolName)),
+          accessibilityDescription_(std::move(accessibilityDescription)) {}
+
+    MemoryImage(Size size, std::function<void(Canvas&)> draw)
+        : size_(size), draw_(std::move(draw)) {}
+
+    [[nodiscard]] Size size() const override { return size_; }
+
+    void setSize(Size size) override { size_ = size; }
+
+    [[nodiscard]] bool isTemplate() const override { return isTemplate_; }
+
+    void setTemplate(bool isTemplate) override { isTemplate_ = isTemplate; }
+
+    /// Empty for a drawn image.
+    [[nodiscard]] const std::string& symbolName() const { return symbolName_; }
+
+    [[nodiscard]] const std::string& accessibilityDescription() const {
+        return accessibilityDescription_;
+    }
+
+    /// Draws what a drawn image shows; nothing for a symbol.
+    void drawOn(MemoryCanvas& canvas) const {
+        if (draw_) {
+            draw_(canvas);
+        }
+    }
+
+  private:
+    std::string symbolName_;
+    std::string accessibilityDescription_;
+    Size size_{};
+    bool isTemplate_ = false;
+    std::function<void(Canvas&)> draw_;
+};
 
 /// Makes images that remember where they come from. It has no symbols until it is given some.
 class MemoryImages final : public Images {

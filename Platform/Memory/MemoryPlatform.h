@@ -1,21 +1,17 @@
 #pragma once
 
-#include "Platform/Memory/MemoryAccessibilityTrust.h"
-#include "Platform/Memory/MemoryAlerts.h"
 #include "Platform/Memory/MemoryApplication.h"
-#include "Platform/Memory/MemoryCalendar.h"
-#include "Platform/Memory/MemoryClock.h"
 #include "Platform/Memory/MemoryEventHotKeyService.h"
 #include "Platform/Memory/MemoryImages.h"
 #include "Platform/Memory/MemoryKeyDownMonitors.h"
 #include "Platform/Memory/MemoryLogSink.h"
 #include "Platform/Memory/MemoryMainQueue.h"
 #include "Platform/Memory/MemoryPasteboard.h"
-#include "Platform/Memory/MemoryStandardOutput.h"
+#include "Platform/Memory/MemoryPermissions.h"
 #include "Platform/Memory/MemoryStatusBar.h"
-#include "Platform/Memory/MemoryToolkit.h"
+#include "Platform/Memory/MemoryTime.h"
 #include "Platform/Memory/MemoryUserDefaults.h"
-#include "Platform/Memory/MemoryWorkspace.h"
+#include "Platform/Memory/MemoryViews.h"
 #include "Platform/Platform.h"
 
 #include <functional>

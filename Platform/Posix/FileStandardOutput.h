@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/StandardOutput.h"
+#include "Platform/Application.h"
 
 #include <unistd.h>
 

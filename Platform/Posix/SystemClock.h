@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Clock.h"
+#include "Platform/Time.h"
 
 #include <chrono>
 

@@ -1,6 +1,25 @@
+#include "Platform/Memory/MemoryPermissions.h"
 #include "tests/Contract/AccessibilityTrustContract.h"
 
 namespace contract {
+
+namespace {
+
+class MemoryAccessibilityTrustBackend final : public AccessibilityTrustBackend {
+  public:
+    platform::AccessibilityTrust& trust() override { return trust_; }
+
+  private:
+    platform::MemoryAccessibilityTrust trust_;
+};
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(
+    Memory,
+    AccessibilityTrustContract,
+    (backend<AccessibilityTrustBackend, MemoryAccessibilityTrustBackend>("Memory")),
+    nameOfBackend<AccessibilityTrustBackend>);
 
 TEST_P(AccessibilityTrustContract, ATrustedProgramIsTrustedWithThePromptAndWithout) {
     EXPECT_TRUE(backend_->trust().isProcessTrusted());

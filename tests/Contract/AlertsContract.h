@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Foundation/Interface.h"
-#include "Platform/Alerts.h"
+#include "Platform/Permissions.h"
 #include "tests/Contract/BackendMaker.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Foundation/Interface.h"
-#include "Platform/Calendar.h"
+#include "Platform/Time.h"
 #include "tests/Contract/BackendMaker.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+#include "Platform/Memory/MemoryPasteboard.h"
 #include "tests/Contract/PasteboardContract.h"
 #include "tests/Desktop/GeneratedText.h"
 
@@ -6,6 +7,11 @@
 #include <string_view>
 
 namespace contract {
+
+INSTANTIATE_TEST_SUITE_P(Memory,
+                         PasteboardContract,
+                         (backend<platform::Pasteboard, platform::MemoryPasteboard>("Memory")),
+                         nameOfBackend<platform::Pasteboard>);
 
 using platform::PasteboardType;
 

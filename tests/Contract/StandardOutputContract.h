@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Foundation/Interface.h"
-#include "Platform/StandardOutput.h"
+#include "Platform/Application.h"
 #include "tests/Contract/BackendMaker.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "Foundation/Interface.h"
-#include "Platform/Toolkit.h"
-#include "Platform/ViewController.h"
-#include "Platform/Window.h"
+#include "Platform/Views.h"
 #include "tests/Contract/BackendMaker.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+#include "Platform/Memory/MemoryViews.h"
 #include "tests/Contract/ToolkitContract.h"
 
 #include <gmock/gmock.h>
@@ -8,6 +9,39 @@
 #include <utility>
 
 namespace contract {
+
+namespace {
+
+class MemoryToolkitBackend final : public ToolkitBackend {
+  public:
+    platform::Toolkit& toolkit() override { return toolkit_; }
+
+    void press(platform::Button& button) override {
+        dynamic_cast<platform::MemoryButton&>(button).press();
+    }
+
+    void settle() override {}
+
+  private:
+    platform::MemoryToolkit toolkit_;
+};
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(Memory,
+                         ToolkitContract,
+                         (backend<ToolkitBackend, MemoryToolkitBackend>("Memory")),
+                         nameOfBackend<ToolkitBackend>);
+
+INSTANTIATE_TEST_SUITE_P(Memory,
+                         ToolkitContractDeathTests,
+                         (backend<ToolkitBackend, MemoryToolkitBackend>("Memory")),
+                         nameOfBackend<ToolkitBackend>);
+
+INSTANTIATE_TEST_SUITE_P(Memory,
+                         WindowContract,
+                         (backend<ToolkitBackend, MemoryToolkitBackend>("Memory")),
+                         nameOfBackend<ToolkitBackend>);
 
 using platform::LayoutConstraint;
 using platform::Rect;

@@ -1,3 +1,4 @@
+#include "Platform/Memory/MemoryUserDefaults.h"
 #include "tests/Contract/UserDefaultsContract.h"
 
 #include <chrono>
@@ -10,6 +11,26 @@
 #include <variant>
 
 namespace contract {
+
+namespace {
+
+/// Lasts as long as the test, over restarts too.
+class MemoryUserDefaultsBackend final : public UserDefaultsBackend {
+  public:
+    platform::UserDefaults& defaults() override { return defaults_; }
+
+    void restart() override {}
+
+  private:
+    platform::MemoryUserDefaults defaults_;
+};
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(Memory,
+                         UserDefaultsContract,
+                         (backend<UserDefaultsBackend, MemoryUserDefaultsBackend>("Memory")),
+                         nameOfBackend<UserDefaultsBackend>);
 
 using foundation::Date;
 using foundation::Dictionary;

@@ -1,3 +1,4 @@
+#include "Foundation/Interface.h"
 #include "tests/Desktop/TrayTest.h"
 
 #include <gtest/gtest.h>
@@ -45,17 +46,12 @@ class MessageCounter {
 };
 
 /// How many things of all kinds an X server keeps for all its clients.
-class ServerResources {
+class ServerResources : foundation::Pinned {
   public:
     explicit ServerResources(const std::string& display)
         : connection_(xcb_connect(display.c_str(), nullptr)) {}
 
     ~ServerResources() { xcb_disconnect(connection_); }
-
-    ServerResources(const ServerResources&) = delete;
-    ServerResources& operator=(const ServerResources&) = delete;
-    ServerResources(ServerResources&&) = delete;
-    ServerResources& operator=(ServerResources&&) = delete;
 
     [[nodiscard]] std::size_t count() const {
         const Reply<xcb_res_query_clients_reply_t> clients(

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Foundation/Interface.h"
+
 #include <xcb/xcb.h>
 
 #include <chrono>
@@ -21,16 +23,12 @@ using Reply = std::unique_ptr<Type, Freed>;
 
 /// What a small X program needs: a connection, a window, names of atoms and events with a limit of
 /// time. It knows nothing of the program under test.
-class XcbClient {
+class XcbClient : foundation::Pinned {
   public:
     /// Connects to that display, or where DISPLAY points. Ends the program with exit code 3 when
     /// there is no server.
     explicit XcbClient(const char* display = nullptr);
     ~XcbClient();
-    XcbClient(const XcbClient&) = delete;
-    XcbClient& operator=(const XcbClient&) = delete;
-    XcbClient(XcbClient&&) = delete;
-    XcbClient& operator=(XcbClient&&) = delete;
 
     [[nodiscard]] xcb_connection_t* connection() const { return connection_; }
 

@@ -1,6 +1,5 @@
 #include "Foundation/LogFormat.h"
 #include "Foundation/Logger.h"
-#include "Foundation/LoggerFactory.h"
 #include "Platform/Memory/MemoryLogSink.h"
 #include "tests/Support/CommaLocale.h"
 

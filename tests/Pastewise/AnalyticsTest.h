@@ -1,13 +1,12 @@
 #pragma once
 
-#include "Foundation/LoggerFactory.h"
+#include "Foundation/Logger.h"
 #include "Foundation/NotificationCenter.h"
 #include "Foundation/Value.h"
 #include "Pastewise/AnalyticsManager.h"
-#include "Platform/Memory/MemoryCalendar.h"
-#include "Platform/Memory/MemoryClock.h"
 #include "Platform/Memory/MemoryLogSink.h"
 #include "Platform/Memory/MemoryMainQueue.h"
+#include "Platform/Memory/MemoryTime.h"
 #include "Platform/Memory/MemoryUserDefaults.h"
 
 #include <gtest/gtest.h>

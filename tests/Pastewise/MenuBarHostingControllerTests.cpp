@@ -1,16 +1,13 @@
-#include "Foundation/LoggerFactory.h"
+#include "Foundation/Logger.h"
 #include "Foundation/NotificationCenter.h"
 #include "Pastewise/AnalyticsManager.h"
 #include "Pastewise/AppState.h"
 #include "Pastewise/MenuBarHostingController.h"
-#include "Platform/Memory/MemoryCalendar.h"
-#include "Platform/Memory/MemoryClock.h"
-#include "Platform/Memory/MemoryHostingView.h"
 #include "Platform/Memory/MemoryLogSink.h"
 #include "Platform/Memory/MemoryMainQueue.h"
-#include "Platform/Memory/MemoryToolkit.h"
+#include "Platform/Memory/MemoryTime.h"
 #include "Platform/Memory/MemoryUserDefaults.h"
-#include "Platform/Memory/MemoryViewNode.h"
+#include "Platform/Memory/MemoryViews.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,8 +1,6 @@
 #include "Pastewise/PermissionsManager.h"
-#include "Platform/Memory/MemoryAccessibilityTrust.h"
-#include "Platform/Memory/MemoryAlerts.h"
-#include "Platform/Memory/MemoryStandardOutput.h"
-#include "Platform/Memory/MemoryWorkspace.h"
+#include "Platform/Memory/MemoryApplication.h"
+#include "Platform/Memory/MemoryPermissions.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

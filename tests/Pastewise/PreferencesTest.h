@@ -1,21 +1,18 @@
 #pragma once
 
-#include "Foundation/LoggerFactory.h"
+#include "Foundation/Logger.h"
 #include "Foundation/NotificationCenter.h"
 #include "Foundation/Value.h"
 #include "HotKey/HotKeysController.h"
 #include "HotKey/ModifierFlags.h"
 #include "Pastewise/ShortcutManager.h"
-#include "Platform/Memory/MemoryButton.h"
 #include "Platform/Memory/MemoryEventHotKeyService.h"
 #include "Platform/Memory/MemoryKeyDownMonitors.h"
-#include "Platform/Memory/MemoryLabel.h"
 #include "Platform/Memory/MemoryLogSink.h"
 #include "Platform/Memory/MemoryMainQueue.h"
-#include "Platform/Memory/MemoryToolkit.h"
 #include "Platform/Memory/MemoryUserDefaults.h"
-#include "Platform/Memory/MemoryViewNode.h"
-#include "Platform/ViewController.h"
+#include "Platform/Memory/MemoryViews.h"
+#include "Platform/Views.h"
 
 #include <gtest/gtest.h>
 

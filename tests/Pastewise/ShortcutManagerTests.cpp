@@ -1,4 +1,4 @@
-#include "Foundation/LoggerFactory.h"
+#include "Foundation/Logger.h"
 #include "Foundation/NotificationCenter.h"
 #include "HotKey/HotKeysController.h"
 #include "Pastewise/ShortcutManager.h"

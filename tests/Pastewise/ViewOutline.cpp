@@ -1,9 +1,6 @@
 #include "tests/Pastewise/ViewOutline.h"
 
-#include "Platform/Memory/MemoryButton.h"
-#include "Platform/Memory/MemoryLabel.h"
-#include "Platform/Memory/MemoryVerticalStack.h"
-#include "Platform/Memory/MemoryViewNode.h"
+#include "Platform/Memory/MemoryViews.h"
 
 #include <cstddef>
 #include <sstream>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Memory/MemoryLayoutConstraint.h"
-#include "Platform/View.h"
+#include "Platform/Memory/MemoryViews.h"
+#include "Platform/Views.h"
 
 #include <map>
 #include <string>

@@ -1,4 +1,4 @@
-#include "Platform/MenuItem.h"
+#include "Platform/Menu.h"
 
 #include <gtest/gtest.h>
 

@@ -132,7 +132,7 @@ TEST(IncludeRulesTests, TheMemoryPlatformKnowsNoSystem) {
 
 TEST(IncludeRulesTests, WhatPosixSystemsShareKnowsNoneOfThem) {
     expectOnly("Platform/Posix",
-               {"Platform/Posix/", "Platform/Clock.h", "Platform/StandardOutput.h"},
+               {"Platform/Posix/", "Platform/Time.h", "Platform/Application.h"},
                {"fcntl.h", "unistd.h"});
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "tests/Support/WaitUntil.h"
 
 #include <sys/types.h>
@@ -15,7 +16,7 @@ namespace testing_support {
 
 /// A program that a test started. It ends with the object at the latest: killed by its process
 /// id, and also when the test itself dies.
-class ChildProcess {
+class ChildProcess : foundation::Pinned {
   public:
     struct Options {
         /// Set on top of the test's own environment; an empty value removes the variable.
@@ -31,10 +32,6 @@ class ChildProcess {
     explicit ChildProcess(const std::vector<std::string>& command);
     ChildProcess(const std::vector<std::string>& command, const Options& options);
     ~ChildProcess();
-    ChildProcess(const ChildProcess&) = delete;
-    ChildProcess& operator=(const ChildProcess&) = delete;
-    ChildProcess(ChildProcess&&) = delete;
-    ChildProcess& operator=(ChildProcess&&) = delete;
 
     [[nodiscard]] pid_t id() const { return id_; }
 

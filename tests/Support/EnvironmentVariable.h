@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Foundation/Interface.h"
+
 #include <optional>
 #include <string>
 
@@ -7,14 +9,10 @@ namespace testing_support {
 
 /// Sets a variable of the test's environment, or unsets it where the value is null, and puts back
 /// what was there before in the end.
-class EnvironmentVariable {
+class EnvironmentVariable : foundation::Pinned {
   public:
     EnvironmentVariable(std::string name, const char* value);
     ~EnvironmentVariable();
-    EnvironmentVariable(const EnvironmentVariable&) = delete;
-    EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
-    EnvironmentVariable(EnvironmentVariable&&) = delete;
-    EnvironmentVariable& operator=(EnvironmentVariable&&) = delete;
 
   private:
     void set(const char* value) const;

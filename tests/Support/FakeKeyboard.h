@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Foundation/Interface.h"
+
 #include <cstdint>
 #include <initializer_list>
 #include <string>
@@ -14,14 +16,10 @@ namespace testing_support {
 /// key codes, KEY_G for example. When a call returns, the server has acted on it.
 ///
 /// Lets go of everything and switches Caps Lock and NumLock off in the end.
-class FakeKeyboard {
+class FakeKeyboard : foundation::Pinned {
   public:
     explicit FakeKeyboard(const std::string& display);
     ~FakeKeyboard();
-    FakeKeyboard(const FakeKeyboard&) = delete;
-    FakeKeyboard& operator=(const FakeKeyboard&) = delete;
-    FakeKeyboard(FakeKeyboard&&) = delete;
-    FakeKeyboard& operator=(FakeKeyboard&&) = delete;
 
     void press(int evdevKeyCode);
     void release(int evdevKeyCode);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Foundation/Interface.h"
+
 #include <cstdint>
 #include <string>
 
@@ -9,14 +11,10 @@ namespace testing_support {
 
 /// Another program on the test's X server that wants keys for itself: to the server it is a client
 /// like any. Key codes are X11's, masks those of X11's key events.
-class OtherX11Program {
+class OtherX11Program : foundation::Pinned {
   public:
     explicit OtherX11Program(const std::string& display);
     ~OtherX11Program();
-    OtherX11Program(const OtherX11Program&) = delete;
-    OtherX11Program& operator=(const OtherX11Program&) = delete;
-    OtherX11Program(OtherX11Program&&) = delete;
-    OtherX11Program& operator=(OtherX11Program&&) = delete;
 
     /// Grabs the key with exactly these modifiers; false when somebody else has it.
     [[nodiscard]] bool take(std::uint8_t keyCode, std::uint16_t mask);

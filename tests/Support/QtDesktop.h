@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "tests/Support/DesktopSession.h"
 #include "tests/Support/FakeKeyboard.h"
 
@@ -15,14 +16,10 @@ namespace testing_support {
 
 /// A desktop of the test's own with this process as a program on it, whose windows are real ones
 /// to the window manager. QtTestLoop's functions turn its event loop. One at a time.
-class QtDesktop {
+class QtDesktop : foundation::Pinned {
   public:
     QtDesktop();
     ~QtDesktop();
-    QtDesktop(const QtDesktop&) = delete;
-    QtDesktop& operator=(const QtDesktop&) = delete;
-    QtDesktop(QtDesktop&&) = delete;
-    QtDesktop& operator=(QtDesktop&&) = delete;
 
     [[nodiscard]] FakeKeyboard& keyboard() { return *keyboard_; }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "tests/Support/WaitUntil.h"
 
 #include <QCoreApplication>
@@ -10,17 +11,12 @@
 namespace testing_support {
 
 /// The toolkit's event loop on the thread of a test, turned by hand. One at a time.
-class QtTestLoop {
+class QtTestLoop : foundation::Pinned {
   public:
     QtTestLoop() = default;
 
     /// Has what objects put off while they were destroyed done before the loop goes.
     ~QtTestLoop() { turn(); }
-
-    QtTestLoop(const QtTestLoop&) = delete;
-    QtTestLoop& operator=(const QtTestLoop&) = delete;
-    QtTestLoop(QtTestLoop&&) = delete;
-    QtTestLoop& operator=(QtTestLoop&&) = delete;
 
     /// Runs what is due, without waiting for more; also what was put off to a later turn, such as
     /// the deletion of objects.

@@ -26,11 +26,6 @@ class SampleMenu final : public platform::MenuDelegate {
 
     ~SampleMenu() override { menu->setDelegate(nullptr); }
 
-    SampleMenu(const SampleMenu&) = delete;
-    SampleMenu& operator=(const SampleMenu&) = delete;
-    SampleMenu(SampleMenu&&) = delete;
-    SampleMenu& operator=(SampleMenu&&) = delete;
-
     void menuWillOpen(platform::Menu& /*menu*/) override {
         ++openingCount;
         if (changesTitle) {

@@ -1,18 +1,16 @@
 #pragma once
 
+#include "Foundation/Interface.h"
+
 #include <filesystem>
 
 namespace testing_support {
 
 /// A new empty folder that goes, with all it holds, when the object does.
-class TemporaryFolder {
+class TemporaryFolder : foundation::Pinned {
   public:
     TemporaryFolder();
     ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    TemporaryFolder(TemporaryFolder&&) = delete;
-    TemporaryFolder& operator=(TemporaryFolder&&) = delete;
 
     [[nodiscard]] const std::filesystem::path& path() const { return path_; }
 

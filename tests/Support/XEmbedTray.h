@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Foundation/Interface.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -10,17 +12,13 @@ namespace testing_support {
 
 /// A tray on a test's X server that takes icons as windows, and nothing else. It stands there as
 /// long as the object exists, and acts when it is asked something.
-class XEmbedTray {
+class XEmbedTray : foundation::Pinned {
   public:
     /// In pixels, of an icon.
     static constexpr std::uint16_t iconSide = 22;
 
     explicit XEmbedTray(const std::string& display);
     ~XEmbedTray();
-    XEmbedTray(const XEmbedTray&) = delete;
-    XEmbedTray& operator=(const XEmbedTray&) = delete;
-    XEmbedTray(XEmbedTray&&) = delete;
-    XEmbedTray& operator=(XEmbedTray&&) = delete;
 
     /// How many icons stand in the tray.
     [[nodiscard]] std::size_t iconCount();

@@ -39,10 +39,6 @@ class DBusApplication final : public Application {
 
     /// Gives the name back.
     ~DBusApplication() override;
-    DBusApplication(const DBusApplication&) = delete;
-    DBusApplication& operator=(const DBusApplication&) = delete;
-    DBusApplication(DBusApplication&&) = delete;
-    DBusApplication& operator=(DBusApplication&&) = delete;
 
     /// Takes the name, or does what a second start does. Waits at most a few seconds for a bus or a
     /// process that hangs, or that ends instead of opening its preferences. Called once.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Alerts.h"
+#include "Platform/Permissions.h"
 
 #include <cstddef>
 #include <optional>

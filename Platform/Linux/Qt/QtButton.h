@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Platform/Action.h"
-#include "Platform/Button.h"
 #include "Platform/Linux/Qt/QtAlphaAnimation.h"
 #include "Platform/Linux/Qt/QtWidgetView.h"
+#include "Platform/Menu.h"
+#include "Platform/Views.h"
 
 #include <chrono>
 #include <memory>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/LayoutConstraint.h"
+#include "Platform/Views.h"
 
 #include <QLayout>
 #include <QRect>
@@ -18,10 +18,6 @@ class QtConstraintLayout final : public QLayout {
   public:
     explicit QtConstraintLayout(QWidget* container);
     ~QtConstraintLayout() override;
-    QtConstraintLayout(const QtConstraintLayout&) = delete;
-    QtConstraintLayout& operator=(const QtConstraintLayout&) = delete;
-    QtConstraintLayout(QtConstraintLayout&&) = delete;
-    QtConstraintLayout& operator=(QtConstraintLayout&&) = delete;
 
     /// Makes this anchor of a widget in this layout the same as the container's.
     void tie(const QWidget& widget, LayoutConstraint::Anchor anchor);

@@ -16,11 +16,6 @@ class Watch final : public FileDescriptorWatch {
         QObject::connect(notifier_, &QSocketNotifier::activated, notifier_, std::move(ready));
     }
 
-    Watch(const Watch&) = delete;
-    Watch& operator=(const Watch&) = delete;
-    Watch(Watch&&) = delete;
-    Watch& operator=(Watch&&) = delete;
-
     ~Watch() override {
         notifier_->setEnabled(false);
         notifier_->deleteLater();

@@ -26,10 +26,6 @@ class QtKeyDownMonitors final : public KeyDownMonitors {
     /// null where only Qt knows.
     explicit QtKeyDownMonitors(const KeyboardModifiers* keyboard);
     ~QtKeyDownMonitors() override;
-    QtKeyDownMonitors(const QtKeyDownMonitors&) = delete;
-    QtKeyDownMonitors& operator=(const QtKeyDownMonitors&) = delete;
-    QtKeyDownMonitors(QtKeyDownMonitors&&) = delete;
-    QtKeyDownMonitors& operator=(QtKeyDownMonitors&&) = delete;
 
     [[nodiscard]] foundation::ObserverToken addLocalMonitor(Handler handler) override;
     void removeMonitor(foundation::ObserverToken token) override;

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/Label.h"
 #include "Platform/Linux/Qt/QtTextWidget.h"
 #include "Platform/Linux/Qt/QtWidgetView.h"
+#include "Platform/Views.h"
 
 #include <memory>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/TextStyle.h"
+#include "Platform/Geometry.h"
 
 #include <QLabel>
 #include <QSize>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Toolkit.h"
+#include "Platform/Views.h"
 
 #include <memory>
 #include <string>

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "Platform/View.h"
+#include "Foundation/Interface.h"
+#include "Platform/Views.h"
 
 #include <QWidget>
 #include <memory>
@@ -11,14 +12,10 @@ namespace platform {
 
 /// What every view of this toolkit has: a widget, and the views that were put into it. Main thread
 /// only.
-class QtWidgetView {
+class QtWidgetView : foundation::Pinned {
   public:
     explicit QtWidgetView(std::unique_ptr<QWidget> widget);
     virtual ~QtWidgetView();
-    QtWidgetView(const QtWidgetView&) = delete;
-    QtWidgetView& operator=(const QtWidgetView&) = delete;
-    QtWidgetView(QtWidgetView&&) = delete;
-    QtWidgetView& operator=(QtWidgetView&&) = delete;
 
     /// The view as one of this toolkit; another toolkit's is a programming error and stops the
     /// program.

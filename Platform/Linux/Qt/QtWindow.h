@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Window.h"
+#include "Platform/Views.h"
 
 #include <memory>
 #include <string>
@@ -15,10 +15,6 @@ class QtWindow final : public Window {
   public:
     QtWindow(Rect contentRect, WindowStyle style);
     ~QtWindow() override;
-    QtWindow(const QtWindow&) = delete;
-    QtWindow& operator=(const QtWindow&) = delete;
-    QtWindow(QtWindow&&) = delete;
-    QtWindow& operator=(QtWindow&&) = delete;
 
     void setTitle(std::string title) override;
     void center() override;

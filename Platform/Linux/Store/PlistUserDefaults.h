@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Foundation/Logger.h"
-#include "Foundation/LoggerFactory.h"
 #include "Foundation/WeakReference.h"
 #include "Platform/Linux/Store/PropertyList.h"
 #include "Platform/Linux/Store/SettingsFile.h"
@@ -40,10 +39,6 @@ class PlistUserDefaults final : public UserDefaults {
 
     /// Writes what is not written yet.
     ~PlistUserDefaults() override;
-    PlistUserDefaults(const PlistUserDefaults&) = delete;
-    PlistUserDefaults& operator=(const PlistUserDefaults&) = delete;
-    PlistUserDefaults(PlistUserDefaults&&) = delete;
-    PlistUserDefaults& operator=(PlistUserDefaults&&) = delete;
 
     /// pastewise/com.app.pastewise.plist in the user's configuration folder, which is
     /// $XDG_CONFIG_HOME or ~/.config. Empty, a path that can be neither read nor written, when the

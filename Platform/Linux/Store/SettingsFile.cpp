@@ -1,5 +1,7 @@
 #include "Platform/Linux/Store/SettingsFile.h"
 
+#include "Foundation/Interface.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -20,7 +22,7 @@ std::error_code lastError() {
     return {errno, std::generic_category()};
 }
 
-class Descriptor {
+class Descriptor : foundation::Pinned {
   public:
     explicit Descriptor(int number) : number_(number) {}
 
@@ -29,11 +31,6 @@ class Descriptor {
             close(number_);
         }
     }
-
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    Descriptor(Descriptor&&) = delete;
-    Descriptor& operator=(Descriptor&&) = delete;
 
     [[nodiscard]] int number() const { return number_; }
 

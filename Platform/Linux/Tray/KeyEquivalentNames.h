@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/MenuItem.h"
+#include "Platform/Menu.h"
 
 #include <QKeySequence>
 #include <QStringList>

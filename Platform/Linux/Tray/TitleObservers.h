@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Platform/Menu.h"
 
 #include <functional>
@@ -10,7 +11,7 @@
 namespace platform {
 
 /// Hears of every new title in a menu for as long as it exists. Keeps the rows.
-class TitleObservers {
+class TitleObservers : foundation::Pinned {
   public:
     /// `didChange` is given the index of the row.
     TitleObservers(const Menu& menu, const std::function<void(std::size_t)>& didChange) {
@@ -26,11 +27,6 @@ class TitleObservers {
             item->removeTitleObserver(token);
         }
     }
-
-    TitleObservers(const TitleObservers&) = delete;
-    TitleObservers& operator=(const TitleObservers&) = delete;
-    TitleObservers(TitleObservers&&) = delete;
-    TitleObservers& operator=(TitleObservers&&) = delete;
 
   private:
     std::vector<std::pair<std::shared_ptr<MenuItem>, foundation::ObserverToken>> observed_;

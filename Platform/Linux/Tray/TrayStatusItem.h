@@ -24,10 +24,6 @@ class TrayStatusItem final : public StatusItem {
   public:
     TrayStatusItem(QDBusConnection bus, TrayManagerSelectionMaker makeManagerSelection);
     ~TrayStatusItem() override;
-    TrayStatusItem(const TrayStatusItem&) = delete;
-    TrayStatusItem& operator=(const TrayStatusItem&) = delete;
-    TrayStatusItem(TrayStatusItem&&) = delete;
-    TrayStatusItem& operator=(TrayStatusItem&&) = delete;
 
     [[nodiscard]] foundation::WeakReference<TrayStatusItem> reference() const {
         return self_.reference();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Platform/Linux/X11/X11Connection.h"
 
 #include <xcb/xcb.h>
@@ -15,19 +16,13 @@ namespace platform {
 ///
 /// Events that were read while somebody waited no longer make the connection's descriptor readable:
 /// who waits asks hasEvents() afterwards and sees to it that they are handled. Main thread only.
-class X11EventQueue {
+class X11EventQueue : foundation::Pinned {
   public:
     using Event = XcbPointer<xcb_generic_event_t>;
     using Clock = std::chrono::steady_clock;
 
     /// The connection outlives the queue.
     explicit X11EventQueue(const X11Connection& connection) : connection_(connection) {}
-
-    X11EventQueue(const X11EventQueue&) = delete;
-    X11EventQueue& operator=(const X11EventQueue&) = delete;
-    X11EventQueue(X11EventQueue&&) = delete;
-    X11EventQueue& operator=(X11EventQueue&&) = delete;
-    ~X11EventQueue() = default;
 
     /// The oldest event that is there, without waiting; null when there is none.
     [[nodiscard]] Event next();

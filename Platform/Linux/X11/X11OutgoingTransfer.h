@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Foundation/TextBuffer.h"
 #include "Platform/Linux/X11/X11ClipboardAtoms.h"
 #include "Platform/Linux/X11/X11Connection.h"
@@ -17,7 +18,7 @@ namespace platform {
 /// A long text on its way to one other program, piece by piece: the receiver deletes each piece
 /// when it has read it, and only then the next one goes. The text stays alive for as long as the
 /// transfer does, whatever becomes of the clipboard. Main thread only.
-class X11OutgoingTransfer {
+class X11OutgoingTransfer : foundation::Pinned {
   public:
     struct Receiver {
         xcb_window_t window = XCB_WINDOW_NONE;
@@ -40,10 +41,6 @@ class X11OutgoingTransfer {
                         std::shared_ptr<const foundation::TextBuffer> text,
                         Limits limits,
                         std::function<void()> givenUp);
-    X11OutgoingTransfer(const X11OutgoingTransfer&) = delete;
-    X11OutgoingTransfer& operator=(const X11OutgoingTransfer&) = delete;
-    X11OutgoingTransfer(X11OutgoingTransfer&&) = delete;
-    X11OutgoingTransfer& operator=(X11OutgoingTransfer&&) = delete;
     ~X11OutgoingTransfer();
 
     [[nodiscard]] const Receiver& receiver() const { return receiver_; }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Foundation/Logger.h"
-#include "Foundation/LoggerFactory.h"
 #include "Foundation/TextBuffer.h"
 #include "Platform/Linux/EventLoop.h"
 #include "Platform/Linux/X11/X11ClipboardAtoms.h"
@@ -42,10 +41,6 @@ class X11Pasteboard final : public Pasteboard {
                   const foundation::LoggerFactory& loggers,
                   Repair repair,
                   const X11PasteboardLimits& limits = {});
-    X11Pasteboard(const X11Pasteboard&) = delete;
-    X11Pasteboard& operator=(const X11Pasteboard&) = delete;
-    X11Pasteboard(X11Pasteboard&&) = delete;
-    X11Pasteboard& operator=(X11Pasteboard&&) = delete;
     ~X11Pasteboard() override;
 
     void clearContents() override;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Foundation/Logger.h"
 #include "Foundation/TextBuffer.h"
 #include "Platform/Linux/X11/X11ClipboardAtoms.h"
@@ -27,7 +28,7 @@ namespace platform {
 ///
 /// Nothing is given away but inside handle(), so that others see whatever happened between two
 /// calls of it as one change. Main thread only.
-class X11SelectionOwner {
+class X11SelectionOwner : foundation::Pinned {
   public:
     /// Everything outlives the owner.
     X11SelectionOwner(const X11Connection& connection,
@@ -36,10 +37,6 @@ class X11SelectionOwner {
                       MainQueue& queue,
                       const X11PasteboardLimits& limits,
                       foundation::Logger logger);
-    X11SelectionOwner(const X11SelectionOwner&) = delete;
-    X11SelectionOwner& operator=(const X11SelectionOwner&) = delete;
-    X11SelectionOwner(X11SelectionOwner&&) = delete;
-    X11SelectionOwner& operator=(X11SelectionOwner&&) = delete;
     ~X11SelectionOwner();
 
     /// The window that owns CLIPBOARD when this program does.

@@ -1,5 +1,6 @@
 #include "Platform/Linux/X11/X11SelectionReader.h"
 
+#include "Foundation/Interface.h"
 #include "Platform/Linux/X11/Latin1.h"
 
 #include <xcb/xfixes.h>
@@ -58,7 +59,7 @@ bool beginsWithFile(std::string_view uriList) {
 
 /// A new window that hears of its own properties and of CLIPBOARD's owner for as long as this
 /// object lives. The window itself stays.
-class ListeningWindow {
+class ListeningWindow : foundation::Pinned {
   public:
     ListeningWindow(const X11Connection& connection, const X11ClipboardAtoms& atoms)
         : connection_(connection), atoms_(atoms), id_(xcb_generate_id(connection.get())) {
@@ -84,11 +85,6 @@ class ListeningWindow {
                 XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
                 XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
     }
-
-    ListeningWindow(const ListeningWindow&) = delete;
-    ListeningWindow& operator=(const ListeningWindow&) = delete;
-    ListeningWindow(ListeningWindow&&) = delete;
-    ListeningWindow& operator=(ListeningWindow&&) = delete;
 
     ~ListeningWindow() {
         const std::uint32_t noEvents = XCB_EVENT_MASK_NO_EVENT;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Foundation/Logger.h"
 #include "Foundation/TextBuffer.h"
 #include "Platform/Linux/X11/X11ClipboardAtoms.h"
@@ -25,7 +26,7 @@ namespace platform {
 /// text/uri-list that begins with a file. A copied link is a text/uri-list as well, and a text.
 ///
 /// Main thread only.
-class X11SelectionReader {
+class X11SelectionReader : foundation::Pinned {
   public:
     /// Everything outlives the reader.
     X11SelectionReader(const X11Connection& connection,
@@ -33,10 +34,6 @@ class X11SelectionReader {
                        const X11ClipboardAtoms& atoms,
                        const X11PasteboardLimits& limits,
                        foundation::Logger logger);
-    X11SelectionReader(const X11SelectionReader&) = delete;
-    X11SelectionReader& operator=(const X11SelectionReader&) = delete;
-    X11SelectionReader(X11SelectionReader&&) = delete;
-    X11SelectionReader& operator=(X11SelectionReader&&) = delete;
     ~X11SelectionReader();
 
     /// The owner's text: meant to be UTF-8, but as well-formed as the owner sent it. None when

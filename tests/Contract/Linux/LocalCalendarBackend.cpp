@@ -19,11 +19,6 @@ class LocalCalendarBackend final : public CalendarBackend {
         tzset();
     }
 
-    LocalCalendarBackend(const LocalCalendarBackend&) = delete;
-    LocalCalendarBackend& operator=(const LocalCalendarBackend&) = delete;
-    LocalCalendarBackend(LocalCalendarBackend&&) = delete;
-    LocalCalendarBackend& operator=(LocalCalendarBackend&&) = delete;
-
     const platform::Calendar& calendar() override { return calendar_; }
 
     void setHoursAheadOfUtc(int hours) override {

@@ -17,10 +17,6 @@ class PairOfX11Pasteboards final : public platform::Pasteboard {
   public:
     PairOfX11Pasteboards();
     ~PairOfX11Pasteboards() override;
-    PairOfX11Pasteboards(const PairOfX11Pasteboards&) = delete;
-    PairOfX11Pasteboards& operator=(const PairOfX11Pasteboards&) = delete;
-    PairOfX11Pasteboards(PairOfX11Pasteboards&&) = delete;
-    PairOfX11Pasteboards& operator=(PairOfX11Pasteboards&&) = delete;
 
     void clearContents() override;
     [[nodiscard]] bool setString(foundation::TextBuffer text,

@@ -1,4 +1,4 @@
-#include "Foundation/LoggerFactory.h"
+#include "Foundation/Logger.h"
 #include "Platform/Linux/Store/PlistUserDefaults.h"
 #include "Platform/Linux/WorkerThread.h"
 #include "Platform/Memory/MemoryLogSink.h"

@@ -22,11 +22,6 @@ class QtLogSinkBackend final : public LogSinkBackend {
         QLoggingCategory::setFilterRules(QString());
     }
 
-    QtLogSinkBackend(const QtLogSinkBackend&) = delete;
-    QtLogSinkBackend& operator=(const QtLogSinkBackend&) = delete;
-    QtLogSinkBackend(QtLogSinkBackend&&) = delete;
-    QtLogSinkBackend& operator=(QtLogSinkBackend&&) = delete;
-
     foundation::LogSink& sink() override { return sink_; }
 
     void setDebugEnabled(bool isEnabled) override {

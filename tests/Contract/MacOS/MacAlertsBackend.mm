@@ -1,5 +1,5 @@
-#import "Platform/MacOS/MacAlerts.h"
 #import "Platform/MacOS/MacConversions.h"
+#import "Platform/MacOS/MacPermissions.h"
 #include "tests/Contract/AlertsContract.h"
 #import "tests/Support/MacOS/AppKitLoop.h"
 

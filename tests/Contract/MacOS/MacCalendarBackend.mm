@@ -1,4 +1,4 @@
-#import "Platform/MacOS/MacCalendar.h"
+#import "Platform/MacOS/MacTime.h"
 #include "tests/Contract/CalendarContract.h"
 #import "tests/Support/MacOS/AppKitLoop.h"
 
@@ -12,11 +12,6 @@ class MacCalendarBackend final : public CalendarBackend {
     MacCalendarBackend() { setHoursAheadOfUtc(0); }
 
     ~MacCalendarBackend() override { [NSTimeZone setDefaultTimeZone:[NSTimeZone systemTimeZone]]; }
-
-    MacCalendarBackend(const MacCalendarBackend&) = delete;
-    MacCalendarBackend& operator=(const MacCalendarBackend&) = delete;
-    MacCalendarBackend(MacCalendarBackend&&) = delete;
-    MacCalendarBackend& operator=(MacCalendarBackend&&) = delete;
 
     const platform::Calendar& calendar() override { return calendar_; }
 

@@ -34,11 +34,6 @@ class MacKeyDownMonitorsBackend final : public KeyDownMonitorsBackend {
 
     ~MacKeyDownMonitorsBackend() override { [window_ close]; }
 
-    MacKeyDownMonitorsBackend(const MacKeyDownMonitorsBackend&) = delete;
-    MacKeyDownMonitorsBackend& operator=(const MacKeyDownMonitorsBackend&) = delete;
-    MacKeyDownMonitorsBackend(MacKeyDownMonitorsBackend&&) = delete;
-    MacKeyDownMonitorsBackend& operator=(MacKeyDownMonitorsBackend&&) = delete;
-
     platform::KeyDownMonitors& monitors() override { return monitors_; }
 
     bool reachesTheWindow() override {

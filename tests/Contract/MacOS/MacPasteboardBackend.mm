@@ -16,11 +16,6 @@ class UniqueMacPasteboard final : public platform::Pasteboard {
 
     ~UniqueMacPasteboard() override { [nsPasteboard_ releaseGlobally]; }
 
-    UniqueMacPasteboard(const UniqueMacPasteboard&) = delete;
-    UniqueMacPasteboard& operator=(const UniqueMacPasteboard&) = delete;
-    UniqueMacPasteboard(UniqueMacPasteboard&&) = delete;
-    UniqueMacPasteboard& operator=(UniqueMacPasteboard&&) = delete;
-
     void clearContents() override { pasteboard_.clearContents(); }
 
     [[nodiscard]] bool setString(foundation::TextBuffer text,

@@ -1,4 +1,4 @@
-#import "Platform/MacOS/MacToolkit.h"
+#import "Platform/MacOS/MacViews.h"
 #include "tests/Contract/ToolkitContract.h"
 #import "tests/Support/MacOS/AppKitLoop.h"
 

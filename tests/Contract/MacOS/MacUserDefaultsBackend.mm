@@ -18,11 +18,6 @@ class MacUserDefaultsBackend final : public UserDefaultsBackend {
         [nsDefaults_ synchronize];
     }
 
-    MacUserDefaultsBackend(const MacUserDefaultsBackend&) = delete;
-    MacUserDefaultsBackend& operator=(const MacUserDefaultsBackend&) = delete;
-    MacUserDefaultsBackend(MacUserDefaultsBackend&&) = delete;
-    MacUserDefaultsBackend& operator=(MacUserDefaultsBackend&&) = delete;
-
     platform::UserDefaults& defaults() override { return *defaults_; }
 
     void restart() override {

@@ -19,11 +19,6 @@ class FileStandardOutputBackend final : public StandardOutputBackend {
 
     ~FileStandardOutputBackend() override { close(descriptor_); }
 
-    FileStandardOutputBackend(const FileStandardOutputBackend&) = delete;
-    FileStandardOutputBackend& operator=(const FileStandardOutputBackend&) = delete;
-    FileStandardOutputBackend(FileStandardOutputBackend&&) = delete;
-    FileStandardOutputBackend& operator=(FileStandardOutputBackend&&) = delete;
-
     platform::StandardOutput& output() override { return output_; }
 
     std::vector<std::string> lines() override {

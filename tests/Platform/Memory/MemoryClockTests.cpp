@@ -1,4 +1,4 @@
-#include "Platform/Memory/MemoryClock.h"
+#include "Platform/Memory/MemoryTime.h"
 
 #include <gtest/gtest.h>
 

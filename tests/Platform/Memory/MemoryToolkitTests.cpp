@@ -1,7 +1,5 @@
-#include "Platform/Memory/MemoryButton.h"
-#include "Platform/Memory/MemoryHostingView.h"
-#include "Platform/Memory/MemoryToolkit.h"
-#include "Platform/ViewController.h"
+#include "Platform/Memory/MemoryViews.h"
+#include "Platform/Views.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -29,11 +29,6 @@ class FileStandardOutputTests : public testing::Test {
         closeWriter();
     }
 
-    FileStandardOutputTests(const FileStandardOutputTests&) = delete;
-    FileStandardOutputTests& operator=(const FileStandardOutputTests&) = delete;
-    FileStandardOutputTests(FileStandardOutputTests&&) = delete;
-    FileStandardOutputTests& operator=(FileStandardOutputTests&&) = delete;
-
   protected:
     void closeReader() { closeOnce(pipe_[0]); }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Foundation/Interface.h"
+
 #import <AppKit/AppKit.h>
 
 // What @autoreleasepool is made of; an object can hold a pool only with these.
@@ -10,16 +12,11 @@ namespace testing_support {
 
 /// The application object and its event loop on the thread of a test, turned by hand. What the test
 /// autoreleases goes with this object: stand first among the members.
-class AppKitLoop {
+class AppKitLoop : foundation::Pinned {
   public:
     AppKitLoop() { [NSApplication sharedApplication]; }
 
     ~AppKitLoop() { objc_autoreleasePoolPop(pool_); }
-
-    AppKitLoop(const AppKitLoop&) = delete;
-    AppKitLoop& operator=(const AppKitLoop&) = delete;
-    AppKitLoop(AppKitLoop&&) = delete;
-    AppKitLoop& operator=(AppKitLoop&&) = delete;
 
     /// Handles what has arrived, and what arrives within a hundredth of a second.
     static void turn() {

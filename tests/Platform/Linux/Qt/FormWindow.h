@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/Qt/QtToolkit.h"
-#include "Platform/ViewController.h"
+#include "Platform/Views.h"
 
 #include <functional>
 #include <memory>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Platform/Linux/Qt/QtEventLoop.h"
 #include "Platform/Linux/Tray/TrayImages.h"
 #include "Platform/Linux/Tray/TrayStatusBar.h"
@@ -19,13 +20,8 @@
 namespace tray_test {
 
 /// A status bar on a desktop of its own that has no tray at first. Base of what tests it.
-class TrayDesktop {
+class TrayDesktop : foundation::Pinned {
   public:
-    TrayDesktop(const TrayDesktop&) = delete;
-    TrayDesktop& operator=(const TrayDesktop&) = delete;
-    TrayDesktop(TrayDesktop&&) = delete;
-    TrayDesktop& operator=(TrayDesktop&&) = delete;
-
   protected:
     TrayDesktop();
     ~TrayDesktop();

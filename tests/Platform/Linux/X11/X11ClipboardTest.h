@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Foundation/LoggerFactory.h"
+#include "Foundation/Logger.h"
 #include "Platform/Linux/Qt/QtEventLoop.h"
 #include "Platform/Linux/Qt/QtMainQueue.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"

@@ -67,11 +67,6 @@ class CountingEventLoop final : public platform::EventLoop {
 
         ~Watch() override { --loop_.watchCount_; }
 
-        Watch(const Watch&) = delete;
-        Watch& operator=(const Watch&) = delete;
-        Watch(Watch&&) = delete;
-        Watch& operator=(Watch&&) = delete;
-
       private:
         CountingEventLoop& loop_;
         std::unique_ptr<platform::FileDescriptorWatch> watch_;

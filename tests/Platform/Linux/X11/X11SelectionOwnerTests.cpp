@@ -1,4 +1,4 @@
-#include "Foundation/LoggerFactory.h"
+#include "Foundation/Logger.h"
 #include "Platform/Linux/X11/X11ClipboardAtoms.h"
 #include "Platform/Linux/X11/X11Connection.h"
 #include "Platform/Linux/X11/X11EventQueue.h"
