@@ -1,11 +1,15 @@
 #include "Pastewise/SharedInstances.h"
 
+#include "Platform/Application.h"
+
 #include <memory>
+#include <string>
 
 namespace pastewise {
 
 SharedInstances::SharedInstances(platform::Platform& platform)
-    : loggers_(platform.logSink(), platform.bundleIdentifier().value_or("com.app.pastewise")),
+    : loggers_(platform.logSink(),
+               platform.bundleIdentifier().value_or(std::string(platform::applicationId))),
       notificationCenter_(platform.mainQueue()),
       clipboardManager_([&platform, this] {
           return std::make_unique<ClipboardManager>(platform.pasteboard(), loggers_);

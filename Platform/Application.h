@@ -7,6 +7,9 @@
 
 namespace platform {
 
+/// Names the program wherever a system wants a reverse domain name: bundle, bus, log, settings.
+inline constexpr std::string_view applicationId = "com.app.pastewise";
+
 /// The running program as the system sees it. Main thread only.
 class Application : public foundation::Interface {
   public:

@@ -1,4 +1,5 @@
 #include "Foundation/Logger.h"
+#include "Platform/Application.h"
 #include "Platform/Linux/DBus/DBusApplication.h"
 #include "Platform/Linux/InstanceLock.h"
 #include "Platform/Linux/LinuxAccessibilityTrust.h"
@@ -70,7 +71,7 @@ class DesktopProcess {
         // files they have a point everywhere.
         static_cast<void>(std::setlocale(LC_NUMERIC, "C"));
         QApplication::setApplicationName("pastewise");
-        QApplication::setDesktopFileName("com.app.pastewise");
+        QApplication::setDesktopFileName(QString::fromUtf8(applicationId));
         QApplication::setQuitOnLastWindowClosed(false);
     }
 
@@ -134,7 +135,7 @@ struct X11DesktopServices {
     std::unique_ptr<DesktopProcess> process;
     std::unique_ptr<X11EventHotKeyService> hotKeys;
     QtLogSink logSink;
-    foundation::LoggerFactory loggers{logSink, "com.app.pastewise"};
+    foundation::LoggerFactory loggers{logSink, std::string(applicationId)};
     QtEventLoop& eventLoop = process->eventLoop();
     QtMainQueue& mainQueue = process->mainQueue();
     std::unique_ptr<FileDescriptorWatch> terminationWatch =

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Application.h"
 #include "Platform/Linux/Tray/DrawnImage.h"
 #include "Platform/Linux/Tray/StatusNotifierTypes.h"
 
@@ -41,7 +42,7 @@ class StatusNotifierItem final : public QObject {
 
     [[nodiscard]] QString category() const { return "ApplicationStatus"; }
 
-    [[nodiscard]] QString id() const { return "com.app.pastewise"; }
+    [[nodiscard]] QString id() const { return QString::fromUtf8(applicationId); }
 
     [[nodiscard]] QString title() const { return "Pastewise"; }
 
