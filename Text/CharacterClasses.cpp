@@ -9,8 +9,8 @@ namespace text {
 
 namespace {
 
-/// The zero of each set of decimal digits but the ASCII one, in ascending order. The nine other
-/// digits of a set follow its zero.
+/// The zero of each set of decimal digits except ASCII's, in ascending order. The other nine digits
+/// of a set follow its zero.
 constexpr auto zeroDigits = std::to_array<char32_t>({
     0x0660,  0x06F0,  0x07C0,  0x0966,  0x09E6,  0x0A66,  0x0AE6,  0x0B66,  0x0BE6,  0x0C66,
     0x0CE6,  0x0D66,  0x0DE6,  0x0E50,  0x0ED0,  0x0F20,  0x1040,  0x1090,  0x17E0,  0x1810,
@@ -24,8 +24,7 @@ static_assert(zeroDigits.size() == 67);
 
 constexpr char32_t pageSize = 0x100;
 
-/// Which pages of code points have decimal digits at all. Most characters that are none are told
-/// by their page, without a search.
+/// Which pages of code points contain decimal digits: rules out most characters without a search.
 constexpr auto pagesWithDigits = [] {
     std::array<bool, zeroDigits.back() / pageSize + 1> pages{};
     for (const char32_t zero : zeroDigits) {

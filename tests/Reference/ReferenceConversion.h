@@ -6,7 +6,8 @@
 #include <vector>
 
 /// The conversion in its slowest and most obvious form, with the literal expressions on ICU's
-/// engine: what the fast one is held against. Shares no code with it. For tests and benchmarks.
+/// engine, to compare the fast one with. Shares only the Unicode version with it. For tests and
+/// benchmarks.
 namespace reference {
 
 struct Payload {
