@@ -1,9 +1,8 @@
 #include "Foundation/Logger.h"
-#include "Platform/Application.h"
 #include "Platform/Linux/DBus/DBusApplication.h"
 #include "Platform/Linux/InstanceLock.h"
-#include "Platform/Linux/LinuxAccessibilityTrust.h"
-#include "Platform/Linux/LocalCalendar.h"
+#include "Platform/Linux/LinuxServices.h"
+#include "Platform/Linux/ProcessSetup.h"
 #include "Platform/Linux/Qt/QtActivation.h"
 #include "Platform/Linux/Qt/QtAlerts.h"
 #include "Platform/Linux/Qt/QtEventLoop.h"
@@ -12,7 +11,7 @@
 #include "Platform/Linux/Qt/QtMainQueue.h"
 #include "Platform/Linux/Qt/QtToolkit.h"
 #include "Platform/Linux/Qt/QtWorkspace.h"
-#include "Platform/Linux/StandardDescriptors.h"
+#include "Platform/Linux/SessionChoice.h"
 #include "Platform/Linux/Store/PlistUserDefaults.h"
 #include "Platform/Linux/TerminationSignals.h"
 #include "Platform/Linux/Tray/TrayImages.h"
@@ -29,12 +28,9 @@
 #include "Platform/Posix/SystemClock.h"
 #include "Text/Utf8Repair.h"
 
-#include <malloc.h>
-
 #include <QApplication>
 #include <chrono>
 #include <clocale>
-#include <csignal>
 #include <cstdlib>
 #include <functional>
 #include <memory>
@@ -46,29 +42,19 @@ namespace platform {
 
 namespace {
 
-/// A program that waits for most of its time gives back what it does not need.
-void keepMemorySmall() {
-    // The threads beside the main one allocate a little now and then. With heaps of their own the
-    // program would grow for days before it stopped.
-    static_cast<void>(mallopt(M_ARENA_MAX, 1));
-    // Otherwise the heap learns from each large text to keep the next one's room, twice over.
-    constexpr int largeTextSize = 256 * 1024;
-    static_cast<void>(mallopt(M_MMAP_THRESHOLD, largeTextSize));
-}
-
-/// What the environment variable holds; empty when it is not set.
+/// Empty if the variable is not set.
 std::string environmentVariable(const char* name) {
     const char* value = std::getenv(name);
     return value != nullptr ? value : "";
 }
 
-/// What makes a process a program of the desktop: how it is ended, Qt, and the name and the lock
-/// that no second process can have.
+/// What makes the process a desktop program, whatever the display server: signals, Qt, the log, and
+/// the name and the lock that only one process can have.
 class DesktopProcess {
   public:
     DesktopProcess(int& argc, char** argv) : application_(argc, argv) {
-        // Qt has set the user's language for the C library, with which libplist reads numbers. In
-        // files they have a point everywhere.
+        // QApplication sets the user's locale for the C library too, and libplist reads numbers
+        // with it. Files always have a decimal point.
         static_cast<void>(std::setlocale(LC_NUMERIC, "C"));
         QApplication::setApplicationName("pastewise");
         QApplication::setDesktopFileName(QString::fromUtf8(applicationId));
@@ -100,13 +86,13 @@ class DesktopProcess {
         return lock_->result() != InstanceLock::Result::taken;
     }
 
-    [[nodiscard]] const TerminationSignals& terminationSignals() const {
-        return terminationSignals_;
-    }
-
     [[nodiscard]] QApplication& application() { return application_; }
 
     [[nodiscard]] DBusApplication& busApplication() { return busApplication_; }
+
+    [[nodiscard]] QtLogSink& logSink() { return logSink_; }
+
+    [[nodiscard]] const foundation::LoggerFactory& loggers() const { return loggers_; }
 
     [[nodiscard]] QtEventLoop& eventLoop() { return eventLoop_; }
 
@@ -117,64 +103,82 @@ class DesktopProcess {
     QApplication application_;
     DBusApplication busApplication_{bringAllToFront};
     std::optional<InstanceLock> lock_;
+    QtLogSink logSink_;
+    foundation::LoggerFactory loggers_{logSink_, std::string(applicationId)};
     QtEventLoop eventLoop_;
     QtMainQueue mainQueue_;
+    std::unique_ptr<FileDescriptorWatch> terminationWatch_ =
+        terminationSignals_.deliver(eventLoop_, [] { QApplication::quit(); });
 };
 
-/// What the program needs of a desktop on an X server: clipboard, hot keys and what belongs to the
-/// keyboard over XCB, the tray and the program's name over the session bus, everything else through
-/// Qt.
-struct X11DesktopServices {
-    X11DesktopServices(std::unique_ptr<DesktopProcess> desktopProcess,
-                       std::unique_ptr<X11Connection> connection,
-                       std::unique_ptr<X11EventHotKeyService> openHotKeys)
-        : process(std::move(desktopProcess)),
-          hotKeys(std::move(openHotKeys)),
-          pasteboard(std::move(connection), eventLoop, mainQueue, loggers, text::repairUtf8) {}
+/// The services that depend on the display server.
+struct DisplayServices {
+    std::unique_ptr<Pasteboard> pasteboard;
+    std::function<void()> handOverPasteboard;
+    std::unique_ptr<hotkey::EventHotKeyService> hotKeys;
+    std::unique_ptr<KeyboardModifiers> keyboardModifiers;
+    TrayManagerSelectionMaker makeTrayManagerSelection;
+};
+
+/// nullopt if the server does not support hot keys.
+std::optional<DisplayServices> makeX11Services(DesktopProcess& process,
+                                               std::unique_ptr<X11Connection> connection) {
+    auto hotKeys = X11EventHotKeyService::open(process.eventLoop(), process.mainQueue());
+    if (!hotKeys) {
+        return std::nullopt;
+    }
+    auto pasteboard = std::make_unique<X11Pasteboard>(std::move(connection),
+                                                      process.eventLoop(),
+                                                      process.mainQueue(),
+                                                      process.loggers(),
+                                                      text::repairUtf8);
+    auto handOver = [pasteboard = pasteboard.get()] { pasteboard->handOver(); };
+    return DisplayServices{
+        .pasteboard = std::move(pasteboard),
+        .handOverPasteboard = std::move(handOver),
+        .hotKeys = std::move(hotKeys),
+        .keyboardModifiers = std::make_unique<X11KeyboardModifiers>(),
+        .makeTrayManagerSelection = [&eventLoop = process.eventLoop()](auto didChange) {
+            return X11TrayManagerSelection::open(eventLoop, std::move(didChange));
+        }};
+}
+
+struct LinuxServices {
+    LinuxServices(std::unique_ptr<DesktopProcess> desktopProcess, DisplayServices displayServices)
+        : process(std::move(desktopProcess)), display(std::move(displayServices)) {}
 
     std::unique_ptr<DesktopProcess> process;
-    std::unique_ptr<X11EventHotKeyService> hotKeys;
-    QtLogSink logSink;
-    foundation::LoggerFactory loggers{logSink, std::string(applicationId)};
-    QtEventLoop& eventLoop = process->eventLoop();
+    DisplayServices display;
+    QtLogSink& logSink = process->logSink();
     QtMainQueue& mainQueue = process->mainQueue();
-    std::unique_ptr<FileDescriptorWatch> terminationWatch =
-        process->terminationSignals().deliver(eventLoop, [] { QApplication::quit(); });
-    X11Pasteboard pasteboard;
-    X11EventHotKeyService& eventHotKeyService = *hotKeys;
+    Pasteboard& pasteboard = *display.pasteboard;
+    hotkey::EventHotKeyService& eventHotKeyService = *display.hotKeys;
     SystemClock clock;
     LocalCalendar calendar;
     WorkerThread diskWorker;
     PlistUserDefaults userDefaults{
-        PlistUserDefaults::defaultPath(), mainQueue, diskWorker, loggers};
+        PlistUserDefaults::defaultPath(), mainQueue, diskWorker, process->loggers()};
     FileStandardOutput standardOutput;
     LinuxAccessibilityTrust accessibilityTrust;
     QtAlerts alerts;
     QtWorkspace workspace;
     DBusApplication& application = process->busApplication();
     TrayImages images;
-    TrayStatusBar statusBar{
-        process->busApplication().connection(), [this](std::function<void()> didChange) {
-            return X11TrayManagerSelection::open(eventLoop, std::move(didChange));
-        }};
+    TrayStatusBar statusBar{application.connection(), display.makeTrayManagerSelection};
     QtToolkit toolkit;
-    X11KeyboardModifiers keyboardModifiers;
-    QtKeyDownMonitors keyDownMonitors{&keyboardModifiers};
+    QtKeyDownMonitors keyDownMonitors{display.keyboardModifiers.get()};
 };
 
-class X11DesktopPlatform final : public PlatformOf<X11DesktopServices> {
+class LinuxPlatform final : public PlatformOf<LinuxServices> {
   public:
-    X11DesktopPlatform(std::unique_ptr<DesktopProcess> process,
-                       std::unique_ptr<X11Connection> connection,
-                       std::unique_ptr<X11EventHotKeyService> hotKeys)
-        : PlatformOf(std::move(process), std::move(connection), std::move(hotKeys)) {
-        if (!environmentVariable("WAYLAND_DISPLAY").empty()) {
-            services()
-                .loggers.logger("LinuxPlatform")
-                .error(
-                    "In a Wayland session the shortcut works only while an X11 window is in front");
+    LinuxPlatform(std::unique_ptr<DesktopProcess> process,
+                  DisplayServices display,
+                  const std::string& limitation)
+        : PlatformOf(std::move(process), std::move(display)) {
+        if (!limitation.empty()) {
+            services().process->loggers().logger("LinuxPlatform").error("%{public}s", limitation);
         }
-        // What was copied and what was counted outlive the session as they outlive the program.
+        // What was copied and what was counted must also survive the end of the session.
         QApplication& application = services().process->application();
         QObject::connect(
             &application, &QApplication::commitDataRequest, &application, [this] { save(); });
@@ -194,7 +198,7 @@ class X11DesktopPlatform final : public PlatformOf<X11DesktopServices> {
   private:
     void save() {
         services().userDefaults.flush();
-        services().pasteboard.handOver();
+        services().display.handOverPasteboard();
     }
 };
 
@@ -202,32 +206,30 @@ class X11DesktopPlatform final : public PlatformOf<X11DesktopServices> {
 
 /// The one place that chooses among the backends of Linux desktops, once at the start.
 PlatformOrNot makePlatform(int& argc, char** argv) {
-    fillStandardDescriptors();
-    keepMemorySmall();
-    const std::string display = environmentVariable("DISPLAY");
-    if (display.empty()) {
-        return NoPlatform{"there is no X display: DISPLAY is not set"};
+    prepareProcess();
+    const std::string x11Display = environmentVariable("DISPLAY");
+    auto connection = x11Display.empty() ? nullptr : X11Connection::open();
+    const auto chosen = choose({.x11Display = x11Display,
+                                .hasX11Server = connection != nullptr,
+                                .isWayland = !environmentVariable("WAYLAND_DISPLAY").empty(),
+                                .qtPlugin = environmentVariable("QT_QPA_PLATFORM")});
+    if (const auto* none = std::get_if<NoPlatform>(&chosen)) {
+        return *none;
     }
-    auto connection = X11Connection::open();
-    if (!connection) {
-        return NoPlatform{"the X display " + display + " does not answer"};
-    }
-    // A log line into a pipe that nobody reads any more must not end the program.
-    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
-    if (environmentVariable("QT_QPA_PLATFORM").empty()) {
-        setenv("QT_QPA_PLATFORM", "xcb", 1);
-    }
+    const auto& choice = std::get<Choice>(chosen);
+    setenv("QT_QPA_PLATFORM", choice.qtPlugin.c_str(), 1);
+
     auto process = std::make_unique<DesktopProcess>(argc, argv);
     if (!process->isFirst()) {
         return AlreadyRunning{};
     }
-    auto hotKeys = X11EventHotKeyService::open(process->eventLoop(), process->mainQueue());
-    if (!hotKeys) {
-        return NoPlatform{"the X display " + display +
+    auto display = makeX11Services(*process, std::move(connection));
+    if (!display) {
+        return NoPlatform{"the X display " + x11Display +
                           " has no keyboard extension, so no shortcut can be taken"};
     }
-    return std::make_unique<X11DesktopPlatform>(
-        std::move(process), std::move(connection), std::move(hotKeys));
+    return std::make_unique<LinuxPlatform>(
+        std::move(process), std::move(*display), choice.limitation);
 }
 
 } // namespace platform

@@ -1,4 +1,4 @@
-#include "Platform/Linux/LinuxAccessibilityTrust.h"
+#include "Platform/Linux/LinuxServices.h"
 #include "tests/Contract/AccessibilityTrustContract.h"
 
 namespace contract {

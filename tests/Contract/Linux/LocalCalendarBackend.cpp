@@ -1,4 +1,4 @@
-#include "Platform/Linux/LocalCalendar.h"
+#include "Platform/Linux/LinuxServices.h"
 #include "tests/Contract/CalendarContract.h"
 #include "tests/Support/EnvironmentVariable.h"
 
@@ -22,7 +22,7 @@ class LocalCalendarBackend final : public CalendarBackend {
     const platform::Calendar& calendar() override { return calendar_; }
 
     void setHoursAheadOfUtc(int hours) override {
-        // In such a name the hours count to the west.
+        // The offset in a POSIX time zone counts west of UTC.
         zone_.reset();
         zone_.emplace("TZ", ("<zone>" + std::to_string(-hours)).c_str());
     }

@@ -1,4 +1,4 @@
-#include "Platform/Linux/LocalCalendar.h"
+#include "Platform/Linux/LinuxServices.h"
 
 #include <chrono>
 #include <ctime>
@@ -6,7 +6,7 @@
 namespace platform {
 
 DateComponents LocalCalendar::dateComponents(foundation::Date date) const {
-    // localtime_r alone keeps to the zone that the process saw first.
+    // localtime_r need not notice a changed time zone by itself.
     tzset();
     const std::time_t seconds =
         std::chrono::floor<std::chrono::seconds>(date).time_since_epoch().count();

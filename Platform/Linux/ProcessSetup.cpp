@@ -1,0 +1,27 @@
+#include "Platform/Linux/ProcessSetup.h"
+
+#include <fcntl.h>
+#include <malloc.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <initializer_list>
+
+namespace platform {
+
+void prepareProcess() {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(descriptor, F_GETFD) < 0) {
+            // open() returns the lowest free number, and the lower ones are taken by now.
+            static_cast<void>(open("/dev/null", O_RDWR));
+        }
+    }
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    // One heap for all threads: with one each, the few allocations of the others add up for days.
+    static_cast<void>(mallopt(M_ARENA_MAX, 1));
+    // A fixed threshold: by default, freeing a large text raises it, and the heap keeps the memory.
+    constexpr int largeTextSize = 256 * 1024;
+    static_cast<void>(mallopt(M_MMAP_THRESHOLD, largeTextSize));
+}
+
+} // namespace platform
