@@ -8,58 +8,60 @@ namespace foundation {
 
 namespace {
 
+/// `convert` of a number. None for what is not a number.
+template <typename Result, typename Convert>
+std::optional<Result> ofNumber(const Value& value, Convert convert) {
+    return std::visit(
+        [&convert](const auto& held) -> std::optional<Result> {
+            if constexpr (std::is_arithmetic_v<std::remove_cvref_t<decltype(held)>>) {
+                return convert(held);
+            } else {
+                return std::nullopt;
+            }
+        },
+        value);
+}
+
 std::uint32_t lowBits(double number) {
     constexpr double twoToThe63rd = 9223372036854775808.0;
-    // Written so that NaN fails it.
+    // False for NaN.
     const bool fits = number >= -twoToThe63rd && number < twoToThe63rd;
     return fits ? static_cast<std::uint32_t>(static_cast<std::int64_t>(number)) : 0;
+}
+
+std::optional<std::uint64_t> exactUint64(double number) {
+    constexpr double twoToThe64th = 18446744073709551616.0;
+    // False for NaN.
+    const bool fits = number >= 0 && number < twoToThe64th && std::trunc(number) == number;
+    return fits ? std::optional(static_cast<std::uint64_t>(number)) : std::nullopt;
 }
 
 } // namespace
 
 std::optional<bool> boolValue(const Value& value) {
-    return std::visit(
-        [](const auto& held) -> std::optional<bool> {
-            if constexpr (std::is_same_v<decltype(held), const std::string&>) {
-                return std::nullopt;
-            } else {
-                return held != 0;
-            }
-        },
-        value);
+    return ofNumber<bool>(value, [](auto number) { return number != 0; });
 }
 
 std::optional<std::uint32_t> uint32Value(const Value& value) {
-    return std::visit(
-        [](const auto& held) -> std::optional<std::uint32_t> {
-            if constexpr (std::is_same_v<decltype(held), const std::string&>) {
-                return std::nullopt;
-            } else if constexpr (std::is_same_v<decltype(held), const double&>) {
-                return lowBits(held);
-            } else {
-                return static_cast<std::uint32_t>(held);
-            }
-        },
-        value);
+    return ofNumber<std::uint32_t>(value, [](auto number) {
+        if constexpr (std::is_floating_point_v<decltype(number)>) {
+            return lowBits(number);
+        } else {
+            return static_cast<std::uint32_t>(number);
+        }
+    });
 }
 
 std::optional<std::uint64_t> exactUint64Value(const Value& value) {
-    return std::visit(
-        [](const auto& held) -> std::optional<std::uint64_t> {
-            if constexpr (std::is_same_v<decltype(held), const std::string&>) {
-                return std::nullopt;
-            } else if constexpr (std::is_same_v<decltype(held), const double&>) {
-                constexpr double twoToThe64th = 18446744073709551616.0;
-                // Written so that NaN fails it.
-                const bool fits = held >= 0 && held < twoToThe64th && std::trunc(held) == held;
-                return fits ? std::optional(static_cast<std::uint64_t>(held)) : std::nullopt;
-            } else if constexpr (std::is_same_v<decltype(held), const std::int64_t&>) {
-                return held >= 0 ? std::optional(static_cast<std::uint64_t>(held)) : std::nullopt;
-            } else {
-                return static_cast<std::uint64_t>(held);
-            }
-        },
-        value);
+    return ofNumber<std::uint64_t>(value, [](auto number) -> std::optional<std::uint64_t> {
+        if constexpr (std::is_floating_point_v<decltype(number)>) {
+            return exactUint64(number);
+        } else if constexpr (std::is_signed_v<decltype(number)>) {
+            return number >= 0 ? std::optional(static_cast<std::uint64_t>(number)) : std::nullopt;
+        } else {
+            return number;
+        }
+    });
 }
 
 std::optional<std::uint32_t> exactUint32Value(const Value& value) {
@@ -71,15 +73,7 @@ std::optional<std::uint32_t> exactUint32Value(const Value& value) {
 }
 
 std::optional<double> doubleValue(const Value& value) {
-    return std::visit(
-        [](const auto& held) -> std::optional<double> {
-            if constexpr (std::is_same_v<decltype(held), const std::string&>) {
-                return std::nullopt;
-            } else {
-                return static_cast<double>(held);
-            }
-        },
-        value);
+    return ofNumber<double>(value, [](auto number) { return static_cast<double>(number); });
 }
 
 } // namespace foundation

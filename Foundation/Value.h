@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -9,29 +10,43 @@
 
 namespace foundation {
 
-/// A value whose type is known only at run time: what systems and stores keep in dictionaries.
-/// Strings are UTF-8. Each alternative is a type of its own: a reader that wants a signed integer
-/// and finds an unsigned one has found another type.
-///
-/// A number is any alternative but the string. A boolean is one too, 0 or 1: systems that hand such
-/// dictionaries out keep booleans as numbers.
-using Value = std::variant<bool, std::int64_t, std::uint64_t, double, std::string>;
+/// An instant, in microseconds since the start of 1970 in UTC, without leap seconds.
+using Date = std::chrono::sys_time<std::chrono::microseconds>;
 
-using Dictionary = std::map<std::string, Value, std::less<>>;
+/// A value of a type that the program has no use for, an array for example. It can be read but not
+/// stored: only its type is known.
+struct Other {
+    bool operator==(const Other&) const = default;
+};
+
+struct Dictionary;
+
+/// A value whose type is known only at run time: what settings and system calls hand out. Strings
+/// are UTF-8. Each alternative is a type of its own: a caller that asks for a signed integer does
+/// not find an unsigned one.
+///
+/// A number is a boolean, an integer or a double. Booleans count as 0 and 1, as in the systems that
+/// hand these values out.
+using Value =
+    std::variant<Other, bool, std::int64_t, std::uint64_t, double, std::string, Date, Dictionary>;
+
+struct Dictionary : std::map<std::string, Value, std::less<>> {
+    using map::map;
+};
 
 /// Whether a number is other than zero. None for what is not a number.
 [[nodiscard]] std::optional<bool> boolValue(const Value& value);
 
-/// The low 32 bits of a number, without its fraction: -1 gives 0xFFFFFFFF. A floating-point number
-/// beyond the 64-bit integers, or none at all (NaN), counts as 0. None for what is not a number.
+/// The low 32 bits of a number's integral part: -1 gives 0xFFFFFFFF. A double outside the signed
+/// 64-bit range, or NaN, gives 0. None for what is not a number.
 [[nodiscard]] std::optional<std::uint32_t> uint32Value(const Value& value);
 
-/// A number that is an unsigned 32-bit or 64-bit integer exactly, 5.0 included. None for a negative
-/// number, a larger one, one with a fraction, and for what is not a number.
+/// The number as an unsigned integer of exactly its value; 5.0 is one. None if it is negative, too
+/// large, has a fraction, or is not a number.
 [[nodiscard]] std::optional<std::uint32_t> exactUint32Value(const Value& value);
 [[nodiscard]] std::optional<std::uint64_t> exactUint64Value(const Value& value);
 
-/// A number as a double, rounded where it has more digits. None for what is not a number.
+/// A number as the nearest double. None for what is not a number.
 [[nodiscard]] std::optional<double> doubleValue(const Value& value);
 
 } // namespace foundation

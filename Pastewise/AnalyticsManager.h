@@ -1,10 +1,10 @@
 #pragma once
 
-#include "Foundation/Date.h"
 #include "Foundation/Logger.h"
 #include "Foundation/NotificationCenter.h"
 #include "Foundation/ObservableObject.h"
 #include "Foundation/Published.h"
+#include "Foundation/Value.h"
 #include "Foundation/WeakReference.h"
 #include "Pastewise/ConversionSource.h"
 #include "Platform/MainQueue.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Foundation/Date.h"
 #include "Foundation/Interface.h"
+#include "Foundation/Value.h"
 
 #include <optional>
 

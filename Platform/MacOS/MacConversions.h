@@ -6,7 +6,6 @@
 
 #import <AppKit/AppKit.h>
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,17 +16,18 @@ namespace platform {
 [[nodiscard]] NSSize nsSize(Size size);
 [[nodiscard]] NSRect nsRect(Rect rect);
 [[nodiscard]] NSFont* nsFont(SystemFont font);
-[[nodiscard]] id nsObject(const foundation::Value& value);
-[[nodiscard]] NSDictionary* nsDictionary(const foundation::Dictionary& dictionary);
 
 /// In UTF-8; U+FFFD stands for half a surrogate pair. Null is an empty text.
 [[nodiscard]] foundation::TextBuffer utf8Text(NSString* string);
 [[nodiscard]] std::string utf8String(NSString* string);
 
-/// A number, boolean or string; none for any other object.
-[[nodiscard]] std::optional<foundation::Value> valueOf(id object);
+/// Nil for foundation::Other, and for a dictionary that holds it.
+[[nodiscard]] id nsObject(const foundation::Value& value);
 
-/// What of a dictionary a Dictionary can hold.
+/// foundation::Other for nil, for an object of another class, and for a date out of Date's range.
+[[nodiscard]] foundation::Value valueOf(id object);
+
+/// Without the entries whose keys are not strings.
 [[nodiscard]] foundation::Dictionary dictionaryOf(NSDictionary* dictionary);
 
 } // namespace platform

@@ -2,6 +2,8 @@
 
 #include "Foundation/Utf16.h"
 
+#include <chrono>
+#include <cmath>
 #include <cstdint>
 #include <variant>
 
@@ -9,7 +11,11 @@ namespace platform {
 
 namespace {
 
+using Seconds = std::chrono::duration<double>;
+
 struct ObjectMaker {
+    id operator()(foundation::Other /*value*/) const { return nil; }
+
     id operator()(bool value) const { return [NSNumber numberWithBool:value]; }
 
     id operator()(std::int64_t value) const { return [NSNumber numberWithLongLong:value]; }
@@ -19,7 +25,48 @@ struct ObjectMaker {
     id operator()(double value) const { return [NSNumber numberWithDouble:value]; }
 
     id operator()(const std::string& value) const { return nsString(value); }
+
+    id operator()(foundation::Date value) const {
+        return [NSDate dateWithTimeIntervalSince1970:Seconds(value.time_since_epoch()).count()];
+    }
+
+    id operator()(const foundation::Dictionary& values) const {
+        NSMutableDictionary* const objects = [NSMutableDictionary dictionary];
+        for (const auto& [key, value] : values) {
+            const id object = nsObject(value);
+            if (object == nil) {
+                return nil;
+            }
+            objects[nsString(key)] = object;
+        }
+        return objects;
+    }
 };
+
+foundation::Value numberOf(NSNumber* number) {
+    // By its Objective-C type a boolean is a small integer; only Core Foundation tells them apart.
+    if (CFGetTypeID((__bridge CFTypeRef)number) == CFBooleanGetTypeID()) {
+        return static_cast<bool>(number.boolValue);
+    }
+    switch (*number.objCType) {
+    case 'f':
+    case 'd':
+        return number.doubleValue;
+    case 'Q':
+        return std::uint64_t{number.unsignedLongLongValue};
+    default:
+        return std::int64_t{number.longLongValue};
+    }
+}
+
+foundation::Value dateOf(NSDate* date) {
+    const Seconds time(date.timeIntervalSince1970);
+    constexpr Seconds limit = std::chrono::microseconds::max();
+    if (!(std::abs(time.count()) < limit.count())) {
+        return foundation::Other{};
+    }
+    return foundation::Date(std::chrono::round<std::chrono::microseconds>(time));
+}
 
 } // namespace
 
@@ -47,14 +94,6 @@ id nsObject(const foundation::Value& value) {
     return std::visit(ObjectMaker{}, value);
 }
 
-NSDictionary* nsDictionary(const foundation::Dictionary& dictionary) {
-    NSMutableDictionary* const objects = [NSMutableDictionary dictionary];
-    for (const auto& [key, value] : dictionary) {
-        objects[nsString(key)] = nsObject(value);
-    }
-    return objects;
-}
-
 foundation::TextBuffer utf8Text(NSString* string) {
     std::u16string units(string.length, u'\0');
     [string getCharacters:reinterpret_cast<unichar*>(units.data())
@@ -66,35 +105,27 @@ std::string utf8String(NSString* string) {
     return std::string(utf8Text(string).view());
 }
 
-std::optional<foundation::Value> valueOf(id object) {
+foundation::Value valueOf(id object) {
     if ([object isKindOfClass:[NSString class]]) {
         return utf8String(object);
     }
-    if (![object isKindOfClass:[NSNumber class]]) {
-        return std::nullopt;
+    if ([object isKindOfClass:[NSNumber class]]) {
+        return numberOf(object);
     }
-    NSNumber* const number = object;
-    // By its Objective-C type a boolean is a small integer; only Core Foundation tells them apart.
-    if (CFGetTypeID((__bridge CFTypeRef)number) == CFBooleanGetTypeID()) {
-        return static_cast<bool>(number.boolValue);
+    if ([object isKindOfClass:[NSDate class]]) {
+        return dateOf(object);
     }
-    switch (*number.objCType) {
-    case 'f':
-    case 'd':
-        return number.doubleValue;
-    case 'Q':
-        return std::uint64_t{number.unsignedLongLongValue};
-    default:
-        return std::int64_t{number.longLongValue};
+    if ([object isKindOfClass:[NSDictionary class]]) {
+        return dictionaryOf(object);
     }
+    return foundation::Other{};
 }
 
 foundation::Dictionary dictionaryOf(NSDictionary* dictionary) {
     foundation::Dictionary values;
     for (id key in dictionary) {
-        const auto value = valueOf(dictionary[key]);
-        if (value && [key isKindOfClass:[NSString class]]) {
-            values.emplace(utf8String(key), *value);
+        if ([key isKindOfClass:[NSString class]]) {
+            values.emplace(utf8String(key), valueOf(dictionary[key]));
         }
     }
     return values;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Foundation/Date.h"
+#include "Foundation/Value.h"
 #include "Platform/Memory/MemoryMainQueue.h"
 #include "Platform/Time.h"
 

@@ -2,45 +2,51 @@
 
 #include "Platform/UserDefaults.h"
 
-#include <functional>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace platform {
 
-/// Settings in memory: they last as long as the object, and each change is recorded with the exact
-/// type of what was stored. Main thread only.
+/// Settings that last as long as the object and record each change. They store foundation::Other
+/// too, as a stand-in for what only another program stores. Main thread only.
 class MemoryUserDefaults final : public UserDefaults {
   public:
     /// One change: what was stored under the key, or none for a removal.
     struct Write {
         std::string key;
-        std::optional<Object> object;
+        std::optional<foundation::Value> value;
 
         bool operator==(const Write&) const = default;
     };
 
-    [[nodiscard]] std::optional<Object> object(std::string_view key) const override;
-    void setObject(std::string_view key, Object object) override;
-    void removeObject(std::string_view key) override;
-
-    /// Everything that is stored now.
-    [[nodiscard]] const std::map<std::string, Object, std::less<>>& contents() const {
-        return objects_;
+    [[nodiscard]] std::optional<foundation::Value> object(std::string_view key) const override {
+        const auto found = contents_.find(key);
+        return found == contents_.end() ? std::nullopt : std::optional(found->second);
     }
 
-    /// The changes since the beginning or the last call of clearWrites(), oldest first. A removal
-    /// of what was not there is recorded too.
+    void setObject(std::string_view key, foundation::Value value) override {
+        writes_.push_back({.key = std::string(key), .value = value});
+        contents_.insert_or_assign(std::string(key), std::move(value));
+    }
+
+    void removeObject(std::string_view key) override {
+        writes_.push_back({.key = std::string(key), .value = std::nullopt});
+        contents_.erase(std::string(key));
+    }
+
+    [[nodiscard]] const foundation::Dictionary& contents() const { return contents_; }
+
+    /// The changes since the start or the last clearWrites(), oldest first, including removals of
+    /// keys that did not exist.
     [[nodiscard]] const std::vector<Write>& writes() const { return writes_; }
 
-    /// Forgets which changes there were, not what is stored.
     void clearWrites() { writes_.clear(); }
 
   private:
-    std::map<std::string, Object, std::less<>> objects_;
+    foundation::Dictionary contents_;
     std::vector<Write> writes_;
 };
 

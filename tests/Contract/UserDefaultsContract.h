@@ -10,7 +10,7 @@
 
 namespace contract {
 
-/// Settings and what it takes to find them again as a later start of the program does.
+/// Settings, and a way to read them as a later run of the program does.
 class UserDefaultsBackend : public foundation::Interface {
   public:
     virtual platform::UserDefaults& defaults() = 0;
@@ -21,12 +21,12 @@ class UserDefaultsContract : public testing::TestWithParam<BackendMaker<UserDefa
   protected:
     platform::UserDefaults& defaults() { return backend_->defaults(); }
 
-    /// The object is there at once and at a later start.
-    void expectIsKept(const platform::UserDefaults::Object& object) {
-        defaults().setObject("key", object);
-        EXPECT_EQ(defaults().object("key"), object);
+    /// The value is there at once and in a later run.
+    void expectIsKept(const foundation::Value& value) {
+        defaults().setObject("key", value);
+        EXPECT_EQ(defaults().object("key"), value);
         backend_->restart();
-        EXPECT_EQ(defaults().object("key"), object);
+        EXPECT_EQ(defaults().object("key"), value);
     }
 
     std::unique_ptr<UserDefaultsBackend> backend_ = GetParam().make();

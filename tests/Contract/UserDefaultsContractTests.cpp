@@ -34,7 +34,7 @@ INSTANTIATE_TEST_SUITE_P(Memory,
 
 using foundation::Date;
 using foundation::Dictionary;
-using Object = platform::UserDefaults::Object;
+using foundation::Value;
 
 TEST_P(UserDefaultsContract, HasNothingAtFirst) {
     EXPECT_EQ(defaults().object("key"), std::nullopt);
@@ -54,6 +54,8 @@ TEST_P(UserDefaultsContract, KeepsEachType) {
     expectIsKept(Date{std::chrono::seconds(1'700'000'000)});
     expectIsKept(Dictionary{{"flag", true}, {"modifiers", std::int64_t{-1}}, {"name", "g"}});
     expectIsKept(Dictionary{});
+    expectIsKept(Dictionary{{"date", Date{std::chrono::seconds(1'700'000'000)}},
+                            {"inner", Dictionary{{"number", 0.5}}}});
 }
 
 TEST_P(UserDefaultsContract, KeepsTheLargestInteger) {
@@ -89,10 +91,10 @@ TEST_P(UserDefaultsContract, ReplacesAnObjectByOneOfAnotherType) {
     defaults().setObject("key", 1.0);
     defaults().setObject("key", true);
     backend_->restart();
-    EXPECT_EQ(defaults().object("key"), Object(true));
+    EXPECT_EQ(defaults().object("key"), Value(true));
     defaults().setObject("key", std::int64_t{1});
     backend_->restart();
-    EXPECT_EQ(defaults().object("key"), Object(std::int64_t{1}));
+    EXPECT_EQ(defaults().object("key"), Value(std::int64_t{1}));
 }
 
 TEST_P(UserDefaultsContract, RemovesAnObjectAndNoOther) {
@@ -104,7 +106,7 @@ TEST_P(UserDefaultsContract, RemovesAnObjectAndNoOther) {
     EXPECT_EQ(defaults().object("a"), std::nullopt);
     backend_->restart();
     EXPECT_EQ(defaults().object("a"), std::nullopt);
-    EXPECT_EQ(defaults().object("b"), Object(2.0));
+    EXPECT_EQ(defaults().object("b"), Value(2.0));
 }
 
 TEST_P(UserDefaultsContract, TellsKeysApartToTheLastByte) {

@@ -25,7 +25,6 @@ using platform::MemoryCalendar;
 using platform::UserDefaults;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Object = UserDefaults::Object;
 using Write = platform::MemoryUserDefaults::Write;
 
 class AnalyticsManagerTests : public AnalyticsTest {
@@ -64,9 +63,9 @@ TEST_F(AnalyticsManagerTests, FindsTheTotalOfTheDayAgainAfterARestart) {
     EXPECT_EQ(manager.todaySavedSeconds(), 70);
     EXPECT_EQ(manager.lastInteractionSavedSeconds(), 70);
     EXPECT_EQ(manager.lastInteractionDate(), noon);
-    EXPECT_EQ(stored(marchSeventhKey), Object(70.0));
+    EXPECT_EQ(stored(marchSeventhKey), Value(70.0));
     EXPECT_FALSE(manager.confirmationRequiresMiroFocus());
-    EXPECT_EQ(stored(focusKey), Object(false));
+    EXPECT_EQ(stored(focusKey), Value(false));
 }
 
 TEST_F(AnalyticsManagerTests, BeginsANewDayWithTheTotalStoredForIt) {
@@ -77,7 +76,7 @@ TEST_F(AnalyticsManagerTests, BeginsANewDayWithTheTotalStoredForIt) {
 
     defaults_.setObject(marchEighthKey, 20.0);
     EXPECT_EQ(start().todaySavedSeconds(), 20);
-    EXPECT_EQ(stored(marchSeventhKey), Object(70.0));
+    EXPECT_EQ(stored(marchSeventhKey), Value(70.0));
 }
 
 TEST_F(AnalyticsManagerTests, TakesStoredValuesOfAWrongTypeForNothing) {
@@ -91,7 +90,7 @@ TEST_F(AnalyticsManagerTests, TakesStoredValuesOfAWrongTypeForNothing) {
 
     defaults_.setObject(lastSecondsKey, noon);
     defaults_.setObject(lastDateKey, "2024-03-07");
-    defaults_.setObject(marchSeventhKey, UserDefaults::Other{});
+    defaults_.setObject(marchSeventhKey, foundation::Other{});
     const AnalyticsManager& again = start();
     EXPECT_EQ(again.lastInteractionSavedSeconds(), 0);
     EXPECT_EQ(again.lastInteractionDate(), std::nullopt);
@@ -139,8 +138,8 @@ TEST_F(AnalyticsManagerTests, AddsUpTheConversionsOfADay) {
     manager_->recordConversion(40, ConversionSource::hotkey);
     EXPECT_EQ(manager_->todaySavedSeconds(), 350);
     EXPECT_EQ(manager_->lastInteractionSavedSeconds(), 300);
-    EXPECT_EQ(stored(marchSeventhKey), Object(350.0));
-    EXPECT_EQ(stored(lastSecondsKey), Object(300.0));
+    EXPECT_EQ(stored(marchSeventhKey), Value(350.0));
+    EXPECT_EQ(stored(lastSecondsKey), Value(300.0));
     EXPECT_THAT(posted_, ElementsAre(Value(50.0), Value(300.0)));
 }
 
@@ -166,12 +165,12 @@ TEST_F(AnalyticsManagerTests, TellsTheLogAboutEveryStepOfACredit) {
 }
 
 TEST_F(AnalyticsManagerTests, PostsACreditOnceEverythingIsStored) {
-    std::vector<std::optional<Object>> storedWhenPosted;
+    std::vector<std::optional<Value>> storedWhenPosted;
     center_.addObserver(pastewise::analyticsSavingsApplied, [&](const auto& /*notification*/) {
         storedWhenPosted.push_back(stored(marchSeventhKey));
     });
     start().recordConversion(2, ConversionSource::hotkey);
-    EXPECT_THAT(storedWhenPosted, ElementsAre(Object(20.0)));
+    EXPECT_THAT(storedWhenPosted, ElementsAre(Value(20.0)));
     EXPECT_THAT(posted_, ElementsAre(Value(20.0)));
 }
 
@@ -224,7 +223,7 @@ TEST_F(AnalyticsManagerTests, AppliesACreditFromAnotherThreadLaterOnTheMainThrea
 
     queue_.drain();
     EXPECT_EQ(manager_->todaySavedSeconds(), 30);
-    EXPECT_EQ(stored(marchSeventhKey), Object(30.0));
+    EXPECT_EQ(stored(marchSeventhKey), Value(30.0));
     EXPECT_THAT(posted_, ElementsAre(Value(30.0)));
     EXPECT_EQ(sink_.messages().back(), "debug: Persisting savings on main thread");
 }
@@ -248,19 +247,19 @@ TEST_F(AnalyticsManagerTests, DropsACreditThatArrivesAfterItsEnd) {
 TEST_F(AnalyticsManagerTests, NamesADaysKeyByYearMonthAndDay) {
     clock_.setNow(std::chrono::sys_days(std::chrono::year(987) / 12 / 31));
     start().recordConversion(1, ConversionSource::hotkey);
-    EXPECT_EQ(stored("analytics.todaySavedSeconds.0987-12-31"), Object(10.0));
+    EXPECT_EQ(stored("analytics.todaySavedSeconds.0987-12-31"), Value(10.0));
 }
 
 TEST_F(AnalyticsManagerTests, PutsUsualComponentsInThePlaceOfMissingOnes) {
     calendar_.leaveOut(MemoryCalendar::Component::month);
     start().recordConversion(1, ConversionSource::hotkey);
-    EXPECT_EQ(stored("analytics.todaySavedSeconds.2024-01-07"), Object(10.0));
+    EXPECT_EQ(stored("analytics.todaySavedSeconds.2024-01-07"), Value(10.0));
     calendar_.leaveOut(MemoryCalendar::Component::day);
     manager_->recordConversion(1, ConversionSource::hotkey);
-    EXPECT_EQ(stored("analytics.todaySavedSeconds.2024-01-01"), Object(10.0));
+    EXPECT_EQ(stored("analytics.todaySavedSeconds.2024-01-01"), Value(10.0));
     calendar_.leaveOut(MemoryCalendar::Component::year);
     manager_->recordConversion(1, ConversionSource::hotkey);
-    EXPECT_EQ(stored("analytics.todaySavedSeconds.1970-01-01"), Object(10.0));
+    EXPECT_EQ(stored("analytics.todaySavedSeconds.1970-01-01"), Value(10.0));
 }
 
 TEST_F(AnalyticsManagerTests, SwitchesToTheNewDayWithTheFirstCreditAfterMidnight) {
@@ -271,8 +270,8 @@ TEST_F(AnalyticsManagerTests, SwitchesToTheNewDayWithTheFirstCreditAfterMidnight
 
     manager_->recordConversion(2, ConversionSource::hotkey);
     EXPECT_EQ(manager_->todaySavedSeconds(), 20);
-    EXPECT_EQ(stored(marchSeventhKey), Object(50.0));
-    EXPECT_EQ(stored(marchEighthKey), Object(20.0));
+    EXPECT_EQ(stored(marchSeventhKey), Value(50.0));
+    EXPECT_EQ(stored(marchEighthKey), Value(20.0));
     EXPECT_THAT(sink_.messages(),
                 ElementsAre("debug: Recording conversion - stickies: 2, source: hotkey",
                             "debug: Applying confirmed savings: 20.000000 seconds",
@@ -290,8 +289,8 @@ TEST_F(AnalyticsManagerTests, AddsTheFirstCreditOfADayToWhatIsStoredForThatDay) 
     queue_.advance(24h);
     manager_->recordConversion(2, ConversionSource::hotkey);
     EXPECT_EQ(manager_->todaySavedSeconds(), 120);
-    EXPECT_EQ(stored(marchEighthKey), Object(120.0));
-    EXPECT_EQ(stored(marchSeventhKey), Object(50.0));
+    EXPECT_EQ(stored(marchEighthKey), Value(120.0));
+    EXPECT_EQ(stored(marchSeventhKey), Value(50.0));
 }
 
 TEST_F(AnalyticsManagerTests, EndsTheDayAtTheMidnightOfTheUsersZone) {
@@ -299,23 +298,23 @@ TEST_F(AnalyticsManagerTests, EndsTheDayAtTheMidnightOfTheUsersZone) {
     start();
     clock_.setNow(noon + 6h + 29min);
     manager_->recordConversion(1, ConversionSource::hotkey);
-    EXPECT_EQ(stored(marchSeventhKey), Object(10.0));
+    EXPECT_EQ(stored(marchSeventhKey), Value(10.0));
     queue_.advance(1min);
     manager_->recordConversion(2, ConversionSource::hotkey);
-    EXPECT_EQ(stored(marchSeventhKey), Object(10.0));
-    EXPECT_EQ(stored(marchEighthKey), Object(20.0));
+    EXPECT_EQ(stored(marchSeventhKey), Value(10.0));
+    EXPECT_EQ(stored(marchEighthKey), Value(20.0));
 }
 
 TEST_F(AnalyticsManagerTests, FollowsATravellerBackToTheDayBefore) {
     calendar_.setUtcOffset(13h);
     start().recordConversion(1, ConversionSource::hotkey);
-    EXPECT_EQ(stored(marchEighthKey), Object(10.0));
+    EXPECT_EQ(stored(marchEighthKey), Value(10.0));
     calendar_.setUtcOffset(-10h);
     manager_->recordConversion(2, ConversionSource::hotkey);
-    EXPECT_EQ(stored(marchSeventhKey), Object(20.0));
+    EXPECT_EQ(stored(marchSeventhKey), Value(20.0));
     manager_->recordConversion(2, ConversionSource::hotkey);
-    EXPECT_EQ(stored(marchSeventhKey), Object(40.0));
-    EXPECT_EQ(stored(marchEighthKey), Object(10.0));
+    EXPECT_EQ(stored(marchSeventhKey), Value(40.0));
+    EXPECT_EQ(stored(marchEighthKey), Value(10.0));
 }
 
 /// A clock that moves on by an hour whenever it is read.
@@ -340,7 +339,7 @@ TEST_F(AnalyticsManagerTests, ReadsTheClockAnewForTheDayOfACredit) {
     manager.recordConversion(1, ConversionSource::hotkey);
     EXPECT_EQ(manager.lastInteractionDate(), beforeMidnight);
     EXPECT_EQ(stored(marchSeventhKey), std::nullopt);
-    EXPECT_EQ(stored(marchEighthKey), Object(10.0));
+    EXPECT_EQ(stored(marchEighthKey), Value(10.0));
 }
 
 // Resets
@@ -353,8 +352,8 @@ TEST_F(AnalyticsManagerTests, ForgetsTotalsAndLastCreditAtAFullReset) {
     EXPECT_EQ(manager_->lastInteractionSavedSeconds(), 0);
     EXPECT_EQ(manager_->lastInteractionDate(), std::nullopt);
     EXPECT_EQ(stored(lastDateKey), std::nullopt);
-    EXPECT_EQ(stored(lastSecondsKey), Object(0.0));
-    EXPECT_EQ(stored(marchSeventhKey), Object(0.0));
+    EXPECT_EQ(stored(lastSecondsKey), Value(0.0));
+    EXPECT_EQ(stored(marchSeventhKey), Value(0.0));
     EXPECT_THAT(defaults_.writes(),
                 ElementsAre(Write{std::string(lastSecondsKey), 0.0},
                             Write{std::string(lastDateKey), std::nullopt},
@@ -368,8 +367,8 @@ TEST_F(AnalyticsManagerTests, ResetsTheDayLastSeenAndNoOtherAfterMidnight) {
     queue_.advance(24h);
     defaults_.setObject(marchEighthKey, 60.0);
     manager_->resetStatistics();
-    EXPECT_EQ(stored(marchSeventhKey), Object(0.0));
-    EXPECT_EQ(stored(marchEighthKey), Object(60.0));
+    EXPECT_EQ(stored(marchSeventhKey), Value(0.0));
+    EXPECT_EQ(stored(marchEighthKey), Value(60.0));
 }
 
 TEST_F(AnalyticsManagerTests, LosesTheStoredTotalOnlyWithTheCreditAfterAResetOfToday) {
@@ -379,7 +378,7 @@ TEST_F(AnalyticsManagerTests, LosesTheStoredTotalOnlyWithTheCreditAfterAResetOfT
     EXPECT_EQ(manager_->todaySavedSeconds(), 0);
     EXPECT_EQ(manager_->lastInteractionSavedSeconds(), 50);
     EXPECT_EQ(manager_->lastInteractionDate(), noon);
-    EXPECT_EQ(stored(marchSeventhKey), Object(50.0));
+    EXPECT_EQ(stored(marchSeventhKey), Value(50.0));
     EXPECT_THAT(defaults_.writes(), IsEmpty());
     EXPECT_THAT(posted_, IsEmpty());
     EXPECT_THAT(sink_.messages(),
@@ -388,7 +387,7 @@ TEST_F(AnalyticsManagerTests, LosesTheStoredTotalOnlyWithTheCreditAfterAResetOfT
 
     manager_->recordConversion(2, ConversionSource::hotkey);
     EXPECT_EQ(manager_->todaySavedSeconds(), 20);
-    EXPECT_EQ(stored(marchSeventhKey), Object(20.0));
+    EXPECT_EQ(stored(marchSeventhKey), Value(20.0));
 }
 
 TEST_F(AnalyticsManagerTests, FindsTheStoredTotalAgainWhenNothingWasCreditedAfterAResetOfToday) {

@@ -49,7 +49,7 @@ class AnalyticsTest : public testing::Test {
     }
 
     /// What is stored under the key; none when there is nothing.
-    [[nodiscard]] std::optional<platform::UserDefaults::Object> stored(std::string_view key) const {
+    [[nodiscard]] std::optional<foundation::Value> stored(std::string_view key) const {
         return defaults_.object(key);
     }
 

@@ -24,7 +24,6 @@ using pastewise::AppState;
 using pastewise::ConversionSource;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Object = platform::UserDefaults::Object;
 using Write = platform::MemoryUserDefaults::Write;
 
 class AppStateTests : public AnalyticsTest {
@@ -74,7 +73,7 @@ TEST_F(AppStateTests, KeepsAStoredChoiceNotToFlash) {
     forgetWhatWasSaid();
     EXPECT_FALSE(makeState().shouldFlashSavings());
     EXPECT_THAT(defaults_.writes(), IsEmpty());
-    EXPECT_EQ(stored(flashKey), Object(false));
+    EXPECT_EQ(stored(flashKey), Value(false));
     EXPECT_EQ(sink_.messages().front(),
               "debug: Initializing AppState with shouldFlashSavings = false");
 }
@@ -82,7 +81,7 @@ TEST_F(AppStateTests, KeepsAStoredChoiceNotToFlash) {
 TEST_F(AppStateTests, TakesAStoredTextForNoAndLeavesItThere) {
     defaults_.setObject(flashKey, "yes");
     EXPECT_FALSE(makeState().shouldFlashSavings());
-    EXPECT_EQ(stored(flashKey), Object("yes"));
+    EXPECT_EQ(stored(flashKey), Value("yes"));
 }
 
 TEST_F(AppStateTests, FlashesACreditInWords) {
@@ -166,7 +165,7 @@ TEST_F(AppStateTests, ForgetsEverythingAtAFullReset) {
     EXPECT_EQ(state_->lastInteractionDate(), std::nullopt);
     EXPECT_EQ(state_->lastFlashValue(), std::nullopt);
     EXPECT_EQ(manager_->todaySavedSeconds(), 0);
-    EXPECT_EQ(stored(marchSeventhKey), Object(0.0));
+    EXPECT_EQ(stored(marchSeventhKey), Value(0.0));
     EXPECT_EQ(stored(lastDateKey), std::nullopt);
     EXPECT_THAT(posted_, ElementsAre(Value(0.0)));
     EXPECT_THAT(sink_.messages(),
@@ -182,7 +181,7 @@ TEST_F(AppStateTests, ResetsTodayHereAndInTheManagerButNotInTheSettings) {
     state_->resetTodayOnly();
     EXPECT_EQ(state_->todaySavedSeconds(), 0);
     EXPECT_EQ(manager_->todaySavedSeconds(), 0);
-    EXPECT_EQ(stored(marchSeventhKey), Object(50.0));
+    EXPECT_EQ(stored(marchSeventhKey), Value(50.0));
     EXPECT_EQ(state_->lastInteractionSavedSeconds(), 50);
     EXPECT_EQ(state_->lastInteractionDate(), noon);
     EXPECT_EQ(state_->lastFlashValue(), "50s");

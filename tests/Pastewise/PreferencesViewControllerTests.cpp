@@ -61,7 +61,7 @@ class PreferencesViewControllerTests : public testing_support::PreferencesTest {
     TextColor shortcutColor() { return views().shortcutLabel->textColor(); }
 
     /// What the label says of a stored object, whatever its type.
-    std::pair<std::string, TextColor> shownFor(platform::UserDefaults::Object object) {
+    std::pair<std::string, TextColor> shownFor(foundation::Value object) {
         userDefaults_.setObject(shortcutKey, std::move(object));
         return shownAnew();
     }
@@ -496,7 +496,7 @@ TEST_F(PreferencesViewControllerTests, TakesAnObjectOfAnotherTypeForNoShortcut) 
     EXPECT_THAT(shownFor(std::string("G")), nothing);
     EXPECT_THAT(shownFor(std::int64_t{5}), nothing);
     EXPECT_THAT(shownFor(true), nothing);
-    EXPECT_THAT(shownFor(platform::UserDefaults::Other{}), nothing);
+    EXPECT_THAT(shownFor(foundation::Other{}), nothing);
 }
 
 TEST_F(PreferencesViewControllerTests, TakesAnIncompleteDictionaryForNoShortcut) {

@@ -31,7 +31,6 @@ using platform::MemoryEventHotKeyService;
 using platform::UserDefaults;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Object = UserDefaults::Object;
 using Write = platform::MemoryUserDefaults::Write;
 
 constexpr std::string_view shortcutKey = "userDefinedShortcut";
@@ -43,7 +42,7 @@ Dictionary shortcut(Value keyCode, Value modifiers) {
 }
 
 /// A shortcut with the types that it is stored with.
-Object storedShortcut(std::uint64_t keyCode, std::uint64_t modifiers) {
+Value storedShortcut(std::uint64_t keyCode, std::uint64_t modifiers) {
     return shortcut(keyCode, modifiers);
 }
 
@@ -52,7 +51,7 @@ Dictionary signedShortcut(std::int64_t keyCode, std::int64_t modifiers) {
     return shortcut(keyCode, modifiers);
 }
 
-const Object storedCommandG = storedShortcut(5, 1048576);
+const Value storedCommandG = storedShortcut(5, 1048576);
 
 class ShortcutManagerTests : public testing::Test {
   protected:
@@ -69,7 +68,7 @@ class ShortcutManagerTests : public testing::Test {
     }
 
     /// A start with that in the settings.
-    ShortcutManager& startWith(Object stored) {
+    ShortcutManager& startWith(Value stored) {
         defaults_.setObject(shortcutKey, std::move(stored));
         forgetWhatWasSaid();
         return start();
@@ -178,7 +177,7 @@ TEST_F(ShortcutManagerTests, InstallsTheDefaultForACodeWithoutKeyAndSaysSoAsAnEr
 
 struct Invalid {
     const char* name;
-    Object stored;
+    Value stored;
 };
 
 class InvalidShortcutTests : public ShortcutManagerTests,
@@ -206,7 +205,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Invalid{"EmptyDictionary", Dictionary{}},
                     Invalid{"Text", "K"},
                     Invalid{"Number", k},
-                    Invalid{"SomethingUnknown", UserDefaults::Other{}},
+                    Invalid{"SomethingUnknown", foundation::Other{}},
                     Invalid{"NoKeyCode", Dictionary{{"modifiers", command}}},
                     Invalid{"NoModifiers", Dictionary{{"keyCode", k}}},
                     Invalid{"KeyCodeAsText", shortcut("40", command)},

@@ -13,8 +13,8 @@ namespace {
 
 using foundation::Date;
 using foundation::Dictionary;
+using foundation::Value;
 using platform::UserDefaults;
-using Object = UserDefaults::Object;
 
 const Date someDate{std::chrono::microseconds(1709812800123456)};
 const Dictionary someDictionary{{"keyCode", std::uint64_t{5}}};
@@ -22,7 +22,7 @@ const Dictionary someDictionary{{"keyCode", std::uint64_t{5}}};
 class UserDefaultsTests : public testing::Test {
   protected:
     /// The reader of settings that hold that object under "key".
-    const UserDefaults& with(Object object) {
+    const UserDefaults& with(Value object) {
         defaults_.setObject("key", std::move(object));
         return defaults_;
     }
@@ -46,8 +46,8 @@ TEST_F(UserDefaultsTests, ReadEveryNumberAsADouble) {
 }
 
 TEST_F(UserDefaultsTests, ReadZeroWhereNoNumberIs) {
-    for (const Object& object :
-         std::vector<Object>{UserDefaults::Other{}, "2.5", someDate, someDictionary}) {
+    for (const Value& object :
+         std::vector<Value>{foundation::Other{}, "2.5", someDate, someDictionary}) {
         EXPECT_EQ(with(object).doubleForKey("key"), 0) << "alternative " << object.index();
     }
 }
@@ -63,21 +63,21 @@ TEST_F(UserDefaultsTests, ReadEveryNumberAsABoolean) {
 }
 
 TEST_F(UserDefaultsTests, ReadFalseWhereNoNumberIs) {
-    for (const Object& object :
-         std::vector<Object>{UserDefaults::Other{}, "true", someDate, someDictionary}) {
+    for (const Value& object :
+         std::vector<Value>{foundation::Other{}, "true", someDate, someDictionary}) {
         EXPECT_FALSE(with(object).boolForKey("key")) << "alternative " << object.index();
     }
 }
 
 TEST_F(UserDefaultsTests, ReadADateOnlyWhereOneIs) {
     EXPECT_EQ(with(someDate).dateForKey("key"), someDate);
-    for (const Object& object : std::vector<Object>{UserDefaults::Other{},
-                                                    true,
-                                                    std::int64_t{1709812800},
-                                                    std::uint64_t{1709812800},
-                                                    1709812800.0,
-                                                    "2024-03-07",
-                                                    someDictionary}) {
+    for (const Value& object : std::vector<Value>{foundation::Other{},
+                                                  true,
+                                                  std::int64_t{1709812800},
+                                                  std::uint64_t{1709812800},
+                                                  1709812800.0,
+                                                  "2024-03-07",
+                                                  someDictionary}) {
         EXPECT_EQ(with(object).dateForKey("key"), std::nullopt) << "alternative " << object.index();
     }
 }
@@ -85,13 +85,13 @@ TEST_F(UserDefaultsTests, ReadADateOnlyWhereOneIs) {
 TEST_F(UserDefaultsTests, ReadADictionaryOnlyWhereOneIs) {
     EXPECT_EQ(with(someDictionary).dictionaryForKey("key"), someDictionary);
     EXPECT_EQ(with(Dictionary{}).dictionaryForKey("key"), Dictionary{});
-    for (const Object& object : std::vector<Object>{UserDefaults::Other{},
-                                                    true,
-                                                    std::int64_t{5},
-                                                    std::uint64_t{5},
-                                                    5.0,
-                                                    "[\"keyCode\": 5]",
-                                                    someDate}) {
+    for (const Value& object : std::vector<Value>{foundation::Other{},
+                                                  true,
+                                                  std::int64_t{5},
+                                                  std::uint64_t{5},
+                                                  5.0,
+                                                  "[\"keyCode\": 5]",
+                                                  someDate}) {
         EXPECT_EQ(with(object).dictionaryForKey("key"), std::nullopt)
             << "alternative " << object.index();
     }

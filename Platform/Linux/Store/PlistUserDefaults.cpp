@@ -95,12 +95,12 @@ void PlistUserDefaults::load() {
                   kept.path.native());
 }
 
-std::optional<UserDefaults::Object> PlistUserDefaults::object(std::string_view key) const {
+std::optional<foundation::Value> PlistUserDefaults::object(std::string_view key) const {
     return settings_.object(key);
 }
 
-void PlistUserDefaults::setObject(std::string_view key, Object object) {
-    if (settings_.setObject(key, object)) {
+void PlistUserDefaults::setObject(std::string_view key, foundation::Value value) {
+    if (settings_.setObject(key, value)) {
         didChange();
     }
 }

@@ -45,8 +45,8 @@ class PlistUserDefaults final : public UserDefaults {
     /// user has no home.
     [[nodiscard]] static std::filesystem::path defaultPath();
 
-    [[nodiscard]] std::optional<Object> object(std::string_view key) const override;
-    void setObject(std::string_view key, Object object) override;
+    [[nodiscard]] std::optional<foundation::Value> object(std::string_view key) const override;
+    void setObject(std::string_view key, foundation::Value value) override;
     void removeObject(std::string_view key) override;
 
     /// Has everything on the disk when it returns, for when the program may not come to the next

@@ -53,12 +53,12 @@ std::optional<std::string> PropertyList::serialize() const {
     return readableBytes(root_);
 }
 
-std::optional<UserDefaults::Object> PropertyList::object(std::string_view key) const {
+std::optional<foundation::Value> PropertyList::object(std::string_view key) const {
     plist_t node = plist_dict_get_item(root_.get(), std::string(key).c_str());
     return node != nullptr ? std::optional(propertyListObject(node)) : std::nullopt;
 }
 
-bool PropertyList::setObject(std::string_view key, const UserDefaults::Object& object) {
+bool PropertyList::setObject(std::string_view key, const foundation::Value& object) {
     PropertyListNode node = makePropertyListNode(object);
     if (!node) {
         return false;

@@ -25,11 +25,11 @@ class PropertyList {
     /// parse() takes whatever this has given, or where memory ends.
     [[nodiscard]] std::optional<std::string> serialize() const;
 
-    [[nodiscard]] std::optional<UserDefaults::Object> object(std::string_view key) const;
+    [[nodiscard]] std::optional<foundation::Value> object(std::string_view key) const;
 
-    /// Returns whether that changed anything: what cannot be stored never does, UserDefaults::Other
+    /// Returns whether that changed anything: what cannot be stored never does, foundation::Other
     /// included, since only what was there before knows what it is.
-    bool setObject(std::string_view key, const UserDefaults::Object& object);
+    bool setObject(std::string_view key, const foundation::Value& object);
     bool removeObject(std::string_view key);
 
   private:

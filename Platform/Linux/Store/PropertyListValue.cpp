@@ -118,7 +118,7 @@ PropertyListNode makeNode(Date date) {
 PropertyListNode makeNode(const foundation::Dictionary& dictionary) {
     PropertyListNode node(plist_new_dict());
     for (const auto& [key, value] : dictionary) {
-        PropertyListNode item = std::visit([](const auto& held) { return makeNode(held); }, value);
+        PropertyListNode item = makePropertyListNode(value);
         if (!node || !item || !isPropertyListText(key)) {
             return nullptr;
         }
@@ -127,14 +127,14 @@ PropertyListNode makeNode(const foundation::Dictionary& dictionary) {
     return node;
 }
 
-PropertyListNode makeNode(UserDefaults::Other /*object*/) {
+PropertyListNode makeNode(foundation::Other /*object*/) {
     return nullptr;
 }
 
-UserDefaults::Object integerOf(void* node) {
+foundation::Value integerOf(void* node) {
     const std::string list = binaryPropertyList(node);
     if (list.size() <= magic.size()) {
-        return UserDefaults::Other{};
+        return foundation::Other{};
     }
     const std::string_view object = std::string_view(list).substr(magic.size());
     const std::size_t size = std::size_t{1} << (static_cast<std::uint8_t>(object[0]) & 0x0FU);
@@ -148,17 +148,17 @@ UserDefaults::Object integerOf(void* node) {
     return static_cast<std::int64_t>(value);
 }
 
-UserDefaults::Object dateOf(void* node) {
+foundation::Value dateOf(void* node) {
     const std::string list = binaryPropertyList(node);
     if (list.size() < magic.size() + 1 + sizeof(double)) {
-        return UserDefaults::Other{};
+        return foundation::Other{};
     }
     const auto seconds = std::bit_cast<double>(
         bigEndian(std::string_view(list).substr(magic.size() + 1, sizeof(double))));
     // What microseconds in 64 bits can tell. Written so that NaN fails it.
     constexpr double limit = 9.2e12;
     if (!(seconds > -limit && seconds < limit)) {
-        return UserDefaults::Other{};
+        return foundation::Other{};
     }
     const double wholeSeconds = std::floor(seconds);
     const double rest = (seconds - wholeSeconds) * static_cast<double>(microsecondsPerSecond);
@@ -166,7 +166,7 @@ UserDefaults::Object dateOf(void* node) {
            std::chrono::microseconds(std::llround(rest));
 }
 
-UserDefaults::Object scalarOf(void* node) {
+foundation::Value scalarOf(void* node) {
     switch (plist_get_node_type(node)) {
     case PLIST_BOOLEAN: {
         std::uint8_t value = 0;
@@ -185,7 +185,7 @@ UserDefaults::Object scalarOf(void* node) {
     case PLIST_DATE:
         return dateOf(node);
     default:
-        return UserDefaults::Other{};
+        return foundation::Other{};
     }
 }
 
@@ -201,13 +201,7 @@ foundation::Dictionary dictionaryOf(void* node) {
         if (key == nullptr || item == nullptr) {
             break;
         }
-        std::visit(
-            [&](const auto& held) {
-                if constexpr (std::is_constructible_v<foundation::Value, decltype(held)>) {
-                    dictionary.insert_or_assign(key, foundation::Value(held));
-                }
-            },
-            scalarOf(item));
+        dictionary.insert_or_assign(key, propertyListObject(item));
     }
     std::free(iterator);
     return dictionary;
@@ -215,7 +209,7 @@ foundation::Dictionary dictionaryOf(void* node) {
 
 } // namespace
 
-PropertyListNode makePropertyListNode(const UserDefaults::Object& object) {
+PropertyListNode makePropertyListNode(const foundation::Value& object) {
     return std::visit([](const auto& held) { return makeNode(held); }, object);
 }
 
@@ -223,7 +217,7 @@ bool isPropertyListText(const std::string& text) {
     return makeNode(text) != nullptr;
 }
 
-UserDefaults::Object propertyListObject(void* node) {
+foundation::Value propertyListObject(void* node) {
     if (plist_get_node_type(node) == PLIST_DICT) {
         return dictionaryOf(node);
     }

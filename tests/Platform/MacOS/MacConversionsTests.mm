@@ -3,14 +3,17 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
 namespace {
 
+using namespace std::chrono_literals;
+using foundation::Date;
 using foundation::Dictionary;
+using foundation::Other;
 using foundation::Value;
 
 class MacConversionsTests : public testing::Test {
@@ -40,32 +43,36 @@ TEST_F(MacConversionsTests, NullIsAnEmptyText) {
 }
 
 TEST_F(MacConversionsTests, EachValueComesBackWithItsType) {
-    for (const Value& value : {Value(true),
-                               Value(false),
-                               Value(std::int64_t{-5}),
-                               Value(std::uint64_t{1} << 63),
-                               Value(0.5),
-                               Value(std::string("text"))}) {
+    for (const Value& value :
+         {Value(true),
+          Value(false),
+          Value(std::int64_t{-5}),
+          Value(std::uint64_t{1} << 63),
+          Value(0.5),
+          Value(std::string("text")),
+          Value(Date(1'700'000'000s)),
+          Value(Dictionary{{"flag", true}, {"inner", Dictionary{{"a", 0.5}}}})}) {
         EXPECT_EQ(platform::valueOf(platform::nsObject(value)), value);
     }
 }
 
-TEST_F(MacConversionsTests, AnObjectOfAnotherTypeIsNoValue) {
-    EXPECT_EQ(platform::valueOf([NSDate date]), std::nullopt);
-    EXPECT_EQ(platform::valueOf(@[]), std::nullopt);
+TEST_F(MacConversionsTests, AnObjectOfAnotherTypeIsOther) {
+    EXPECT_EQ(platform::valueOf(@[]), Value(Other{}));
+    EXPECT_EQ(platform::valueOf(nil), Value(Other{}));
+    EXPECT_EQ(platform::valueOf([NSDate dateWithTimeIntervalSince1970:1e13]), Value(Other{}));
 }
 
-TEST_F(MacConversionsTests, ADictionaryIsReadWithoutWhatItCannotHold) {
+TEST_F(MacConversionsTests, NothingIsMadeOfOther) {
+    EXPECT_EQ(platform::nsObject(Other{}), nil);
+    EXPECT_EQ(platform::nsObject(Dictionary{{"a", 0.5}, {"b", Other{}}}), nil);
+}
+
+TEST_F(MacConversionsTests, ADictionaryIsReadWithoutKeysThatAreNotStrings) {
     EXPECT_EQ(platform::dictionaryOf(
                   @{@"a" : @0.5,
                     @"b" : @[],
                     @1 : @2}),
-              (Dictionary{{"a", 0.5}}));
-}
-
-TEST_F(MacConversionsTests, ADictionaryComesBack) {
-    const Dictionary dictionary{{"flag", true}, {"keyCode", std::int64_t{5}}, {"name", "g"}};
-    EXPECT_EQ(platform::dictionaryOf(platform::nsDictionary(dictionary)), dictionary);
+              (Dictionary{{"a", 0.5}, {"b", Other{}}}));
 }
 
 } // namespace

@@ -8,12 +8,11 @@
 
 namespace {
 
+using foundation::Value;
 using platform::MemoryUserDefaults;
-using platform::UserDefaults;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
-using Object = UserDefaults::Object;
 using Write = MemoryUserDefaults::Write;
 
 TEST(MemoryUserDefaultsTests, KeepWhatIsStoredWithItsType) {
@@ -22,11 +21,11 @@ TEST(MemoryUserDefaultsTests, KeepWhatIsStoredWithItsType) {
     defaults.setObject("flag", false);
     defaults.setObject("seconds", 5.0);
     EXPECT_THAT(defaults.contents(),
-                ElementsAre(Pair("count", Object(std::uint64_t{5})),
-                            Pair("flag", Object(false)),
-                            Pair("seconds", Object(5.0))));
-    EXPECT_EQ(defaults.object("seconds"), Object(5.0));
-    EXPECT_NE(defaults.object("count"), Object(std::int64_t{5}));
+                ElementsAre(Pair("count", Value(std::uint64_t{5})),
+                            Pair("flag", Value(false)),
+                            Pair("seconds", Value(5.0))));
+    EXPECT_EQ(defaults.object("seconds"), Value(5.0));
+    EXPECT_NE(defaults.object("count"), Value(std::int64_t{5}));
     EXPECT_EQ(defaults.object("other"), std::nullopt);
 }
 
@@ -34,7 +33,7 @@ TEST(MemoryUserDefaultsTests, ReplaceAndRemove) {
     MemoryUserDefaults defaults;
     defaults.setObject("key", 5.0);
     defaults.setObject("key", "five");
-    EXPECT_EQ(defaults.object("key"), Object("five"));
+    EXPECT_EQ(defaults.object("key"), Value("five"));
     defaults.removeObject("key");
     defaults.removeObject("key");
     EXPECT_EQ(defaults.object("key"), std::nullopt);
@@ -50,7 +49,7 @@ TEST(MemoryUserDefaultsTests, RecordEveryChangeInOrder) {
                 ElementsAre(Write{"key", 5.0}, Write{"key", std::nullopt}, Write{"key", true}));
     defaults.clearWrites();
     EXPECT_THAT(defaults.writes(), IsEmpty());
-    EXPECT_EQ(defaults.object("key"), Object(true));
+    EXPECT_EQ(defaults.object("key"), Value(true));
 }
 
 } // namespace

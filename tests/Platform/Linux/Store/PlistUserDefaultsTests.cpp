@@ -32,7 +32,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing_support::EnvironmentVariable;
-using Object = platform::UserDefaults::Object;
+using Object = foundation::Value;
 
 std::string contentsOf(const fs::path& path) {
     std::ifstream file(path, std::ios::binary);
@@ -161,7 +161,7 @@ TEST_F(PlistUserDefaultsTests, KeepWhatAnotherVersionStored) {
     restart();
     EXPECT_TRUE(contentsOf(path_).starts_with("bplist"));
     EXPECT_EQ(defaults_->object("a"), Object(360.0));
-    EXPECT_EQ(defaults_->object("list"), Object(platform::UserDefaults::Other{}));
+    EXPECT_EQ(defaults_->object("list"), Object(foundation::Other{}));
     EXPECT_THAT(log_.messages(), IsEmpty());
     EXPECT_THAT(otherFiles(), IsEmpty());
 }

@@ -27,8 +27,8 @@ using std::chrono::March;
 using std::chrono::microseconds;
 using std::chrono::November;
 using std::chrono::sys_days;
-using Object = platform::UserDefaults::Object;
-using Other = platform::UserDefaults::Other;
+using Object = foundation::Value;
+using Other = foundation::Other;
 
 /// What a later start of the program reads.
 PropertyList readAgain(const PropertyList& list) {
@@ -272,14 +272,18 @@ TEST(PropertyListTests, KeepsDictionariesWithTheTypesOfTheirValues) {
                             {"text", std::string("\xC3\xA9")}});
 }
 
-TEST(PropertyListTests, ReadsADictionaryWithoutTheValuesThatItCannotHold) {
+TEST(PropertyListTests, ReadsADictionaryWithAllItsValues) {
     const PropertyList list = parsed(xml("<key>a</key><dict>"
                                          "<key>date</key><date>2024-03-07T10:00:00Z</date>"
                                          "<key>list</key><array><true/></array>"
                                          "<key>inner</key><dict/>"
                                          "<key>kept</key><integer>-7</integer>"
                                          "</dict>"));
-    EXPECT_EQ(list.object("a"), Object(Dictionary{{"kept", std::int64_t{-7}}}));
+    EXPECT_EQ(list.object("a"),
+              Object(Dictionary{{"date", Date{sys_days(2024y / March / 7) + 10h}},
+                                {"inner", Dictionary{}},
+                                {"kept", std::int64_t{-7}},
+                                {"list", Other{}}}));
 }
 
 TEST(PropertyListTests, TellsWhetherAnythingChanged) {
