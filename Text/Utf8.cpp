@@ -1,79 +1,13 @@
 #include "Text/Utf8.h"
 
 #include <algorithm>
-#include <cstdint>
 
 namespace text {
-
-namespace {
-
-constexpr std::size_t blockSize = 32;
-
-/// How a byte begins a character: the character's length, the bits that the byte contributes, and
-/// the range of the byte that follows. Length 0 begins nothing beyond ASCII.
-struct LeadByte {
-    std::size_t length = 0;
-    char32_t bits = 0;
-    std::uint8_t secondLow = 0x80;
-    std::uint8_t secondHigh = 0xBF;
-};
-
-std::uint8_t byteAt(std::string_view text, std::size_t index) {
-    return static_cast<std::uint8_t>(text[index]);
-}
-
-LeadByte leadByte(std::uint8_t byte) {
-    if (byte >= 0xC2 && byte <= 0xDF) {
-        return {.length = 2, .bits = byte & 0x1FU};
-    }
-    if (byte >= 0xE0 && byte <= 0xEF) {
-        // Neither a longer form than needed nor a surrogate.
-        return {.length = 3,
-                .bits = byte & 0x0FU,
-                .secondLow = byte == 0xE0 ? std::uint8_t{0xA0} : std::uint8_t{0x80},
-                .secondHigh = byte == 0xED ? std::uint8_t{0x9F} : std::uint8_t{0xBF}};
-    }
-    if (byte >= 0xF0 && byte <= 0xF4) {
-        // Neither a longer form than needed nor beyond U+10FFFF.
-        return {.length = 4,
-                .bits = byte & 0x07U,
-                .secondLow = byte == 0xF0 ? std::uint8_t{0x90} : std::uint8_t{0x80},
-                .secondHigh = byte == 0xF4 ? std::uint8_t{0x8F} : std::uint8_t{0xBF}};
-    }
-    return {};
-}
-
-bool isAsciiBlock(const char* block) {
-    unsigned char bits = 0;
-    for (std::size_t i = 0; i < blockSize; ++i) {
-        bits |= static_cast<unsigned char>(block[i]);
-    }
-    return bits < 0x80;
-}
-
-} // namespace
-
-DecodedCharacter decodeFirstBeyondAscii(std::string_view text) {
-    const LeadByte lead = leadByte(byteAt(text, 0));
-    if (lead.length == 0) {
-        return {.codePoint = replacementCharacter, .length = 1, .isWellFormed = false};
-    }
-    char32_t codePoint = lead.bits;
-    for (std::size_t i = 1; i < lead.length; ++i) {
-        const std::uint8_t low = i == 1 ? lead.secondLow : 0x80;
-        const std::uint8_t high = i == 1 ? lead.secondHigh : 0xBF;
-        if (i == text.size() || byteAt(text, i) < low || byteAt(text, i) > high) {
-            return {.codePoint = replacementCharacter, .length = i, .isWellFormed = false};
-        }
-        codePoint = codePoint << 6U | (byteAt(text, i) & 0x3FU);
-    }
-    return {.codePoint = codePoint, .length = lead.length, .isWellFormed = true};
-}
 
 DecodedCharacter decodeLastBeyondAscii(std::string_view text) {
     for (std::size_t length = 2; length <= std::min<std::size_t>(4, text.size()); ++length) {
         const std::string_view tail = text.substr(text.size() - length);
-        if ((byteAt(tail, 0) & 0xC0U) != 0x80U) {
+        if ((static_cast<unsigned char>(tail.front()) & 0xC0U) != 0x80U) {
             const DecodedCharacter character = decodeFirst(tail);
             if (character.isWellFormed && character.length == length) {
                 return character;
@@ -82,25 +16,6 @@ DecodedCharacter decodeLastBeyondAscii(std::string_view text) {
         }
     }
     return {.codePoint = replacementCharacter, .length = 1, .isWellFormed = false};
-}
-
-std::size_t wellFormedPrefixLength(std::string_view text) {
-    std::size_t at = 0;
-    while (at < text.size()) {
-        if (text.size() - at >= blockSize && isAsciiBlock(text.data() + at)) {
-            at += blockSize;
-            continue;
-        }
-        const std::size_t blockEnd = std::min(text.size(), at + blockSize);
-        while (at < blockEnd) {
-            const DecodedCharacter character = decodeFirst(text.substr(at));
-            if (!character.isWellFormed) {
-                return at;
-            }
-            at += character.length;
-        }
-    }
-    return at;
 }
 
 } // namespace text

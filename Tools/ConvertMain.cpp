@@ -1,9 +1,9 @@
 // pastewise-convert: the conversion of the clipboard as a filter, for scripts and pipes.
 
 #include "Foundation/TextBuffer.h"
+#include "Foundation/Utf8.h"
 #include "Text/LineList.h"
 #include "Text/SheetDocument.h"
-#include "Text/Utf8Repair.h"
 #include "Tools/ConvertMode.h"
 #include "Tools/ConvertOutput.h"
 #include "Tools/Descriptor.h"
@@ -79,7 +79,7 @@ ExitCode convert(ConvertMode mode) {
         return failure;
     }
     const text::ConversionPayload payload =
-        text::makeSheetDocument(text::processText(text::repairUtf8(std::move(input))));
+        text::makeSheetDocument(text::processText(foundation::repairUtf8(std::move(input))));
     switch (mode) {
     case ConvertMode::plainText:
         return writeOutput(payload.plainText.view());

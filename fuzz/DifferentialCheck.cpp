@@ -2,12 +2,12 @@
 
 #include "Foundation/FatalError.h"
 #include "Foundation/TextBuffer.h"
+#include "Foundation/Utf8.h"
 #include "Text/GraphemeClusters.h"
 #include "Text/HtmlEscape.h"
 #include "Text/LineList.h"
 #include "Text/SheetDocument.h"
 #include "Text/Trim.h"
-#include "Text/Utf8Repair.h"
 #include "tests/Reference/ReferenceConversion.h"
 
 #include <array>
@@ -59,7 +59,7 @@ Conversion convertFast(std::string_view text) {
 }
 
 std::optional<std::string> findDifference(std::string_view bytes, const Converter& converter) {
-    const TextBuffer repaired = text::repairUtf8(TextBuffer(bytes));
+    const TextBuffer repaired = foundation::repairUtf8(TextBuffer(bytes));
     const std::string text = reference::repairUtf8(bytes);
     const std::vector<std::string> lines = reference::processText(text);
     const reference::Payload payload = reference::generateHTML(lines);

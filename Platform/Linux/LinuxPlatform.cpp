@@ -26,7 +26,6 @@
 #include "Platform/PlatformOf.h"
 #include "Platform/Posix/FileStandardOutput.h"
 #include "Platform/Posix/SystemClock.h"
-#include "Text/Utf8Repair.h"
 
 #include <QApplication>
 #include <chrono>
@@ -127,11 +126,8 @@ std::optional<DisplayServices> makeX11Services(DesktopProcess& process,
     if (!hotKeys) {
         return std::nullopt;
     }
-    auto pasteboard = std::make_unique<X11Pasteboard>(std::move(connection),
-                                                      process.eventLoop(),
-                                                      process.mainQueue(),
-                                                      process.loggers(),
-                                                      text::repairUtf8);
+    auto pasteboard = std::make_unique<X11Pasteboard>(
+        std::move(connection), process.eventLoop(), process.mainQueue(), process.loggers());
     auto handOver = [pasteboard = pasteboard.get()] { pasteboard->handOver(); };
     return DisplayServices{
         .pasteboard = std::move(pasteboard),

@@ -1,5 +1,6 @@
 #include "Platform/Linux/X11/X11Pasteboard.h"
 
+#include "Foundation/Utf8.h"
 #include "Platform/Linux/X11/ClipboardHandOver.h"
 
 #include <chrono>
@@ -20,12 +21,10 @@ X11Pasteboard::X11Pasteboard(std::unique_ptr<X11Connection> connection,
                              EventLoop& loop,
                              MainQueue& queue,
                              const foundation::LoggerFactory& loggers,
-                             Repair repair,
                              const X11PasteboardLimits& limits)
     : connection_(std::move(connection)),
       queue_(queue),
       logger_(loggers.logger("X11Pasteboard")),
-      repair_(std::move(repair)),
       limits_(limits),
       atoms_(*connection_),
       events_(*connection_),
@@ -85,7 +84,7 @@ std::optional<foundation::TextBuffer> X11Pasteboard::string(PasteboardType type)
         } else if (current != XCB_WINDOW_NONE) {
             text = reader_.read(type);
             if (text) {
-                text = repair_(std::move(*text));
+                text = foundation::repairUtf8(std::move(*text));
             }
         }
     } catch (const std::bad_alloc&) {

@@ -12,7 +12,6 @@
 #include "Platform/MainQueue.h"
 #include "Platform/Pasteboard.h"
 
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -31,15 +30,11 @@ namespace platform {
 /// Main thread only.
 class X11Pasteboard final : public Pasteboard {
   public:
-    /// Turns what another program sent as UTF-8 into well-formed UTF-8. May throw std::bad_alloc.
-    using Repair = std::function<foundation::TextBuffer(foundation::TextBuffer)>;
-
     /// The connection is for this object alone. Loop and queue outlive it.
     X11Pasteboard(std::unique_ptr<X11Connection> connection,
                   EventLoop& loop,
                   MainQueue& queue,
                   const foundation::LoggerFactory& loggers,
-                  Repair repair,
                   const X11PasteboardLimits& limits = {});
     ~X11Pasteboard() override;
 
@@ -59,7 +54,6 @@ class X11Pasteboard final : public Pasteboard {
     const std::unique_ptr<X11Connection> connection_;
     MainQueue& queue_;
     const foundation::Logger logger_;
-    const Repair repair_;
     const X11PasteboardLimits limits_;
     const X11ClipboardAtoms atoms_;
     X11EventQueue events_;

@@ -7,11 +7,7 @@
 namespace testing_support {
 
 X11PasteboardOnALoop::X11PasteboardOnALoop(const std::string& display)
-    : pasteboard_(platform::X11Connection::open(display),
-                  loop_,
-                  queue_,
-                  loggers_,
-                  [](foundation::TextBuffer text) { return text; }) {}
+    : pasteboard_(platform::X11Connection::open(display), loop_, queue_, loggers_) {}
 
 void SingleX11Pasteboard::clearContents() {
     world_.pasteboard().clearContents();

@@ -25,7 +25,7 @@ void X11ClipboardTest::open() {
     auto connection = platform::X11Connection::open(server_->display());
     ASSERT_NE(connection, nullptr);
     pasteboard_ = std::make_unique<platform::X11Pasteboard>(
-        std::move(connection), loop_, queue_, loggers_, repair_, limits_);
+        std::move(connection), loop_, queue_, loggers_, limits_);
 }
 
 std::optional<std::string> X11ClipboardTest::read(PasteboardType type) const {

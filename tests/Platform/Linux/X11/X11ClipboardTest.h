@@ -32,7 +32,7 @@ class X11ClipboardTest : public testing::Test {
     /// Whatever was logged, none of it is what the clipboard held.
     void TearDown() override;
 
-    /// Makes the pasteboard under test, with limits_ and repair_.
+    /// Makes the pasteboard under test, with limits_.
     void open();
 
     /// The pasteboard's text; none stays none.
@@ -79,7 +79,6 @@ class X11ClipboardTest : public testing::Test {
     platform::MemoryLogSink sink_;
     foundation::LoggerFactory loggers_{sink_, "com.app.pastewise"};
     platform::X11PasteboardLimits limits_;
-    platform::X11Pasteboard::Repair repair_ = [](foundation::TextBuffer text) { return text; };
     std::unique_ptr<platform::X11Pasteboard> pasteboard_;
 };
 

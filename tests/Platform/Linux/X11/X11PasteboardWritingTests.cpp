@@ -303,7 +303,7 @@ TEST_F(X11PasteboardWritingTests, OutlivesTheServerAndDoesNotSpinAfterwards) {
 
     CountingLoop loop(loop_);
     pasteboard_ = std::make_unique<platform::X11Pasteboard>(
-        platform::X11Connection::open(server_->display()), loop, queue_, loggers_, repair_);
+        platform::X11Connection::open(server_->display()), loop, queue_, loggers_);
     ASSERT_TRUE(convert("list", "<b>list</b>"));
     server_.reset();
     // As in the program itself, where nobody has asked for broken pipes to be ignored.
