@@ -45,7 +45,7 @@ std::optional<KeyCombo> enabledCombo(const Dictionary& hotKey) {
     return KeyCombo(*keyCode, *modifierMask);
 }
 
-void appendCombos(const std::vector<std::optional<MainMenu::Item>>& items,
+void appendCombos(const std::vector<std::optional<MainMenuItem>>& items,
                   std::vector<KeyCombo>& combos) {
     for (const auto& item : items) {
         if (!item) {
@@ -155,13 +155,12 @@ std::span<const KeyCombo> KeyCombo::standardKeyCombos() {
     return combos;
 }
 
-std::vector<KeyCombo> KeyCombo::systemKeyCombos(SymbolicHotKeys& symbolicHotKeys) {
+std::vector<KeyCombo> KeyCombo::systemKeyCombos(const SymbolicHotKeys& symbolicHotKeys) {
     std::vector<KeyCombo> combos;
-    const auto answer = symbolicHotKeys.copySymbolicHotKeys();
-    if (answer.status != noErr || !answer.hotKeys) {
+    if (symbolicHotKeys.status != noErr || !symbolicHotKeys.hotKeys) {
         return combos;
     }
-    for (const Dictionary& hotKey : *answer.hotKeys) {
+    for (const Dictionary& hotKey : *symbolicHotKeys.hotKeys) {
         if (const auto combo = enabledCombo(hotKey)) {
             combos.push_back(*combo);
         }
@@ -169,9 +168,10 @@ std::vector<KeyCombo> KeyCombo::systemKeyCombos(SymbolicHotKeys& symbolicHotKeys
     return combos;
 }
 
-std::vector<KeyCombo> KeyCombo::mainMenuKeyCombos(MainMenu& mainMenu) {
+std::vector<KeyCombo>
+KeyCombo::mainMenuKeyCombos(const std::vector<std::optional<MainMenuItem>>& items) {
     std::vector<KeyCombo> combos;
-    appendCombos(mainMenu.items(), combos);
+    appendCombos(items, combos);
     return combos;
 }
 

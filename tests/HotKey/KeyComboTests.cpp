@@ -1,6 +1,4 @@
 #include "HotKey/KeyCombo.h"
-#include "Platform/Memory/MemoryMainMenu.h"
-#include "Platform/Memory/MemorySymbolicHotKeys.h"
 
 #include <gtest/gtest.h>
 
@@ -15,10 +13,8 @@ namespace {
 using foundation::Dictionary;
 using hotkey::Key;
 using hotkey::KeyCombo;
+using hotkey::MainMenuItem;
 using hotkey::ModifierFlags;
-using platform::MemoryMainMenu;
-using platform::MemorySymbolicHotKeys;
-using Item = hotkey::MainMenu::Item;
 
 constexpr std::uint32_t noKeysCode = 0x34;
 
@@ -163,24 +159,19 @@ symbolicHotKey(foundation::Value enabled, foundation::Value code, foundation::Va
             {"kHISymbolicHotKeyModifiers", std::move(modifiers)}};
 }
 
-std::vector<KeyCombo> systemKeyCombos(hotkey::SymbolicHotKeys::Answer answer) {
-    MemorySymbolicHotKeys symbolicHotKeys(std::move(answer));
-    return KeyCombo::systemKeyCombos(symbolicHotKeys);
-}
-
 TEST(KeyComboTests, AreNoneOfTheSystemsWhenItAnswersWithAnError) {
     EXPECT_TRUE(
-        systemKeyCombos(
+        KeyCombo::systemKeyCombos(
             {.status = -1, .hotKeys = {{symbolicHotKey(true, std::int64_t{5}, std::int64_t{256})}}})
             .empty());
 }
 
 TEST(KeyComboTests, AreNoneOfTheSystemsWhenItsArrayIsNull) {
-    EXPECT_TRUE(systemKeyCombos({.status = 0, .hotKeys = std::nullopt}).empty());
+    EXPECT_TRUE(KeyCombo::systemKeyCombos({.status = 0, .hotKeys = std::nullopt}).empty());
 }
 
 TEST(KeyComboTests, AreTheSystemsWhoseThreeEntriesAreNumbersAndThatAreEnabled) {
-    EXPECT_EQ(systemKeyCombos(
+    EXPECT_EQ(KeyCombo::systemKeyCombos(
                   {.status = 0,
                    .hotKeys = {{symbolicHotKey(true, std::int64_t{49}, std::int64_t{256}),
                                 symbolicHotKey(false, std::int64_t{1}, std::int64_t{256}),
@@ -199,38 +190,37 @@ TEST(KeyComboTests, SkipsTheSystemsThatLackAnEntryOrHoldAnotherType) {
         hotKeys.push_back(complete);
         hotKeys.back().insert_or_assign(key, "1");
     }
-    EXPECT_TRUE(systemKeyCombos({.status = 0, .hotKeys = hotKeys}).empty());
+    EXPECT_TRUE(KeyCombo::systemKeyCombos({.status = 0, .hotKeys = hotKeys}).empty());
 }
 
 TEST(KeyComboTests, TakesTheLowThirtyTwoBitsOfTheSystemsNumbers) {
-    EXPECT_EQ(
-        systemKeyCombos({.status = 0,
-                         .hotKeys = {{symbolicHotKey(true, std::int64_t{-1}, std::int64_t{1} << 32),
-                                      symbolicHotKey(true,
-                                                     std::numeric_limits<double>::quiet_NaN(),
-                                                     std::numeric_limits<double>::infinity())}}}),
-        (std::vector<KeyCombo>{{0xFFFFFFFFU, 0U}, {0U, 0U}}));
+    EXPECT_EQ(KeyCombo::systemKeyCombos(
+                  {.status = 0,
+                   .hotKeys = {{symbolicHotKey(true, std::int64_t{-1}, std::int64_t{1} << 32),
+                                symbolicHotKey(true,
+                                               std::numeric_limits<double>::quiet_NaN(),
+                                               std::numeric_limits<double>::infinity())}}}),
+              (std::vector<KeyCombo>{{0xFFFFFFFFU, 0U}, {0U, 0U}}));
 }
 
-Item item(std::string keyEquivalent,
-          ModifierFlags mask,
-          std::vector<std::optional<Item>> submenu = {}) {
+MainMenuItem item(std::string keyEquivalent,
+                  ModifierFlags mask,
+                  std::vector<std::optional<MainMenuItem>> submenu = {}) {
     return {.keyEquivalent = std::move(keyEquivalent),
             .keyEquivalentModifierMask = mask,
             .submenu = std::move(submenu)};
 }
 
 TEST(KeyComboTests, AreNoneOfTheMainMenuWhenThereIsNone) {
-    MemoryMainMenu mainMenu({});
-    EXPECT_TRUE(KeyCombo::mainMenuKeyCombos(mainMenu).empty());
+    EXPECT_TRUE(KeyCombo::mainMenuKeyCombos({}).empty());
 }
 
 TEST(KeyComboTests, AreThoseOfEveryMainMenuItemAndItsSubmenus) {
     constexpr auto command = ModifierFlags::command;
-    MemoryMainMenu mainMenu(
-        {item("", {}, {item("q", command), item("", {}, {item("H", command)}), item("?", command)}),
-         item("k", command | ModifierFlags::shift, {item("\r", {})}),
-         item("c", command)});
+    const std::vector<std::optional<MainMenuItem>> mainMenu{
+        item("", {}, {item("q", command), item("", {}, {item("H", command)}), item("?", command)}),
+        item("k", command | ModifierFlags::shift, {item("\r", {})}),
+        item("c", command)};
     EXPECT_EQ(KeyCombo::mainMenuKeyCombos(mainMenu),
               (std::vector<KeyCombo>{{Key::q, command},
                                      {Key::h, command},
@@ -240,7 +230,8 @@ TEST(KeyComboTests, AreThoseOfEveryMainMenuItemAndItsSubmenus) {
 }
 
 TEST(KeyComboDeathTest, DiesOfAMainMenuElementThatIsNoItem) {
-    MemoryMainMenu mainMenu({item("", {}, {item("q", ModifierFlags::command), std::nullopt})});
+    const std::vector<std::optional<MainMenuItem>> mainMenu{
+        item("", {}, {item("q", ModifierFlags::command), std::nullopt})};
     EXPECT_DEATH(static_cast<void>(KeyCombo::mainMenuKeyCombos(mainMenu)),
                  "Fatal error: NSArray element failed to match the Swift Array Element type");
 }

@@ -7,8 +7,6 @@ namespace {
 
 class MacMainMenuTests : public testing::Test {
   protected:
-    ~MacMainMenuTests() override { NSApp.mainMenu = nil; }
-
     static NSMenuItem* item(NSString* key, NSEventModifierFlags modifiers) {
         NSMenuItem* const made = [[NSMenuItem alloc] initWithTitle:@"Item"
                                                             action:nil
@@ -18,15 +16,13 @@ class MacMainMenuTests : public testing::Test {
     }
 
     testing_support::AppKitLoop loop_;
-    platform::MacMainMenu mainMenu_;
 };
 
-TEST_F(MacMainMenuTests, IsEmptyWithoutAMainMenu) {
-    NSApp.mainMenu = nil;
-    EXPECT_TRUE(mainMenu_.items().empty());
+TEST_F(MacMainMenuTests, HasNoItemsWithoutAMenu) {
+    EXPECT_TRUE(platform::menuItems(nil).empty());
 }
 
-TEST_F(MacMainMenuTests, HoldsTheItemsOfTheMenuAndOfItsSubmenusWithTheirKeys) {
+TEST_F(MacMainMenuTests, ReadsTheKeysOfItemsAndSubmenus) {
     NSMenu* const file = [[NSMenu alloc] init];
     [file addItem:item(@"s", NSEventModifierFlagCommand | NSEventModifierFlagShift)];
     NSMenuItem* const fileItem = item(@"", 0);
@@ -34,9 +30,8 @@ TEST_F(MacMainMenuTests, HoldsTheItemsOfTheMenuAndOfItsSubmenusWithTheirKeys) {
     NSMenu* const menu = [[NSMenu alloc] init];
     [menu addItem:fileItem];
     [menu addItem:item(@"q", NSEventModifierFlagCommand)];
-    NSApp.mainMenu = menu;
 
-    const auto items = mainMenu_.items();
+    const auto items = platform::menuItems(menu);
     ASSERT_EQ(items.size(), 2U);
     ASSERT_TRUE(items[0] && items[1]);
     EXPECT_EQ(items[0]->keyEquivalent, "");

@@ -4,8 +4,8 @@
 
 namespace {
 
-TEST(MacSymbolicHotKeysTests, ListsShortcutsOfTheSystemWithItsKeys) {
-    const auto answer = platform::MacSymbolicHotKeys().copySymbolicHotKeys();
+TEST(MacSymbolicHotKeysTests, ListsTheSystemsShortcuts) {
+    const auto answer = platform::copySymbolicHotKeys();
     EXPECT_EQ(answer.status, hotkey::noErr);
     ASSERT_TRUE(answer.hotKeys);
     ASSERT_FALSE(answer.hotKeys->empty());
