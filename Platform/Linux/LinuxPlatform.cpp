@@ -19,7 +19,6 @@
 #include "Platform/Linux/WorkerThread.h"
 #include "Platform/Linux/X11/X11Connection.h"
 #include "Platform/Linux/X11/X11EventHotKeyService.h"
-#include "Platform/Linux/X11/X11KeyboardModifiers.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"
 #include "Platform/Linux/X11/X11TrayManagerSelection.h"
 #include "Platform/PlatformFactory.h"
@@ -115,7 +114,7 @@ struct DisplayServices {
     std::unique_ptr<Pasteboard> pasteboard;
     std::function<void()> handOverPasteboard;
     std::unique_ptr<hotkey::EventHotKeyService> hotKeys;
-    std::unique_ptr<KeyboardModifiers> keyboardModifiers;
+    NativeModifiers nativeModifiers;
     TrayManagerSelectionMaker makeTrayManagerSelection;
 };
 
@@ -129,11 +128,14 @@ std::optional<DisplayServices> makeX11Services(DesktopProcess& process,
     auto pasteboard = std::make_unique<X11Pasteboard>(
         std::move(connection), process.eventLoop(), process.mainQueue(), process.loggers());
     auto handOver = [pasteboard = pasteboard.get()] { pasteboard->handOver(); };
+    auto nativeModifiers = [hotKeys = hotKeys.get()](std::uint32_t state) {
+        return hotKeys->modifierFlags(state);
+    };
     return DisplayServices{
         .pasteboard = std::move(pasteboard),
         .handOverPasteboard = std::move(handOver),
         .hotKeys = std::move(hotKeys),
-        .keyboardModifiers = std::make_unique<X11KeyboardModifiers>(),
+        .nativeModifiers = std::move(nativeModifiers),
         .makeTrayManagerSelection = [&eventLoop = process.eventLoop()](auto didChange) {
             return X11TrayManagerSelection::open(eventLoop, std::move(didChange));
         }};
@@ -162,7 +164,7 @@ struct LinuxServices {
     TrayImages images;
     TrayStatusBar statusBar{application.connection(), display.makeTrayManagerSelection};
     QtToolkit toolkit;
-    QtKeyDownMonitors keyDownMonitors{display.keyboardModifiers.get()};
+    QtKeyDownMonitors keyDownMonitors{display.nativeModifiers};
 };
 
 class LinuxPlatform final : public PlatformOf<LinuxServices> {

@@ -150,6 +150,11 @@ TEST_P(EventHotKeyServiceContract, RefusesAForeignTarget) {
     EXPECT_NE(service().registerEventHotKey(5, 0x100, {}, {}, 0, reference), noErr);
     EXPECT_TRUE(reference.isNull());
     EXPECT_TRUE(backend_->takeElsewhere(commandG));
+    hotkey::EventHandlerRef handler;
+    EXPECT_NE(service().installEventHandler(
+                  {}, [](auto, auto, auto) { return noErr; }, {}, nullptr, handler),
+              noErr);
+    EXPECT_TRUE(handler.isNull());
 }
 
 TEST_P(EventHotKeyServiceContract, OffersAnEventToTheHandlerInstalledLastAndThenToTheOthers) {

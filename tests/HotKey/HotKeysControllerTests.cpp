@@ -103,7 +103,6 @@ TEST_F(HotKeysControllerTests, AsksForPressesAndReleasesInThatOrderWithoutUserDa
                 ElementsAre(hotkey::EventTypeSpec{.eventClass = 0x6B657962, .eventKind = 5},
                             hotkey::EventTypeSpec{.eventClass = 0x6B657962, .eventKind = 6}));
     EXPECT_EQ(installation.userData, nullptr);
-    EXPECT_EQ(installation.target, service_.getEventDispatcherTarget());
 }
 
 TEST_F(HotKeysControllerTests, DoesNothingForAHotKeyThatIsRegistered) {
@@ -256,15 +255,14 @@ TEST_F(HotKeysControllerTests, DeclinesAKeyDownWithoutAHandlerForIt) {
 
 TEST_F(HotKeysControllerTests, DeclinesANullEvent) {
     const HotKey hotKey(controller_, KeyCombo(5, 0x100), note('d'));
-    EXPECT_EQ(service_.sendNull(), -9874);
+    EXPECT_EQ(service_.installations().at(0).handler({}, {}, nullptr), -9874);
     EXPECT_EQ(notes_, "");
 }
 
 TEST_F(HotKeysControllerTests, PassesTheErrorOfReadingAnEventOn) {
     const HotKey hotKey(controller_, KeyCombo(5, 0x100), note('d'));
-    EXPECT_EQ(
-        service_.send({.hotKeyID = {.signature = ourSignature, .id = 1}, .parameterStatus = -9870}),
-        -9870);
+    service_.refuseParameters(-9870);
+    EXPECT_EQ(service_.press(commandG), -9870);
     EXPECT_EQ(notes_, "");
 }
 

@@ -1,7 +1,5 @@
 #include "Platform/Linux/Qt/QtKeyDownMonitors.h"
 
-#include "Platform/Linux/Qt/QtKeyEvents.h"
-
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QInputMethod>
@@ -24,7 +22,8 @@ class QtKeyDownMonitors::Filter final : public QObject {
     QtKeyDownMonitors& monitors_;
 };
 
-QtKeyDownMonitors::QtKeyDownMonitors(const KeyboardModifiers* keyboard) : keyboard_(keyboard) {}
+QtKeyDownMonitors::QtKeyDownMonitors(NativeModifiers nativeModifiers)
+    : nativeModifiers_(std::move(nativeModifiers)) {}
 
 QtKeyDownMonitors::~QtKeyDownMonitors() = default;
 
@@ -119,7 +118,7 @@ bool QtKeyDownMonitors::offer(const QKeyEvent& event) {
     }
     // Whatever was released before has no repetitions any more.
     std::erase_if(held_, [](const auto& press) { return press.second.has_value(); });
-    std::optional<KeyEvent> remaining = keyEvent(event, keyboard_);
+    std::optional<KeyEvent> remaining = keyEvent(event, nativeModifiers_);
     handlers_.notify(remaining);
     if (remaining) {
         held_.erase(nativeKeyCode);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/KeyDownMonitors.h"
-#include "Platform/Linux/KeyboardModifiers.h"
+#include "Platform/Linux/Qt/QtKeyEvents.h"
 
 #include <QtGlobal>
 #include <map>
@@ -22,9 +22,8 @@ namespace platform {
 /// installed while there is no monitor. Needs a QApplication from the first monitor on.
 class QtKeyDownMonitors final : public KeyDownMonitors {
   public:
-    /// `keyboard` says what the modifier bits of key events mean; it outlives this object, and is
-    /// null where only Qt knows.
-    explicit QtKeyDownMonitors(const KeyboardModifiers* keyboard);
+    /// Qt's own reading of the modifiers is taken when `nativeModifiers` is empty.
+    explicit QtKeyDownMonitors(NativeModifiers nativeModifiers = {});
     ~QtKeyDownMonitors() override;
 
     [[nodiscard]] foundation::ObserverToken addLocalMonitor(Handler handler) override;
@@ -49,7 +48,7 @@ class QtKeyDownMonitors final : public KeyDownMonitors {
     [[nodiscard]] bool repeatsSwallowedPress(const QKeyEvent& event) const;
     void installOrRemoveFilter();
 
-    const KeyboardModifiers* keyboard_;
+    NativeModifiers nativeModifiers_;
     foundation::ObserverList<std::optional<KeyEvent>&> handlers_;
     std::set<foundation::ObserverToken> tokens_;
     std::optional<Decision> decision_;

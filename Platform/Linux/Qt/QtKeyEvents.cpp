@@ -1,8 +1,7 @@
 #include "Platform/Linux/Qt/QtKeyEvents.h"
 
 #include "HotKey/Key.h"
-#include "Platform/Linux/CarbonKeyCodes.h"
-#include "Platform/Linux/KeyPlaceFlags.h"
+#include "Platform/Linux/Keys/KeyCodes.h"
 
 #include <QKeyEvent>
 #include <algorithm>
@@ -17,8 +16,6 @@ namespace {
 using hotkey::Key;
 using hotkey::ModifierFlags;
 
-/// X11's and Wayland's key codes are the kernel's plus this.
-constexpr quint32 firstNativeKeyCode = 8;
 /// The lock bit of X11's and Wayland's modifier states, which is that of Caps Lock alone.
 constexpr quint32 lockBit = 0x2;
 
@@ -28,26 +25,11 @@ constexpr std::array<std::pair<quint32, quint32>, 4> modifierSymbols{
     {{0xFE01, 0xFE13}, {0xFFE1, 0xFFEE}, {0xFF7E, 0xFF7E}, {0xFF7F, 0xFF7F}}};
 
 bool isModifierPlace(Key key) {
-    constexpr std::array places{Key::command,
-                                Key::rightCommand,
-                                Key::option,
-                                Key::rightOption,
-                                Key::control,
-                                Key::rightControl,
-                                Key::shift,
-                                Key::rightShift,
-                                Key::function,
-                                Key::capsLock,
-                                Key::keypadClear};
-    return std::find(places.begin(), places.end(), key) != places.end();
+    return (key >= Key::command && key <= Key::capsLock) || key == Key::keypadClear;
 }
 
 std::optional<Key> keyAt(quint32 nativeKeyCode) {
-    if (nativeKeyCode < firstNativeKeyCode || nativeKeyCode > UINT16_MAX) {
-        return std::nullopt;
-    }
-    const auto code = carbonKeyCode(static_cast<std::uint16_t>(nativeKeyCode - firstNativeKeyCode));
-    const auto key = code ? hotkey::keyFromCarbonKeyCode(*code) : std::nullopt;
+    const auto key = keyFromXkbKeyCode(nativeKeyCode);
     return key && isModifierPlace(*key) ? std::nullopt : key;
 }
 
@@ -89,14 +71,13 @@ bool isModifierKey(const QKeyEvent& event) {
     return std::find(keys.begin(), keys.end(), event.key()) != keys.end();
 }
 
-KeyEvent keyEvent(const QKeyEvent& event, const KeyboardModifiers* keyboard) {
+KeyEvent keyEvent(const QKeyEvent& event, const NativeModifiers& nativeModifiers) {
     KeyEvent translated;
-    const auto known =
-        keyboard == nullptr ? std::nullopt : keyboard->modifierFlags(event.nativeModifiers());
-    translated.modifierFlags = known ? *known : heldModifiers(event);
+    translated.modifierFlags =
+        nativeModifiers ? nativeModifiers(event.nativeModifiers()) : heldModifiers(event);
     if (const auto key = keyAt(event.nativeScanCode())) {
         translated.keyCode = hotkey::carbonKeyCode(*key);
-        translated.modifierFlags = translated.modifierFlags | keyPlaceFlags(*key);
+        translated.modifierFlags = translated.modifierFlags | positionFlags(*key);
     }
     return translated;
 }

@@ -1,39 +1,35 @@
 #pragma once
 
 #include "Foundation/WeakReference.h"
-#include "HotKey/CarbonEvents.h"
-#include "HotKey/EventHotKeyService.h"
+#include "HotKey/HotKeyEventDispatcher.h"
+#include "HotKey/ModifierFlags.h"
 #include "Platform/Linux/EventLoop.h"
-#include "Platform/Linux/HotKeyEventTarget.h"
 #include "Platform/Linux/X11/X11Connection.h"
 #include "Platform/Linux/X11/X11Modifiers.h"
 #include "Platform/MainQueue.h"
 
-#include <bitset>
-#include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
 namespace platform {
 
-/// System-wide hot keys by grabbing keys from the X server, on a connection of its own.
+/// System-wide hot keys: grabs keys on the X server, over a connection of its own.
 ///
-/// It grabs places on the keyboard, not symbols, so a hot key works under every layout; with every
-/// state of Caps Lock, NumLock and ScrollLock; and again when the keyboard changes. A combination
-/// of which any of these variants belongs to another program, or that the keyboard cannot type, is
-/// refused as a whole. A held key is one press. When the server goes, hot keys fall silent.
-class X11EventHotKeyService final : public hotkey::EventHotKeyService {
+/// It grabs key positions, not keysyms, so a hot key works under every layout and every state of
+/// Caps Lock, NumLock and ScrollLock, and moves its grabs when the keyboard changes. A combination
+/// is refused as a whole if another client has any of its variants or the keyboard cannot type it.
+/// A held key is one press. Once the server is gone, no more events are sent.
+class X11EventHotKeyService final : public hotkey::HotKeyEventDispatcher {
   public:
-    /// Connects to `display`, or where DISPLAY points when it is empty. None when there is no
-    /// server, or one without the keyboard extension. The loop and the queue outlive the service.
+    /// Connects to `display`, or to DISPLAY if it is empty. Null if there is no server or it lacks
+    /// the keyboard extension. The loop and the queue outlive the service.
     [[nodiscard]] static std::unique_ptr<X11EventHotKeyService>
     open(EventLoop& eventLoop, MainQueue& mainQueue, const std::string& display = {});
 
-    [[nodiscard]] hotkey::EventTargetRef getEventDispatcherTarget() override;
     [[nodiscard]] hotkey::OSStatus registerEventHotKey(std::uint32_t keyCode,
                                                        std::uint32_t modifiers,
                                                        hotkey::EventHotKeyID hotKeyID,
@@ -41,42 +37,32 @@ class X11EventHotKeyService final : public hotkey::EventHotKeyService {
                                                        std::uint32_t options,
                                                        hotkey::EventHotKeyRef& reference) override;
     hotkey::OSStatus unregisterEventHotKey(hotkey::EventHotKeyRef reference) override;
-    [[nodiscard]] hotkey::OSStatus installEventHandler(hotkey::EventTargetRef target,
-                                                       EventHandler handler,
-                                                       std::span<const hotkey::EventTypeSpec> types,
-                                                       void* userData,
-                                                       hotkey::EventHandlerRef& reference) override;
-    [[nodiscard]] hotkey::OSStatus getEventParameter(hotkey::EventRef event,
-                                                     std::uint32_t name,
-                                                     std::uint32_t type,
-                                                     std::size_t size,
-                                                     void* data) override;
-    [[nodiscard]] std::uint32_t getEventKind(hotkey::EventRef event) override;
+
+    /// The modifiers in the state of an X11 key event: command, option, control and shift if held,
+    /// Caps Lock if on. Waits for the server, since the keyboard may just have changed.
+    [[nodiscard]] hotkey::ModifierFlags modifierFlags(std::uint32_t state);
 
   private:
     struct Registration {
         hotkey::EventHotKeyID hotKeyID;
         std::uint32_t carbonModifiers = 0;
         xcb_keycode_t keyCode = 0;
-        /// What the keys are grabbed with, besides the locks; none while the keyboard cannot type
-        /// the combination, or another program has it.
+        /// The modifiers of the grab, without locks; nullopt while the keyboard cannot type the
+        /// combination or another client has it.
         std::optional<std::uint16_t> grabbedMask;
-        bool isPressed = false;
-        bool isRegistered = true;
     };
-
-    using Registrations = std::vector<std::shared_ptr<Registration>>;
 
     X11EventHotKeyService(MainQueue& mainQueue,
                           std::unique_ptr<X11Connection> connection,
-                          X11Modifiers modifiers,
-                          std::uint8_t keyboardEvent);
+                          X11Modifiers modifiers);
 
-    [[nodiscard]] bool isTaken(xcb_keycode_t keyCode, std::uint32_t carbonModifiers) const;
+    template <typename Request>
+    [[nodiscard]] bool requestVariants(std::uint16_t mask, const Request& request) const;
     [[nodiscard]] bool grab(xcb_keycode_t keyCode, std::uint16_t mask) const;
     void ungrab(xcb_keycode_t keyCode, std::uint16_t mask) const;
     [[nodiscard]] bool isDown(xcb_keycode_t keyCode) const;
     void awaitRelease(xcb_keycode_t keyCode);
+    void pollRelease(xcb_keycode_t keyCode);
 
     void adoptKeyboard();
     void drain();
@@ -84,17 +70,15 @@ class X11EventHotKeyService final : public hotkey::EventHotKeyService {
     void handle(const xcb_generic_event_t& event);
     void handlePress(const xcb_key_press_event_t& event);
     void handleRelease(const xcb_key_release_event_t& event);
-    void send(const Registrations& registrations, std::uint32_t kind);
 
     MainQueue& mainQueue_;
     std::unique_ptr<X11Connection> connection_;
     std::vector<xcb_window_t> roots_;
-    HotKeyEventTarget eventTarget_;
-    Registrations registrations_;
+    std::vector<std::shared_ptr<Registration>> registrations_;
     X11Modifiers modifiers_;
-    /// The keys whose press was delivered, or came before they were taken, and whose release was
-    /// not seen yet, by key code.
-    std::bitset<256> heldKeys_;
+    /// The keys whose press was delivered or preceded the grab and whose release is outstanding,
+    /// with the registration that awaits it, if any.
+    std::map<xcb_keycode_t, std::weak_ptr<Registration>> heldKeys_;
     std::uint8_t keyboardEvent_;
     bool hasKeyboardChanged_ = false;
     bool isDrainQueued_ = false;

@@ -1,15 +1,18 @@
 #include "Platform/Linux/X11/X11Modifiers.h"
 
-#include <linux/input-event-codes.h>
+#include "Platform/Linux/Keys/KeyCodes.h"
 
 #include <algorithm>
-#include <array>
+#include <cstddef>
 #include <initializer_list>
 #include <span>
 
 namespace platform {
 
 namespace {
+
+using hotkey::Key;
+using hotkey::ModifierFlags;
 
 constexpr xcb_keysym_t numLock = 0xFF7F;
 constexpr xcb_keysym_t scrollLock = 0xFF14;
@@ -20,152 +23,132 @@ constexpr xcb_keysym_t altRight = 0xFFEA;
 constexpr xcb_keysym_t superLeft = 0xFFEB;
 constexpr xcb_keysym_t superRight = 0xFFEC;
 
-constexpr xcb_keycode_t x11KeyCode(int evdevKeyCode) {
-    return static_cast<xcb_keycode_t>(evdevKeyCode + 8);
-}
-
-/// The keyboard as the server describes it: the keys of each modifier, and the symbols of each key.
-class KeyboardDescription {
-  public:
-    explicit KeyboardDescription(const X11Connection& connection)
-        : firstKeyCode_(xcb_get_setup(connection.get())->min_keycode) {
-        const auto lastKeyCode = xcb_get_setup(connection.get())->max_keycode;
-        const auto modifiers = xcb_get_modifier_mapping(connection.get());
-        const auto symbols =
-            xcb_get_keyboard_mapping(connection.get(),
-                                     firstKeyCode_,
-                                     static_cast<std::uint8_t>(lastKeyCode - firstKeyCode_ + 1));
-        modifiers_.reset(xcb_get_modifier_mapping_reply(connection.get(), modifiers, nullptr));
-        symbols_.reset(xcb_get_keyboard_mapping_reply(connection.get(), symbols, nullptr));
-    }
-
-    [[nodiscard]] bool isComplete() const { return modifiers_ && symbols_; }
-
-    /// The first modifier's bit one of whose keys satisfies `isWanted`; 0 when there is none.
-    template <typename Predicate>
-    [[nodiscard]] std::uint16_t maskOf(const Predicate& isWanted) const {
-        for (unsigned modifier = 0; modifier < 8; ++modifier) {
-            const auto keys = keysOf(modifier);
-            if (std::any_of(keys.begin(), keys.end(), [&](xcb_keycode_t key) {
-                    return key != 0 && isWanted(key);
-                })) {
-                return static_cast<std::uint16_t>(1U << modifier);
-            }
-        }
-        return 0;
-    }
-
-    [[nodiscard]] std::uint16_t maskOfSymbols(std::initializer_list<xcb_keysym_t> wanted) const {
-        return maskOf([&](xcb_keycode_t key) {
-            const auto symbols = symbolsOf(key);
-            return std::find_first_of(
-                       symbols.begin(), symbols.end(), wanted.begin(), wanted.end()) !=
-                   symbols.end();
-        });
-    }
-
-    [[nodiscard]] std::uint16_t maskOfPlaces(std::initializer_list<int> evdevKeyCodes) const {
-        return maskOf([&](xcb_keycode_t key) {
-            return std::any_of(evdevKeyCodes.begin(), evdevKeyCodes.end(), [&](int code) {
-                return x11KeyCode(code) == key;
-            });
-        });
-    }
-
-    /// Shift and Control have bits of their own, but a keyboard need not have a key for them.
-    [[nodiscard]] std::uint16_t maskIfAnyKey(unsigned modifier) const {
-        const auto keys = keysOf(modifier);
-        const bool hasKey =
-            std::any_of(keys.begin(), keys.end(), [](xcb_keycode_t key) { return key != 0; });
-        return hasKey ? static_cast<std::uint16_t>(1U << modifier) : std::uint16_t{0};
-    }
-
-  private:
-    [[nodiscard]] std::span<const xcb_keycode_t> keysOf(unsigned modifier) const {
-        const std::size_t perModifier = modifiers_->keycodes_per_modifier;
-        return {xcb_get_modifier_mapping_keycodes(modifiers_.get()) + (modifier * perModifier),
-                perModifier};
-    }
-
-    [[nodiscard]] std::span<const xcb_keysym_t> symbolsOf(xcb_keycode_t key) const {
-        const std::size_t perKey = symbols_->keysyms_per_keycode;
-        const auto all = std::span(
-            xcb_get_keyboard_mapping_keysyms(symbols_.get()),
-            static_cast<std::size_t>(xcb_get_keyboard_mapping_keysyms_length(symbols_.get())));
-        const std::size_t first = static_cast<std::size_t>(key - firstKeyCode_) * perKey;
-        return key < firstKeyCode_ || first + perKey > all.size() ? all.first(0)
-                                                                  : all.subspan(first, perKey);
-    }
-
-    xcb_keycode_t firstKeyCode_;
-    XcbPointer<xcb_get_modifier_mapping_reply_t> modifiers_;
-    XcbPointer<xcb_get_keyboard_mapping_reply_t> symbols_;
+/// The keys of one modifier and the keysyms on them.
+struct ModifierKeys {
+    std::vector<std::uint32_t> keyCodes;
+    std::vector<std::uint32_t> keysyms;
 };
 
-std::uint16_t firstPresent(std::initializer_list<std::uint16_t> masks) {
-    const auto* const found =
-        std::find_if(masks.begin(), masks.end(), [](std::uint16_t mask) { return mask != 0; });
-    return found == masks.end() ? std::uint16_t{0} : *found;
+/// By the number of the modifier's bit.
+using Keyboard = std::array<ModifierKeys, 8>;
+
+std::optional<Keyboard> queryKeyboard(xcb_connection_t* connection) {
+    const auto* const setup = xcb_get_setup(connection);
+    const auto keyCount = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
+    const auto mapRequest = xcb_get_modifier_mapping(connection);
+    const auto keysymsRequest = xcb_get_keyboard_mapping(connection, setup->min_keycode, keyCount);
+    const XcbPointer<xcb_get_modifier_mapping_reply_t> map(
+        xcb_get_modifier_mapping_reply(connection, mapRequest, nullptr));
+    const XcbPointer<xcb_get_keyboard_mapping_reply_t> mapping(
+        xcb_get_keyboard_mapping_reply(connection, keysymsRequest, nullptr));
+    if (!map || !mapping) {
+        return std::nullopt;
+    }
+    const std::span keysyms(
+        xcb_get_keyboard_mapping_keysyms(mapping.get()),
+        static_cast<std::size_t>(xcb_get_keyboard_mapping_keysyms_length(mapping.get())));
+    const std::size_t perKey = mapping->keysyms_per_keycode;
+    const xcb_keycode_t* keyCode = xcb_get_modifier_mapping_keycodes(map.get());
+    Keyboard keyboard;
+    for (ModifierKeys& modifier : keyboard) {
+        for (int i = 0; i < map->keycodes_per_modifier; ++i, ++keyCode) {
+            // The map is filled up with key code 0.
+            if (*keyCode < setup->min_keycode) {
+                continue;
+            }
+            modifier.keyCodes.push_back(*keyCode);
+            const std::size_t first = (*keyCode - setup->min_keycode) * perKey;
+            for (std::size_t j = first; j < std::min(first + perKey, keysyms.size()); ++j) {
+                modifier.keysyms.push_back(keysyms[j]);
+            }
+        }
+    }
+    return keyboard;
+}
+
+/// The bit of the first modifier that has any of these key codes or keysyms; 0 if there is none.
+std::uint16_t bitWith(const Keyboard& keyboard,
+                      std::vector<std::uint32_t> ModifierKeys::*codes,
+                      std::initializer_list<std::uint32_t> wanted) {
+    const auto found =
+        std::find_if(keyboard.begin(), keyboard.end(), [&](const ModifierKeys& modifier) {
+            const auto& present = modifier.*codes;
+            return std::find_first_of(
+                       present.begin(), present.end(), wanted.begin(), wanted.end()) !=
+                   present.end();
+        });
+    return found == keyboard.end() ? std::uint16_t{0}
+                                   : static_cast<std::uint16_t>(1U << (found - keyboard.begin()));
 }
 
 } // namespace
 
 std::optional<X11Modifiers> X11Modifiers::query(const X11Connection& connection) {
-    const KeyboardDescription keyboard(connection);
-    if (!keyboard.isComplete()) {
+    const auto keyboard = queryKeyboard(connection.get());
+    if (!keyboard) {
         return std::nullopt;
     }
+    const auto withKeysym = [&](std::initializer_list<xcb_keysym_t> keysyms) {
+        return bitWith(*keyboard, &ModifierKeys::keysyms, keysyms);
+    };
+    const auto withKeyCode = [&](std::initializer_list<std::uint32_t> keyCodes) {
+        return bitWith(*keyboard, &ModifierKeys::keyCodes, keyCodes);
+    };
+    // A layout may put other keysyms on these keys, Meta on Alt or Super for example. Then their
+    // position decides.
+    auto command = withKeysym({superLeft, superRight});
+    if (command == 0) {
+        command = withKeyCode({xkbKeyCode(Key::command), xkbKeyCode(Key::rightCommand)});
+    }
+    auto option = withKeysym({altLeft, altRight});
+    if (option == 0) {
+        option = withKeyCode({xkbKeyCode(Key::option)});
+    }
+    if (option == 0) {
+        option = withKeysym({metaLeft, metaRight});
+    }
+    const auto ifPresent = [&](xcb_mod_mask_t bit, xcb_map_index_t index) {
+        return static_cast<std::uint16_t>((*keyboard)[index].keyCodes.empty() ? 0 : bit);
+    };
     X11Modifiers modifiers;
-    modifiers.shift_ = keyboard.maskIfAnyKey(XCB_MAP_INDEX_SHIFT);
-    modifiers.control_ = keyboard.maskIfAnyKey(XCB_MAP_INDEX_CONTROL);
-    // A layout may have other symbols on these keys: Meta where Alt or Super is meant, for example.
-    // The place of the key decides then.
-    modifiers.command_ = firstPresent({keyboard.maskOfSymbols({superLeft, superRight}),
-                                       keyboard.maskOfPlaces({KEY_LEFTMETA, KEY_RIGHTMETA})});
-    modifiers.option_ = firstPresent({keyboard.maskOfSymbols({altLeft, altRight}),
-                                      keyboard.maskOfPlaces({KEY_LEFTALT}),
-                                      keyboard.maskOfSymbols({metaLeft, metaRight})});
-    const auto locks =
-        static_cast<std::uint16_t>(XCB_MOD_MASK_LOCK | keyboard.maskOfSymbols({numLock}) |
-                                   keyboard.maskOfSymbols({scrollLock}));
-    const auto held = static_cast<std::uint16_t>(modifiers.shift_ | modifiers.control_ |
-                                                 modifiers.option_ | modifiers.command_);
-    // A bit that a lock shares with a modifier must keep its meaning as the modifier.
-    modifiers.locks_ = static_cast<std::uint16_t>(locks & ~held);
+    modifiers.bits_ = {
+        {{ModifierFlags::command, command},
+         {ModifierFlags::option, option},
+         {ModifierFlags::control, ifPresent(XCB_MOD_MASK_CONTROL, XCB_MAP_INDEX_CONTROL)},
+         {ModifierFlags::shift, ifPresent(XCB_MOD_MASK_SHIFT, XCB_MAP_INDEX_SHIFT)}}};
+    unsigned locks = XCB_MOD_MASK_LOCK | withKeysym({numLock}) | withKeysym({scrollLock});
+    // A bit that a lock shares with a modifier stands for the modifier.
+    for (const auto& [flag, bit] : modifiers.bits_) {
+        locks &= ~unsigned{bit};
+    }
+    modifiers.locks_ = static_cast<std::uint16_t>(locks);
     return modifiers;
 }
 
 std::optional<std::uint16_t> X11Modifiers::mask(std::uint32_t carbonModifiers) const {
-    const std::array<std::pair<std::uint32_t, std::uint16_t>, 4> modifiers{
-        {{hotkey::cmdKey, command_},
-         {hotkey::optionKey, option_},
-         {hotkey::controlKey, control_},
-         {hotkey::shiftKey, shift_}}};
-    std::uint16_t mask = 0;
-    for (const auto& [carbonModifier, modifierMask] : modifiers) {
-        if ((carbonModifiers & carbonModifier) == 0) {
-            continue;
-        }
-        if (modifierMask == 0) {
-            return std::nullopt;
-        }
-        mask = static_cast<std::uint16_t>(mask | modifierMask);
-        carbonModifiers &= ~carbonModifier;
+    const auto wanted = ModifierFlags::fromCarbonFlags(carbonModifiers);
+    if (wanted.carbonFlags() != carbonModifiers) {
+        return std::nullopt;
     }
-    return carbonModifiers == 0 ? std::optional(mask) : std::nullopt;
+    unsigned mask = 0;
+    for (const auto& [flag, bit] : bits_) {
+        if (wanted.contains(flag)) {
+            if (bit == 0) {
+                return std::nullopt;
+            }
+            mask |= bit;
+        }
+    }
+    return static_cast<std::uint16_t>(mask);
 }
 
-hotkey::ModifierFlags X11Modifiers::modifierFlags(std::uint16_t state) const {
-    using hotkey::ModifierFlags;
-    const std::array<std::pair<ModifierFlags, std::uint16_t>, 5> meanings{
-        {{ModifierFlags::command, command_},
-         {ModifierFlags::option, option_},
-         {ModifierFlags::control, control_},
-         {ModifierFlags::shift, shift_},
-         {ModifierFlags::capsLock, XCB_MOD_MASK_LOCK}}};
+ModifierFlags X11Modifiers::modifierFlags(std::uint32_t state) const {
     ModifierFlags flags;
-    for (const auto& [flag, mask] : meanings) {
-        if ((state & mask) != 0) {
+    if ((state & XCB_MOD_MASK_LOCK) != 0) {
+        flags = ModifierFlags::capsLock;
+    }
+    for (const auto& [flag, bit] : bits_) {
+        if ((state & bit) != 0) {
             flags = flags | flag;
         }
     }

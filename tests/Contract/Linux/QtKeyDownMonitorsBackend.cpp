@@ -35,7 +35,7 @@ class QtKeyDownMonitorsBackend final : public KeyDownMonitorsBackend {
 
   private:
     testing_support::QtDesktop desktop_;
-    platform::QtKeyDownMonitors monitors_{nullptr};
+    platform::QtKeyDownMonitors monitors_;
     QLineEdit line_;
     quint64 time_ = 0;
 };

@@ -1,4 +1,5 @@
-#include "Platform/Linux/CarbonKeyCodes.h"
+#include "HotKey/Key.h"
+#include "Platform/Linux/Keys/KeyCodes.h"
 #include "Platform/Linux/Qt/QtEventLoop.h"
 #include "Platform/Linux/Qt/QtMainQueue.h"
 #include "Platform/Linux/X11/X11EventHotKeyService.h"
@@ -67,13 +68,12 @@ class X11EventHotKeyServiceBackend final : public EventHotKeyServiceBackend {
         return modifiers;
     }
 
-    static int key(Combination combination) {
-        return platform::evdevKeyCode(combination.first).value();
+    static std::uint8_t x11KeyCode(Combination combination) {
+        const auto key = hotkey::keyFromCarbonKeyCode(combination.first).value();
+        return static_cast<std::uint8_t>(platform::xkbKeyCode(key));
     }
 
-    static std::uint8_t x11KeyCode(Combination combination) {
-        return static_cast<std::uint8_t>(key(combination) + 8);
-    }
+    static int key(Combination combination) { return x11KeyCode(combination) - 8; }
 
     static std::uint16_t mask(Combination combination) {
         unsigned mask = 0;

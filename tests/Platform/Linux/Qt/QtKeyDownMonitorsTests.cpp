@@ -1,5 +1,6 @@
 #include "Platform/Linux/Qt/QtKeyDownMonitors.h"
-#include "Platform/Linux/X11/X11KeyboardModifiers.h"
+#include "Platform/Linux/X11/X11Connection.h"
+#include "Platform/Linux/X11/X11Modifiers.h"
 #include "tests/Support/OtherX11Program.h"
 #include "tests/Support/QtDesktop.h"
 #include "tests/Support/QtTestLoop.h"
@@ -102,8 +103,10 @@ class QtKeyDownMonitorsTests : public testing::Test {
 
     testing_support::QtDesktop desktop_;
     Form form_;
-    platform::X11KeyboardModifiers modifiers_;
-    platform::QtKeyDownMonitors monitors_{&modifiers_};
+    std::unique_ptr<platform::X11Connection> connection_ = platform::X11Connection::open();
+    platform::QtKeyDownMonitors monitors_{[this](std::uint32_t state) {
+        return platform::X11Modifiers::query(*connection_).value().modifierFlags(state);
+    }};
     std::vector<std::pair<std::uint32_t, std::uint64_t>> presses_;
     std::function<void()> onPress_;
 };
@@ -267,7 +270,7 @@ TEST_F(QtKeyDownMonitorsTests, TellsSuperFromAltWhereBothAreMeta) {
 }
 
 TEST_F(QtKeyDownMonitorsTests, ReadsTheModifiersAsQtDoesWhereNobodyKnowsBetter) {
-    platform::QtKeyDownMonitors monitors(nullptr);
+    platform::QtKeyDownMonitors monitors;
     std::uint64_t flags = 0;
     const auto token = monitors.addLocalMonitor([&](const KeyEvent& event) {
         flags = event.modifierFlags.rawValue;

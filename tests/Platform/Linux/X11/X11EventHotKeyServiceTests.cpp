@@ -331,6 +331,17 @@ TEST_F(X11EventHotKeyServiceTests, UsesTheModifiersOfAKeyboardThatHasJustChanged
     EXPECT_TRUE(remapper.take(x11KeyG, superMask));
 }
 
+TEST_F(X11EventHotKeyServiceTests, ReadsTheModifiersOfAKeyEventAfterTheKeyboardChanged) {
+    using hotkey::ModifierFlags;
+    EXPECT_EQ(service_->modifierFlags(superMask | XCB_MOD_MASK_1 | XCB_MOD_MASK_LOCK),
+              ModifierFlags::command | ModifierFlags::option | ModifierFlags::capsLock);
+    OtherX11Program remapper(server_->display());
+    remapper.moveModifierKeys(mod4Index, mod3Index);
+    EXPECT_EQ(service_->modifierFlags(XCB_MOD_MASK_3 | XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT),
+              ModifierFlags::command | ModifierFlags::control | ModifierFlags::shift);
+    EXPECT_EQ(service_->modifierFlags(superMask | XCB_BUTTON_MASK_1), ModifierFlags{});
+}
+
 TEST_F(X11EventHotKeyServiceTests, RefusesACombinationWhoseModifierTheKeyboardLacks) {
     OtherX11Program remapper(server_->display());
     remapper.moveModifierKeys(mod3Index, mod4Index);

@@ -1,9 +1,11 @@
 #include "HotKey/Key.h"
-#include "Platform/Linux/CarbonKeyCodes.h"
+#include "HotKey/ModifierFlags.h"
+#include "Platform/Linux/Keys/KeyCodes.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <set>
@@ -12,9 +14,10 @@
 namespace {
 
 using hotkey::Key;
+using hotkey::ModifierFlags;
 
 // clang-format off
-constexpr std::array<std::pair<Key, std::uint16_t>, hotkey::keyCount> places{{
+constexpr std::array<std::pair<Key, std::uint32_t>, hotkey::keyCount> evdevKeyCodes{{
     {Key::a, 30},
     {Key::b, 48},
     {Key::c, 46},
@@ -133,41 +136,74 @@ constexpr std::array<std::pair<Key, std::uint16_t>, hotkey::keyCount> places{{
 
 // clang-format on
 
-TEST(CarbonKeyCodesTests, GiveEveryKeyItsPlaceOnTheKeyboard) {
-    for (const auto& [key, evdevKeyCode] : places) {
-        EXPECT_EQ(platform::evdevKeyCode(hotkey::carbonKeyCode(key)), evdevKeyCode)
-            << hotkey::description(key);
+TEST(KeyCodesTests, MapsEveryKeyToItsEvdevCodePlus8) {
+    for (const auto& [key, evdevKeyCode] : evdevKeyCodes) {
+        EXPECT_EQ(platform::xkbKeyCode(key), evdevKeyCode + 8) << hotkey::description(key);
     }
 }
 
-TEST(CarbonKeyCodesTests, LeadBackFromEveryPlaceToItsKey) {
-    for (const auto& [key, evdevKeyCode] : places) {
-        EXPECT_EQ(platform::carbonKeyCode(evdevKeyCode), hotkey::carbonKeyCode(key))
-            << evdevKeyCode;
+TEST(KeyCodesTests, MapsEveryCodeBackToItsKey) {
+    for (const auto& [key, evdevKeyCode] : evdevKeyCodes) {
+        EXPECT_EQ(platform::keyFromXkbKeyCode(evdevKeyCode + 8), key) << evdevKeyCode;
     }
 }
 
-TEST(CarbonKeyCodesTests, GiveNoTwoKeysOnePlace) {
-    std::set<std::uint16_t> seen;
-    for (std::uint32_t code = 0; code <= 0xFF; ++code) {
-        const auto evdevKeyCode = platform::evdevKeyCode(code);
-        if (evdevKeyCode) {
-            EXPECT_NE(*evdevKeyCode, 0);
-            EXPECT_TRUE(seen.insert(*evdevKeyCode).second) << code;
-            EXPECT_EQ(platform::carbonKeyCode(*evdevKeyCode), code);
-        }
+TEST(KeyCodesTests, GivesEachKeyACodeOfItsOwn) {
+    std::set<std::uint32_t> codes;
+    for (const auto& [key, evdevKeyCode] : evdevKeyCodes) {
+        codes.insert(platform::xkbKeyCode(key));
     }
-    EXPECT_EQ(seen.size(), hotkey::keyCount);
+    EXPECT_EQ(codes.size(), hotkey::keyCount);
 }
 
-TEST(CarbonKeyCodesTests, KnowNothingElse) {
-    EXPECT_EQ(platform::evdevKeyCode(0x34), std::nullopt);
-    EXPECT_EQ(platform::evdevKeyCode(0xFFFFFFFF), std::nullopt);
-    int known = 0;
-    for (std::uint32_t code = 0; code <= 0xFFFF; ++code) {
-        known += platform::carbonKeyCode(static_cast<std::uint16_t>(code)) ? 1 : 0;
+TEST(KeyCodesTests, MapsNoOtherCodeToAKey) {
+    std::size_t known = 0;
+    for (std::uint32_t code = 0; code <= 0x10007; ++code) {
+        known += platform::keyFromXkbKeyCode(code) ? 1U : 0U;
     }
-    EXPECT_EQ(known, 114);
+    EXPECT_EQ(known, hotkey::keyCount);
+    EXPECT_EQ(platform::keyFromXkbKeyCode(0xFFFFFFFF), std::nullopt);
+}
+
+TEST(KeyCodesTests, GivesArrowsTheFunctionAndTheNumericPadFlag) {
+    for (const Key key : {Key::upArrow, Key::downArrow, Key::leftArrow, Key::rightArrow}) {
+        EXPECT_EQ(platform::positionFlags(key).rawValue, 0xA00000U);
+    }
+}
+
+TEST(KeyCodesTests, GivesFKeysAndNavigationKeysTheFunctionFlag) {
+    for (const Key key : {Key::f1,
+                          Key::f12,
+                          Key::f20,
+                          Key::home,
+                          Key::end,
+                          Key::pageUp,
+                          Key::pageDown,
+                          Key::forwardDelete,
+                          Key::help}) {
+        EXPECT_EQ(platform::positionFlags(key), ModifierFlags::function);
+    }
+}
+
+TEST(KeyCodesTests, GivesKeysOfTheNumericPadItsFlag) {
+    for (const Key key : {Key::keypad0, Key::keypad9, Key::keypadEnter, Key::keypadPlus}) {
+        EXPECT_EQ(platform::positionFlags(key).rawValue, 0x200000U);
+    }
+}
+
+TEST(KeyCodesTests, GivesOtherKeysNoFlags) {
+    for (const Key key : {Key::a,
+                          Key::five,
+                          Key::capsLock,
+                          Key::escape,
+                          Key::tab,
+                          Key::space,
+                          Key::return_,
+                          Key::delete_,
+                          Key::section,
+                          Key::mute}) {
+        EXPECT_EQ(platform::positionFlags(key), ModifierFlags{});
+    }
 }
 
 } // namespace
