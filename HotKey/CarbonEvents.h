@@ -4,8 +4,7 @@
 
 namespace hotkey {
 
-/// The vocabulary of Carbon's event manager that hot keys need, under its own names. The values are
-/// the system's.
+/// What hot keys need of Carbon's event manager, with the system's names and values.
 using OSStatus = std::int32_t;
 
 inline constexpr OSStatus noErr = 0;
@@ -29,7 +28,7 @@ inline constexpr std::uint32_t kEventHotKeyReleased = 6;
 inline constexpr std::uint32_t kEventParamDirectObject = fourCharCode("----");
 inline constexpr std::uint32_t typeEventHotKeyID = fourCharCode("hkid");
 
-/// What a client names its hot key by. Travels in the event, so its layout is the system's.
+/// A client's name for its hot key. Events carry it in this layout.
 struct EventHotKeyID {
     std::uint32_t signature = 0;
     std::uint32_t id = 0;
@@ -46,7 +45,7 @@ struct EventTypeSpec {
     bool operator==(const EventTypeSpec&) const = default;
 };
 
-/// A reference to something of the service's, meaningless to everybody else; null by default.
+/// A reference that only the service that handed it out can read; null by default.
 template <typename Tag>
 struct OpaqueReference {
     void* pointer = nullptr;

@@ -10,23 +10,22 @@
 
 namespace hotkey {
 
-/// System-wide hot keys: what a system must supply, in the shape of Carbon's event manager, which
-/// is the one system where an implementation only passes the calls on. Main thread only; handlers
-/// run on the main thread, from the event loop and never from inside one of these calls.
+/// System-wide hot keys in the shape of Carbon's event manager. Main thread only; handlers run on
+/// the main thread, from the event loop and never inside one of these calls.
 class EventHotKeyService : public foundation::Interface {
   public:
-    /// Called with the next handler in line, the event and the user data given at installation.
-    /// Answers noErr, or eventNotHandledErr to have the event offered to the next handler.
+    /// Called with the next handler, the event and the user data given at installation. Returns
+    /// eventNotHandledErr to have the event offered to the next handler.
     using EventHandler =
         std::function<OSStatus(EventHandlerCallRef next, EventRef event, void* userData)>;
 
-    /// The application-wide target of events.
+    /// The application-wide event target.
     [[nodiscard]] virtual EventTargetRef getEventDispatcherTarget() = 0;
 
-    /// Takes a combination of a Carbon virtual key code and a Carbon modifier mask. On success
-    /// answers noErr and sets `reference`; from then on each physical press sends one
-    /// kEventHotKeyPressed and its end one kEventHotKeyReleased that carry `hotKeyID`. Otherwise,
-    /// for example when the combination is taken already, nothing has changed.
+    /// Registers a Carbon virtual key code with a Carbon modifier mask. Returns noErr and sets
+    /// `reference` on success; each physical press then sends one kEventHotKeyPressed and each
+    /// release one kEventHotKeyReleased, both carrying `hotKeyID`. On failure, for example if the
+    /// combination is taken, nothing changes.
     [[nodiscard]] virtual OSStatus registerEventHotKey(std::uint32_t keyCode,
                                                        std::uint32_t modifiers,
                                                        EventHotKeyID hotKeyID,
@@ -34,24 +33,24 @@ class EventHotKeyService : public foundation::Interface {
                                                        std::uint32_t options,
                                                        EventHotKeyRef& reference) = 0;
 
-    /// Gives a combination back: others can take it when the call returns, and no event of it is
-    /// sent any more. A null or unknown reference is answered with an error and changes nothing.
+    /// Once the call returns, other programs can take the combination and it sends no more events.
+    /// An error for a null or unknown reference.
     virtual OSStatus unregisterEventHotKey(EventHotKeyRef reference) = 0;
 
-    /// Has `handler` called for events of the given types until the service goes, the handler
-    /// installed last before the others.
+    /// Has `handler` called for events of the given types for the service's lifetime. The newest
+    /// handler is called first.
     [[nodiscard]] virtual OSStatus installEventHandler(EventTargetRef target,
                                                        EventHandler handler,
                                                        std::span<const EventTypeSpec> types,
                                                        void* userData,
                                                        EventHandlerRef& reference) = 0;
 
-    /// Copies a parameter of at most `size` bytes out of the event, which a handler was called with
-    /// and has not returned from.
+    /// Copies a parameter of at most `size` bytes out of an event that a handler is being called
+    /// with.
     [[nodiscard]] virtual OSStatus getEventParameter(
         EventRef event, std::uint32_t name, std::uint32_t type, std::size_t size, void* data) = 0;
 
-    /// kEventHotKeyPressed or kEventHotKeyReleased for the events of hot keys.
+    /// kEventHotKeyPressed or kEventHotKeyReleased for events of hot keys.
     [[nodiscard]] virtual std::uint32_t getEventKind(EventRef event) = 0;
 };
 

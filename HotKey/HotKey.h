@@ -14,12 +14,11 @@ namespace hotkey {
 
 class HotKeysController;
 
-/// One system-wide hot key. It is registered for as long as it exists and is not paused; whether
-/// the system granted the combination cannot be told from here: if it did not, the handlers just
-/// never run. Who drops the object gives the combination back.
+/// One system-wide hot key, registered for as long as it exists and is not paused. If the system
+/// refuses the combination, the handlers never run; there is no other sign of it.
 ///
-/// Main thread only. A handler may do anything to its own hot key, destroying it included. A hot
-/// key that outlives its controller is registered no more.
+/// Main thread only. A handler may do anything to its own hot key, including destroying it. A hot
+/// key that outlives its controller is no longer registered.
 class HotKey : foundation::Pinned {
   public:
     using Handler = std::function<void()>;
@@ -40,24 +39,24 @@ class HotKey : foundation::Pinned {
            Handler onKeyDown = {},
            Handler onKeyUp = {});
 
-    /// Unregisters, and only then lets go of the handlers and what they hold.
+    /// Unregisters first, then releases the handlers and what they capture.
     ~HotKey();
 
     [[nodiscard]] const foundation::Uuid& identifier() const { return identifier_; }
 
     [[nodiscard]] const KeyCombo& keyCombo() const { return keyCombo_; }
 
-    /// Called on key-down and on key-up. May be empty, and replaced at any time: the next event
-    /// finds the new one.
+    /// Called on key-down and on key-up. May be empty, and may be replaced at any time: the next
+    /// event calls the new one.
     Handler keyDownHandler;
     Handler keyUpHandler;
 
     [[nodiscard]] bool isPaused() const { return isPaused_; }
 
-    /// Unregisters or registers again, whatever the value was before.
+    /// Unregisters or registers, even if the value does not change.
     void setIsPaused(bool isPaused);
 
-    /// For the controller, which must notice when the hot key goes.
+    /// For the controller, which does not own the hot key.
     [[nodiscard]] foundation::WeakReference<HotKey> weakReference() const {
         return self_.reference();
     }

@@ -75,7 +75,7 @@ void HotKeysController::installEventHandler() {
     constexpr std::array types{
         EventTypeSpec{.eventClass = kEventClassKeyboard, .eventKind = kEventHotKeyPressed},
         EventTypeSpec{.eventClass = kEventClassKeyboard, .eventKind = kEventHotKeyReleased}};
-    // The handler stays installed for good, so it must bear being called after the controller went.
+    // The handler is never removed, so it can be called after the controller is gone.
     const OSStatus status = service_.installEventHandler(
         service_.getEventDispatcherTarget(),
         [weakSelf = weakReference()](EventHandlerCallRef /*next*/, EventRef event, void* /*data*/) {
@@ -112,7 +112,7 @@ OSStatus HotKeysController::dispatch(EventRef event) {
     if ((kind != kEventHotKeyPressed && kind != kEventHotKeyReleased) || target->isPaused()) {
         return eventNotHandledErr;
     }
-    // A copy: the handler may replace itself, or destroy its hot key, while it runs.
+    // A copy: the handler may replace itself or destroy its hot key while it runs.
     const HotKey::Handler handler =
         kind == kEventHotKeyPressed ? target->keyDownHandler : target->keyUpHandler;
     if (!handler) {

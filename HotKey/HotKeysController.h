@@ -12,18 +12,17 @@
 
 namespace hotkey {
 
-/// The registry between all hot keys and the system's service: it gives each registration its id
-/// and finds the hot key that an event is for. One for the process, made by whoever puts the
-/// program together.
+/// The registry between all hot keys of the process and the system's service: assigns the id of
+/// each registration and finds the hot key that an event is for.
 ///
-/// Main thread only. The service outlives the controller. Hot keys may go before or after it: with
-/// the controller every registration that is left is given back.
+/// Main thread only. The service outlives the controller. Hot keys may be destroyed before or after
+/// it; its destruction unregisters those that are left.
 class HotKeysController : foundation::Pinned {
   public:
-    /// What the system puts beside its name on every event of this program's hot keys.
+    /// Identifies this program's hot keys in every event.
     static constexpr std::uint32_t signature = fourCharCode("QZhk");
 
-    /// One registered hot key. It is kept, without a reference, when the system refused it.
+    /// The entry of a registered hot key. Has no Carbon reference if the system refused it.
     struct HotKeyBox {
         foundation::Uuid identifier;
         foundation::WeakReference<HotKey> hotKey;
@@ -31,21 +30,22 @@ class HotKeysController : foundation::Pinned {
         EventHotKeyRef carbonEventHotKey;
     };
 
-    /// Ids count up from the one after `hotKeysCount` and are never used again.
+    /// Ids count up from `hotKeysCount` + 1 and are never reused.
     explicit HotKeysController(EventHotKeyService& service, std::uint32_t hotKeysCount = 0);
     ~HotKeysController();
 
-    /// Registers the hot key under a fresh id, unless it is registered. Says nothing when the
-    /// system refuses. Running out of ids is a fatal error.
+    /// Registers the hot key under a new id unless it is registered already. Silent if the system
+    /// refuses. Running out of ids is a fatal error.
     void register_(const HotKey& hotKey); // NOLINT(readability-identifier-naming): a keyword
 
-    /// Gives the hot key's registration back, if there is one.
+    /// Removes the hot key's registration, if there is one.
     void unregister(const HotKey& hotKey);
 
-    /// The hot key's entry; null when it is not registered. Valid until the next change here.
+    /// The hot key's entry; null if it is not registered. Valid until the next registration or
+    /// unregistration.
     [[nodiscard]] const HotKeyBox* hotKeyBox(const HotKey& hotKey) const;
 
-    /// The hot key registered under the id; null when there is none or it no longer exists.
+    /// The hot key registered under this id; null if there is none or it no longer exists.
     [[nodiscard]] HotKey* hotKey(std::uint32_t carbonHotKeyID) const;
 
     /// For hot keys, which may outlive the controller.

@@ -15,7 +15,7 @@ struct KeyFacts {
     std::string_view description;
 };
 
-// The glyphs are written by their numbers: several cannot be told apart, or not seen, in an editor.
+// The glyphs are escaped because several look alike or are invisible in an editor.
 // clang-format off
 constexpr std::array<KeyFacts, keyCount> keys{{
     {Key::a, "a", 0x00, "A"},
@@ -167,8 +167,8 @@ const KeyFacts& facts(Key key) {
     return keys[static_cast<std::size_t>(key)];
 }
 
-/// Lower case as far as the names and descriptions reach: of all characters only A to Z and the
-/// Kelvin sign have a lower-case form among those that occur in them.
+/// Lower-cases A to Z and the Kelvin sign, the only characters whose lower-case form occurs in
+/// names and descriptions.
 std::string lowerCased(std::string_view text) {
     constexpr std::string_view kelvinSign = "\u212A";
     std::string result;
@@ -211,7 +211,7 @@ std::string_view description(Key key) {
 
 std::optional<Key> keyFromString(std::string_view text) {
     const std::string wanted = lowerCased(text);
-    // The first match wins: the left one of two modifier keys with the same description.
+    // The first match wins: the left one of two modifier keys that share a description.
     for (const KeyFacts& candidate : keys) {
         if (wanted == lowerCased(candidate.name) ||
             (!isOnKeypad(candidate.key) && wanted == lowerCased(candidate.description))) {

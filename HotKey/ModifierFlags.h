@@ -11,9 +11,8 @@ inline constexpr std::uint32_t shiftKey = 0x200;
 inline constexpr std::uint32_t optionKey = 0x800;
 inline constexpr std::uint32_t controlKey = 0x1000;
 
-/// A set of modifier keys, in the bits of the system's event modifier flags. Every bit that a
-/// caller sets is kept; the conversions and the description know only command, option, control and
-/// shift.
+/// A set of modifier keys, in the bits of a Mac's event modifier flags. Unknown bits are kept; the
+/// conversions and the description use only command, option, control and shift.
 struct ModifierFlags {
     std::uint64_t rawValue = 0;
 
@@ -24,14 +23,14 @@ struct ModifierFlags {
     static const ModifierFlags command;
     static const ModifierFlags function;
 
-    /// The set that a Carbon mask describes; bits without a counterpart here are dropped.
+    /// The set for a Carbon mask; other Carbon bits are dropped.
     [[nodiscard]] static ModifierFlags fromCarbonFlags(std::uint32_t carbonFlags);
 
     /// The Carbon mask of this set.
     [[nodiscard]] std::uint32_t carbonFlags() const;
 
-    /// The modifiers' glyphs in UTF-8, always in the order control, option, shift, command. Empty
-    /// when none of them is in the set.
+    /// The modifiers' glyphs in UTF-8, in the order control, option, shift, command; empty if the
+    /// set has none of them.
     [[nodiscard]] std::string description() const;
 
     /// Whether every bit of `other` is in this set.

@@ -10,7 +10,8 @@
 
 namespace platform {
 
-/// Carbon's event manager. Handlers stay installed until the process ends. Main thread only.
+/// Hot keys by Carbon's event manager. Handlers stay installed until the process ends. Main thread
+/// only.
 class MacEventHotKeyService final : public hotkey::EventHotKeyService {
   public:
     [[nodiscard]] hotkey::EventTargetRef getEventDispatcherTarget() override {
@@ -71,13 +72,13 @@ class MacEventHotKeyService final : public hotkey::EventHotKeyService {
   private:
     using Installation = std::pair<EventHandler, void*>;
 
-    /// What the system calls; nothing may be thrown through it.
+    /// Called by the system, so nothing may be thrown.
     static OSStatus handleEvent(EventHandlerCallRef next, EventRef event, void* data) noexcept {
         const auto& [handler, userData] = *static_cast<const Installation*>(data);
         return handler({next}, {event}, userData);
     }
 
-    /// The system holds their addresses.
+    /// A deque, since the system keeps the addresses.
     std::deque<Installation> installations_;
 };
 

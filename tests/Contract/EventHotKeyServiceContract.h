@@ -21,11 +21,11 @@ using Combination = std::pair<std::uint32_t, std::uint32_t>;
 
 inline constexpr Combination commandG{5, hotkey::cmdKey};
 inline constexpr Combination shiftCommandK{0x28, hotkey::cmdKey | hotkey::shiftKey};
-/// Used by the suite itself, to know when everything pressed before it has had its effect.
+/// Pressed by the suite itself, to know when earlier key presses have taken effect.
 inline constexpr Combination optionF1{0x7A, hotkey::optionKey};
 inline constexpr hotkey::EventHotKeyID optionF1ID{.signature = 0, .id = 99};
 
-/// A whole system with the service in it: its user, who presses keys, and its other programs.
+/// A system with the service under test, a user who presses keys, and another program.
 class EventHotKeyServiceBackend : public foundation::Interface {
   public:
     virtual hotkey::EventHotKeyService& service() = 0;
@@ -60,7 +60,7 @@ class EventHotKeyServiceContract
                                              reference);
     }
 
-    /// Registers a combination that the system is expected to grant.
+    /// Registers a combination that the system must grant.
     hotkey::EventHotKeyRef take(Combination combination, std::uint32_t id) {
         hotkey::EventHotKeyRef reference;
         EXPECT_EQ(registerHotKey(combination, {.signature = 7, .id = id}, reference),
@@ -109,8 +109,8 @@ class EventHotKeyServiceContract
         backend_->release(combination);
     }
 
-    /// The events of everything pressed so far: keys have their effect in the order in which they
-    /// are pressed, so one more hot key is pressed, and its events are waited for.
+    /// The events of all keys pressed so far. Keys take effect in order, so this presses one more
+    /// hot key and waits for its events.
     std::vector<std::string> events() {
         tap(optionF1);
         EXPECT_TRUE(

@@ -53,13 +53,13 @@ using hotkey::noErr;
 using hotkey::OSStatus;
 using testing::ElementsAre;
 
-TEST_P(EventHotKeyServiceContract, SendsAPressAndAReleaseThatCarryTheId) {
+TEST_P(EventHotKeyServiceContract, SendsAPressAndAReleaseWithTheId) {
     take(commandG, 1);
     tap(commandG);
     EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
 }
 
-TEST_P(EventHotKeyServiceContract, KeepsTheSignatureBesideTheId) {
+TEST_P(EventHotKeyServiceContract, EventsCarryTheSignature) {
     EventHotKeyRef reference;
     ASSERT_EQ(registerHotKey(commandG, {.signature = 0xFEDCBA98, .id = 0xFFFFFFFF}, reference),
               noErr);
@@ -74,7 +74,7 @@ TEST_P(EventHotKeyServiceContract, KeepsTheSignatureBesideTheId) {
     EXPECT_EQ(seen[0], (EventHotKeyID{.signature = 0xFEDCBA98, .id = 0xFFFFFFFF}));
 }
 
-TEST_P(EventHotKeyServiceContract, TellsCombinationsApart) {
+TEST_P(EventHotKeyServiceContract, DistinguishesCombinations) {
     take(commandG, 1);
     take(shiftCommandK, 2);
     tap(shiftCommandK);
@@ -84,7 +84,7 @@ TEST_P(EventHotKeyServiceContract, TellsCombinationsApart) {
     EXPECT_THAT(events(), ElementsAre("down 2", "up 2", "down 1", "up 1"));
 }
 
-TEST_P(EventHotKeyServiceContract, RefusesACombinationThatAnotherProgramHas) {
+TEST_P(EventHotKeyServiceContract, RefusesACombinationTakenByAnotherProgram) {
     ASSERT_TRUE(backend_->takeElsewhere(commandG));
     EventHotKeyRef reference;
     EXPECT_NE(registerHotKey(commandG, {.signature = 7, .id = 1}, reference), noErr);
@@ -93,7 +93,7 @@ TEST_P(EventHotKeyServiceContract, RefusesACombinationThatAnotherProgramHas) {
     EXPECT_THAT(events(), ElementsAre());
 }
 
-TEST_P(EventHotKeyServiceContract, GrantsACombinationThatTheOtherProgramGaveBack) {
+TEST_P(EventHotKeyServiceContract, GrantsACombinationThatAnotherProgramReleased) {
     ASSERT_TRUE(backend_->takeElsewhere(commandG));
     EventHotKeyRef reference;
     ASSERT_NE(registerHotKey(commandG, {.signature = 7, .id = 1}, reference), noErr);
@@ -108,13 +108,13 @@ TEST_P(EventHotKeyServiceContract, KeepsACombinationFromOtherPrograms) {
     EXPECT_FALSE(backend_->takeElsewhere(commandG));
 }
 
-TEST_P(EventHotKeyServiceContract, LeavesACombinationToOtherProgramsOnceItWasUnregistered) {
+TEST_P(EventHotKeyServiceContract, UnregisteringFreesACombinationForOtherPrograms) {
     const auto reference = take(commandG, 1);
     EXPECT_EQ(service().unregisterEventHotKey(reference), noErr);
     EXPECT_TRUE(backend_->takeElsewhere(commandG));
 }
 
-TEST_P(EventHotKeyServiceContract, RefusesToRegisterACombinationTwiceAndKeepsTheFirst) {
+TEST_P(EventHotKeyServiceContract, RefusesASecondRegistrationOfACombination) {
     take(commandG, 1);
     EventHotKeyRef second;
     EXPECT_EQ(registerHotKey(commandG, {.signature = 7, .id = 2}, second),
@@ -124,7 +124,7 @@ TEST_P(EventHotKeyServiceContract, RefusesToRegisterACombinationTwiceAndKeepsThe
     EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
 }
 
-TEST_P(EventHotKeyServiceContract, SendsNothingOnceACombinationWasUnregistered) {
+TEST_P(EventHotKeyServiceContract, SendsNothingAfterUnregistering) {
     const auto reference = take(commandG, 1);
     EXPECT_EQ(service().unregisterEventHotKey(reference), noErr);
     tap(commandG);
@@ -138,7 +138,7 @@ TEST_P(EventHotKeyServiceContract, RegistersACombinationAgain) {
     EXPECT_THAT(events(), ElementsAre("down 2", "up 2"));
 }
 
-TEST_P(EventHotKeyServiceContract, AnswersUnregisteringNothingWithAnError) {
+TEST_P(EventHotKeyServiceContract, UnregisteringANullOrOldReferenceIsAnError) {
     EXPECT_NE(service().unregisterEventHotKey({}), noErr);
     const auto reference = take(commandG, 1);
     EXPECT_EQ(service().unregisterEventHotKey(reference), noErr);
@@ -157,7 +157,7 @@ TEST_P(EventHotKeyServiceContract, RefusesAForeignTarget) {
     EXPECT_TRUE(handler.isNull());
 }
 
-TEST_P(EventHotKeyServiceContract, OffersAnEventToTheHandlerInstalledLastAndThenToTheOthers) {
+TEST_P(EventHotKeyServiceContract, OffersAnEventToTheNewestHandlerFirst) {
     take(commandG, 1);
     take(shiftCommandK, 2);
     std::vector<std::string> seen;
@@ -173,7 +173,7 @@ TEST_P(EventHotKeyServiceContract, OffersAnEventToTheHandlerInstalledLastAndThen
     EXPECT_THAT(seen, ElementsAre("down 1", "up 1", "down 2", "up 2"));
 }
 
-TEST_P(EventHotKeyServiceContract, CallsAHandlerForTheKindsOfEventsThatItAskedFor) {
+TEST_P(EventHotKeyServiceContract, CallsAHandlerForItsEventTypesOnly) {
     take(commandG, 1);
     std::vector<std::string> seen;
     install(
@@ -187,7 +187,7 @@ TEST_P(EventHotKeyServiceContract, CallsAHandlerForTheKindsOfEventsThatItAskedFo
     EXPECT_THAT(seen, ElementsAre("up 1", "up 99"));
 }
 
-TEST_P(EventHotKeyServiceContract, HandsAHandlerItsUserData) {
+TEST_P(EventHotKeyServiceContract, PassesUserDataToAHandler) {
     take(commandG, 1);
     int data = 0;
     void* seen = nullptr;
@@ -209,7 +209,7 @@ TEST_P(EventHotKeyServiceContract, HandsAHandlerItsUserData) {
     EXPECT_EQ(seen, &data);
 }
 
-TEST_P(EventHotKeyServiceContract, ReadsNoParameterButTheHotKeysId) {
+TEST_P(EventHotKeyServiceContract, ReadsNoParameterExceptTheHotKeyId) {
     take(commandG, 1);
     std::vector<OSStatus> statuses;
     install([&](EventRef event) {
@@ -229,7 +229,7 @@ TEST_P(EventHotKeyServiceContract, ReadsNoParameterButTheHotKeysId) {
     EXPECT_THAT(statuses, testing::Each(testing::Ne(noErr)));
 }
 
-TEST_P(EventHotKeyServiceContract, LetsAHandlerGiveItsOwnCombinationBackAndTakeAnother) {
+TEST_P(EventHotKeyServiceContract, AHandlerMayReplaceItsOwnCombination) {
     auto reference = take(commandG, 1);
     install([&](EventRef event) {
         if (name(event) == "down 1") {

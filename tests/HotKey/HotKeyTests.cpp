@@ -38,7 +38,7 @@ class HotKeyTests : public testing::Test {
     std::string notes_;
 };
 
-TEST_F(HotKeyTests, IsRegisteredOnCreationByWhicheverInitialiser) {
+TEST_F(HotKeyTests, EveryConstructorRegisters) {
     const HotKey fromCombo(controller_, KeyCombo(5, 0x100));
     const HotKey fromCarbonValues(controller_, 4U, 0x1B00U);
     const HotKey fromKey(controller_, Key::k, ModifierFlags::command | ModifierFlags::shift);
@@ -50,7 +50,7 @@ TEST_F(HotKeyTests, IsRegisteredOnCreationByWhicheverInitialiser) {
     EXPECT_FALSE(fromCombo.isPaused());
 }
 
-TEST_F(HotKeyTests, TakesItsHandlersFromWhicheverInitialiser) {
+TEST_F(HotKeyTests, EveryConstructorTakesHandlers) {
     const HotKey fromCombo(controller_, KeyCombo(5, 0x100), note('a'), note('b'));
     const HotKey fromCarbonValues(controller_, 4U, 0x100U, note('c'), note('d'));
     const HotKey fromKey(controller_, Key::k, ModifierFlags::command, note('e'), note('f'));
@@ -61,7 +61,7 @@ TEST_F(HotKeyTests, TakesItsHandlersFromWhicheverInitialiser) {
     EXPECT_EQ(notes_, "abcdef");
 }
 
-TEST_F(HotKeyTests, HasAnIdentifierOfItsOwn) {
+TEST_F(HotKeyTests, HasAUniqueIdentifier) {
     std::set<std::array<std::uint8_t, 16>> identifiers;
     for (int i = 0; i < 100; ++i) {
         const HotKey hotKey(controller_, KeyCombo(5, 0x100));
@@ -70,14 +70,14 @@ TEST_F(HotKeyTests, HasAnIdentifierOfItsOwn) {
     EXPECT_EQ(identifiers.size(), 100U);
 }
 
-TEST_F(HotKeyTests, IsUnregisteredByItsDestruction) {
+TEST_F(HotKeyTests, DestructionUnregisters) {
     std::optional<HotKey> hotKey(std::in_place, controller_, Key::g, ModifierFlags::command);
     hotKey.reset();
     EXPECT_TRUE(service_.registered().empty());
     EXPECT_EQ(service_.calls().back(), "unregister 1");
 }
 
-TEST_F(HotKeyTests, LetsGoOfItsHandlersOnlyAfterItWasUnregistered) {
+TEST_F(HotKeyTests, ReleasesItsHandlersAfterUnregistering) {
     bool wasRegistered = true;
     std::optional<HotKey> hotKey(std::in_place, controller_, Key::g, ModifierFlags::command);
     int something = 0;
@@ -88,7 +88,7 @@ TEST_F(HotKeyTests, LetsGoOfItsHandlersOnlyAfterItWasUnregistered) {
     EXPECT_FALSE(wasRegistered);
 }
 
-TEST_F(HotKeyTests, UsesAHandlerThatWasReplacedAtTheNextEvent) {
+TEST_F(HotKeyTests, CallsAReplacedHandlerAtTheNextEvent) {
     HotKey hotKey(controller_, Key::g, ModifierFlags::command, note('a'));
     service_.press(commandG);
     hotKey.keyDownHandler = note('b');
@@ -98,7 +98,7 @@ TEST_F(HotKeyTests, UsesAHandlerThatWasReplacedAtTheNextEvent) {
     EXPECT_EQ(notes_, "ab");
 }
 
-TEST_F(HotKeyTests, IsUnregisteredByAPauseAndRegisteredAnewUnderAFreshIdAfterIt) {
+TEST_F(HotKeyTests, PausingUnregistersAndResumingRegistersUnderANewId) {
     HotKey hotKey(controller_, Key::g, ModifierFlags::command, note('a'));
     hotKey.setIsPaused(true);
     EXPECT_TRUE(hotKey.isPaused());
@@ -115,7 +115,7 @@ TEST_F(HotKeyTests, IsUnregisteredByAPauseAndRegisteredAnewUnderAFreshIdAfterIt)
                                         "register 5 0x100 as QZhk 2"}));
 }
 
-TEST_F(HotKeyTests, BearsBeingPausedTwice) {
+TEST_F(HotKeyTests, PausingTwiceUnregistersOnce) {
     HotKey hotKey(controller_, Key::g, ModifierFlags::command);
     hotKey.setIsPaused(true);
     hotKey.setIsPaused(true);
@@ -123,7 +123,7 @@ TEST_F(HotKeyTests, BearsBeingPausedTwice) {
               (std::vector<std::string>{"register 5 0x100 as QZhk 1", "install", "unregister 1"}));
 }
 
-TEST_F(HotKeyTests, StaysAsItIsWhenItIsResumedWithoutAPause) {
+TEST_F(HotKeyTests, ResumingWithoutAPauseDoesNothing) {
     HotKey hotKey(controller_, Key::g, ModifierFlags::command);
     hotKey.setIsPaused(false);
     EXPECT_EQ(service_.calls(),
@@ -131,7 +131,7 @@ TEST_F(HotKeyTests, StaysAsItIsWhenItIsResumedWithoutAPause) {
     EXPECT_NE(controller_.hotKey(1), nullptr);
 }
 
-TEST_F(HotKeyTests, GivesNothingBackWhenItIsDestroyedDuringAPause) {
+TEST_F(HotKeyTests, DestructionDuringAPauseDoesNotUnregisterAgain) {
     std::optional<HotKey> hotKey(std::in_place, controller_, Key::g, ModifierFlags::command);
     hotKey->setIsPaused(true);
     hotKey.reset();
@@ -139,7 +139,7 @@ TEST_F(HotKeyTests, GivesNothingBackWhenItIsDestroyedDuringAPause) {
     EXPECT_EQ(service_.calls().size(), 3U);
 }
 
-TEST_F(HotKeyTests, MayBeDestroyedByItsOwnHandler) {
+TEST_F(HotKeyTests, AHandlerMayDestroyItsHotKey) {
     std::optional<HotKey> hotKey(std::in_place, controller_, Key::g, ModifierFlags::command);
     hotKey->keyDownHandler = [&, mark = std::string("a text too long for the handler itself")] {
         hotKey.reset();
@@ -150,7 +150,7 @@ TEST_F(HotKeyTests, MayBeDestroyedByItsOwnHandler) {
     EXPECT_TRUE(service_.registered().empty());
 }
 
-TEST_F(HotKeyTests, MayHaveItsHandlerReplacedByTheHandler) {
+TEST_F(HotKeyTests, AHandlerMayReplaceItself) {
     HotKey hotKey(controller_, Key::g, ModifierFlags::command);
     hotKey.keyDownHandler = [&, mark = std::string("a text too long for the handler itself")] {
         hotKey.keyDownHandler = note('b');
@@ -161,7 +161,7 @@ TEST_F(HotKeyTests, MayHaveItsHandlerReplacedByTheHandler) {
     EXPECT_EQ(notes_, "fb");
 }
 
-TEST_F(HotKeyTests, MayBePausedAndReplacedByItsHandler) {
+TEST_F(HotKeyTests, AHandlerMayPauseAndReplaceItsHotKey) {
     std::optional<HotKey> hotKey(std::in_place, controller_, Key::g, ModifierFlags::command);
     hotKey->keyDownHandler = [&] {
         hotKey->setIsPaused(true);
@@ -172,12 +172,12 @@ TEST_F(HotKeyTests, MayBePausedAndReplacedByItsHandler) {
     EXPECT_EQ(notes_, "b");
 }
 
-TEST(HotKeyLifetimeTests, CanNeitherBeCopiedNorMoved) {
+TEST(HotKeyLifetimeTests, IsNeitherCopyableNorMovable) {
     EXPECT_FALSE(std::is_copy_constructible_v<HotKey>);
     EXPECT_FALSE(std::is_move_constructible_v<HotKey>);
 }
 
-TEST(HotKeyLifetimeTests, OutlivesItsControllerAndIsRegisteredNoMore) {
+TEST(HotKeyLifetimeTests, MayOutliveItsController) {
     MemoryEventHotKeyService service;
     auto controller = std::make_unique<HotKeysController>(service);
     HotKey hotKey(*controller, Key::g, ModifierFlags::command);

@@ -35,11 +35,11 @@ class HotKeysControllerTests : public testing::Test {
     std::string notes_;
 };
 
-TEST_F(HotKeysControllerTests, SignsWithItsFourCharacterCode) {
+TEST_F(HotKeysControllerTests, SignatureIsTheFourCharacterCode) {
     EXPECT_EQ(HotKeysController::signature, ourSignature);
 }
 
-TEST_F(HotKeysControllerTests, GivesTheFirstHotKeyTheId1AndTheNextTheId2EvenAfterTheFirstIsGone) {
+TEST_F(HotKeysControllerTests, CountsIdsFrom1AndNeverReusesThem) {
     std::optional<HotKey> hotKey(std::in_place, controller_, KeyCombo(5, 0x100));
     EXPECT_EQ(controller_.hotKeyBox(*hotKey)->carbonHotKeyID, 1U);
     hotKey.reset();
@@ -51,7 +51,7 @@ TEST_F(HotKeysControllerTests, GivesTheFirstHotKeyTheId1AndTheNextTheId2EvenAfte
             "register 5 0x100 as QZhk 1", "install", "unregister 1", "register 5 0x100 as QZhk 2"));
 }
 
-TEST_F(HotKeysControllerTests, KeepsBothEntriesOfTwoHotKeysWithTheSameCombination) {
+TEST_F(HotKeysControllerTests, KeepsTwoEntriesForOneCombination) {
     const HotKey first(controller_, KeyCombo(5, 0x100), note('a'));
     const HotKey second(controller_, KeyCombo(5, 0x100), note('b'));
     EXPECT_THAT(
@@ -64,7 +64,7 @@ TEST_F(HotKeysControllerTests, KeepsBothEntriesOfTwoHotKeysWithTheSameCombinatio
     EXPECT_EQ(notes_, "a");
 }
 
-TEST_F(HotKeysControllerTests, InstallsNoHandlerUntilARegistrationSucceeds) {
+TEST_F(HotKeysControllerTests, InstallsNoHandlerBeforeARegistrationSucceeds) {
     service_.refuseRegistrations(hotkey::eventHotKeyExistsErr);
     const HotKey refused(controller_, KeyCombo(5, 0x100));
     EXPECT_TRUE(service_.installations().empty());
@@ -73,7 +73,7 @@ TEST_F(HotKeysControllerTests, InstallsNoHandlerUntilARegistrationSucceeds) {
     EXPECT_EQ(service_.installations().size(), 1U);
 }
 
-TEST_F(HotKeysControllerTests, InstallsItsHandlerOnceAndForGood) {
+TEST_F(HotKeysControllerTests, InstallsItsHandlerOnce) {
     {
         HotKey first(controller_, KeyCombo(5, 0x100));
         const HotKey second(controller_, KeyCombo(4, 0x100));
@@ -84,7 +84,7 @@ TEST_F(HotKeysControllerTests, InstallsItsHandlerOnceAndForGood) {
     EXPECT_EQ(service_.installations().size(), 1U);
 }
 
-TEST_F(HotKeysControllerTests, TriesAgainToInstallAHandlerThatTheSystemRefused) {
+TEST_F(HotKeysControllerTests, RetriesARefusedHandlerInstallation) {
     service_.refuseInstallations(hotkey::paramErr);
     const HotKey first(controller_, KeyCombo(5, 0x100));
     service_.refuseInstallations(noErr);
@@ -96,7 +96,7 @@ TEST_F(HotKeysControllerTests, TriesAgainToInstallAHandlerThatTheSystemRefused) 
                             "install"));
 }
 
-TEST_F(HotKeysControllerTests, AsksForPressesAndReleasesInThatOrderWithoutUserData) {
+TEST_F(HotKeysControllerTests, InstallsForPressesAndReleasesWithoutUserData) {
     const HotKey hotKey(controller_, KeyCombo(5, 0x100));
     const auto& installation = service_.installations().at(0);
     EXPECT_THAT(installation.types,
@@ -105,14 +105,14 @@ TEST_F(HotKeysControllerTests, AsksForPressesAndReleasesInThatOrderWithoutUserDa
     EXPECT_EQ(installation.userData, nullptr);
 }
 
-TEST_F(HotKeysControllerTests, DoesNothingForAHotKeyThatIsRegistered) {
+TEST_F(HotKeysControllerTests, RegisteringTwiceDoesNothing) {
     const HotKey hotKey(controller_, KeyCombo(5, 0x100));
     controller_.register_(hotKey);
     EXPECT_EQ(service_.calls().size(), 2U);
     EXPECT_EQ(controller_.hotKeyBox(hotKey)->carbonHotKeyID, 1U);
 }
 
-TEST_F(HotKeysControllerTests, DoesNothingToUnregisterAHotKeyThatIsNotRegistered) {
+TEST_F(HotKeysControllerTests, UnregisteringTwiceDoesNothing) {
     const HotKey hotKey(controller_, KeyCombo(5, 0x100));
     controller_.unregister(hotKey);
     controller_.unregister(hotKey);
@@ -121,7 +121,7 @@ TEST_F(HotKeysControllerTests, DoesNothingToUnregisterAHotKeyThatIsNotRegistered
     EXPECT_EQ(controller_.hotKeyBox(hotKey), nullptr);
 }
 
-TEST_F(HotKeysControllerTests, KeepsTheEntryOfARefusedHotKeyAndUnregistersItAllTheSame) {
+TEST_F(HotKeysControllerTests, KeepsAndUnregistersARefusedHotKey) {
     service_.takeElsewhere(commandG);
     std::optional<HotKey> hotKey(std::in_place, controller_, KeyCombo(5, 0x100));
     EXPECT_EQ(controller_.hotKey(1), &*hotKey);
@@ -132,14 +132,14 @@ TEST_F(HotKeysControllerTests, KeepsTheEntryOfARefusedHotKeyAndUnregistersItAllT
                 ElementsAre("register 5 0x100 as QZhk 1 refused", "unregister nothing"));
 }
 
-TEST_F(HotKeysControllerTests, TakesASuccessWithoutAReferenceForARefusal) {
+TEST_F(HotKeysControllerTests, TreatsSuccessWithANullReferenceAsARefusal) {
     service_.handOutNullReferences();
     const HotKey hotKey(controller_, KeyCombo(5, 0x100));
     EXPECT_TRUE(controller_.hotKeyBox(hotKey)->carbonEventHotKey.isNull());
     EXPECT_TRUE(service_.installations().empty());
 }
 
-TEST_F(HotKeysControllerTests, SaysNothingAboutARefusal) {
+TEST_F(HotKeysControllerTests, IsSilentAboutARefusal) {
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
     service_.takeElsewhere(commandG);
@@ -148,7 +148,7 @@ TEST_F(HotKeysControllerTests, SaysNothingAboutARefusal) {
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
-/// Looks into the registry at the moment when the system is asked.
+/// Inspects the registry at the moment when the system is asked.
 class LookingService final : public hotkey::EventHotKeyService {
   public:
     [[nodiscard]] hotkey::EventTargetRef getEventDispatcherTarget() override { return {}; }
@@ -194,7 +194,7 @@ class LookingService final : public hotkey::EventHotKeyService {
     std::optional<std::uint32_t> lastOptions;
 };
 
-TEST(HotKeysControllerOrderTests, StoresTheEntryBeforeTheSystemIsAsked) {
+TEST(HotKeysControllerOrderTests, StoresTheEntryBeforeAskingTheSystem) {
     LookingService service;
     HotKeysController controller(service);
     service.controller = &controller;
@@ -203,7 +203,7 @@ TEST(HotKeysControllerOrderTests, StoresTheEntryBeforeTheSystemIsAsked) {
     EXPECT_EQ(service.lastOptions, 0U);
 }
 
-TEST(HotKeysControllerOrderTests, NoLongerFindsAHotKeyWhoseDestructionHasBegun) {
+TEST(HotKeysControllerOrderTests, DoesNotFindAHotKeyBeingDestroyed) {
     LookingService service;
     HotKeysController controller(service);
     service.controller = &controller;
@@ -228,7 +228,7 @@ TEST_F(HotKeysControllerTests, CallsTheDownHandlerOnPressAndTheUpHandlerOnReleas
     EXPECT_EQ(notes_, "du");
 }
 
-TEST_F(HotKeysControllerTests, CallsOnlyTheHotKeyThatTheEventIsFor) {
+TEST_F(HotKeysControllerTests, CallsOnlyTheHotKeyOfTheEvent) {
     const HotKey first(controller_, KeyCombo(5, 0x100), note('a'));
     const HotKey second(controller_, KeyCombo(4, 0x100), note('b'));
     service_.press({4, 0x100});
@@ -241,13 +241,13 @@ TEST_F(HotKeysControllerTests, DeclinesAnEventWithAForeignSignature) {
     EXPECT_EQ(notes_, "");
 }
 
-TEST_F(HotKeysControllerTests, DeclinesAKeyUpWithoutAHandlerForIt) {
+TEST_F(HotKeysControllerTests, DeclinesAKeyUpWithoutAHandler) {
     const HotKey hotKey(controller_, KeyCombo(5, 0x100), note('d'));
     EXPECT_EQ(service_.release(commandG), -9874);
     EXPECT_EQ(notes_, "");
 }
 
-TEST_F(HotKeysControllerTests, DeclinesAKeyDownWithoutAHandlerForIt) {
+TEST_F(HotKeysControllerTests, DeclinesAKeyDownWithoutAHandler) {
     const HotKey hotKey(controller_, KeyCombo(5, 0x100), {}, note('u'));
     EXPECT_EQ(service_.press(commandG), -9874);
     EXPECT_EQ(notes_, "");
@@ -259,27 +259,27 @@ TEST_F(HotKeysControllerTests, DeclinesANullEvent) {
     EXPECT_EQ(notes_, "");
 }
 
-TEST_F(HotKeysControllerTests, PassesTheErrorOfReadingAnEventOn) {
+TEST_F(HotKeysControllerTests, ReturnsTheErrorOfReadingAnEvent) {
     const HotKey hotKey(controller_, KeyCombo(5, 0x100), note('d'));
     service_.refuseParameters(-9870);
     EXPECT_EQ(service_.press(commandG), -9870);
     EXPECT_EQ(notes_, "");
 }
 
-TEST_F(HotKeysControllerTests, DeclinesAnEventForAnIdThatNobodyHas) {
+TEST_F(HotKeysControllerTests, DeclinesAnEventWithAnUnknownId) {
     const HotKey hotKey(controller_, KeyCombo(5, 0x100), note('d'));
     EXPECT_EQ(service_.send({.hotKeyID = {.signature = ourSignature, .id = 2}}), -9874);
     EXPECT_EQ(notes_, "");
 }
 
-TEST_F(HotKeysControllerTests, DeclinesAnEventThatIsStillUnderWayForAHotKeyThatIsGone) {
+TEST_F(HotKeysControllerTests, DeclinesALateEventForADestroyedHotKey) {
     std::optional<HotKey> hotKey(std::in_place, controller_, KeyCombo(5, 0x100), note('d'));
     hotKey.reset();
     EXPECT_EQ(service_.send({.hotKeyID = {.signature = ourSignature, .id = 1}}), -9874);
     EXPECT_EQ(notes_, "");
 }
 
-TEST_F(HotKeysControllerTests, DeclinesAnEventThatIsNeitherPressNorRelease) {
+TEST_F(HotKeysControllerTests, DeclinesEventsOtherThanPressAndRelease) {
     const HotKey hotKey(controller_, KeyCombo(5, 0x100), note('d'), note('u'));
     MemoryEventHotKeyService::Event event{.hotKeyID = {.signature = ourSignature, .id = 1},
                                           .kind = 7};
@@ -287,7 +287,7 @@ TEST_F(HotKeysControllerTests, DeclinesAnEventThatIsNeitherPressNorRelease) {
     EXPECT_EQ(notes_, "");
 }
 
-TEST_F(HotKeysControllerTests, DeclinesAnEventForAPausedHotKeyThatIsRegisteredAllTheSame) {
+TEST_F(HotKeysControllerTests, DeclinesAnEventForAPausedHotKeyThatIsRegistered) {
     HotKey hotKey(controller_, KeyCombo(5, 0x100), note('d'), note('u'));
     hotKey.setIsPaused(true);
     controller_.register_(hotKey);
@@ -307,7 +307,7 @@ TEST_F(HotKeysControllerTests, FindsEntriesAndHotKeys) {
     EXPECT_EQ(controller_.hotKey(3), nullptr);
 }
 
-TEST(HotKeysControllerLifetimeTests, GivesEverythingBackWhenItGoesAndBearsLateEvents) {
+TEST(HotKeysControllerLifetimeTests, UnregistersOnDestructionAndDeclinesLateEvents) {
     MemoryEventHotKeyService service;
     std::string notes;
     auto controller = std::make_unique<HotKeysController>(service);
@@ -318,7 +318,7 @@ TEST(HotKeysControllerLifetimeTests, GivesEverythingBackWhenItGoesAndBearsLateEv
     EXPECT_EQ(notes, "");
 }
 
-TEST(HotKeysControllerLifetimeTests, MayGoInsideAHandlerAndTheHotKeyAfterIt) {
+TEST(HotKeysControllerLifetimeTests, AHandlerMayDestroyTheControllerAndThenTheHotKey) {
     MemoryEventHotKeyService service;
     auto controller = std::make_unique<HotKeysController>(service);
     std::optional<HotKey> hotKey(std::in_place, *controller, KeyCombo(5, 0x100));

@@ -24,7 +24,7 @@ TEST(KeyComboTests, KeepsCarbonValuesUnchanged) {
     EXPECT_EQ(combo.carbonModifiers, 0xDEADBEEFU);
 }
 
-TEST(KeyComboTests, TakesCarbonValuesFromAKeyAndModifiers) {
+TEST(KeyComboTests, ConvertsAKeyAndModifiersToCarbonValues) {
     const KeyCombo combo(Key::g, ModifierFlags::command | ModifierFlags::capsLock);
     EXPECT_EQ(combo.carbonKeyCode, 5U);
     EXPECT_EQ(combo.carbonModifiers, 0x100U);
@@ -32,7 +32,7 @@ TEST(KeyComboTests, TakesCarbonValuesFromAKeyAndModifiers) {
     EXPECT_EQ(combo.modifiers(), ModifierFlags::command);
 }
 
-TEST(KeyComboTests, StoresAKeyThatIsWritten) {
+TEST(KeyComboTests, SetsTheCodeOfAKey) {
     KeyCombo combo(noKeysCode, 0x100);
     EXPECT_EQ(combo.key(), std::nullopt);
     combo.setKey(Key::k);
@@ -40,31 +40,31 @@ TEST(KeyComboTests, StoresAKeyThatIsWritten) {
     EXPECT_EQ(combo.carbonModifiers, 0x100U);
 }
 
-TEST(KeyComboTests, ReadsBackAsAWhenNoKeyIsWritten) {
+TEST(KeyComboTests, SettingNoKeyReadsBackAsA) {
     KeyCombo combo(Key::k, ModifierFlags::command);
     combo.setKey(std::nullopt);
     EXPECT_EQ(combo.carbonKeyCode, 0U);
     EXPECT_EQ(combo.key(), Key::a);
 }
 
-TEST(KeyComboTests, StoresTheCarbonMaskOfModifiersThatAreWritten) {
+TEST(KeyComboTests, SetsTheCarbonMaskOfModifiers) {
     KeyCombo combo(Key::k, ModifierFlags::command);
     combo.setModifiers(ModifierFlags::option | ModifierFlags::control | ModifierFlags::function);
     EXPECT_EQ(combo.carbonModifiers, 0x1800U);
     EXPECT_EQ(combo.modifiers(), ModifierFlags::option | ModifierFlags::control);
 }
 
-TEST(KeyComboTests, DescribesItselfByGlyphsAndKeyWithoutASeparator) {
+TEST(KeyComboTests, DescriptionJoinsGlyphsAndKey) {
     EXPECT_EQ(KeyCombo(Key::k, ModifierFlags::command | ModifierFlags::shift).description(),
               "\u21E7\u2318K");
 }
 
-TEST(KeyComboTests, DescribesItselfByGlyphsAloneWithoutAKey) {
+TEST(KeyComboTests, DescriptionWithoutAKeyIsTheGlyphs) {
     EXPECT_EQ(KeyCombo(noKeysCode, 0x1B00).description(), "\u2303\u2325\u21E7\u2318");
     EXPECT_EQ(KeyCombo(noKeysCode, 0).description(), "");
 }
 
-TEST(KeyComboTests, IsEqualExactlyWhenBothValuesAre) {
+TEST(KeyComboTests, IsEqualIfBothValuesAre) {
     EXPECT_EQ(KeyCombo(5, 0x100), KeyCombo(Key::g, ModifierFlags::command));
     EXPECT_NE(KeyCombo(5, 0x100), KeyCombo(4, 0x100));
     EXPECT_NE(KeyCombo(5, 0x100), KeyCombo(5, 0x200));
@@ -72,30 +72,30 @@ TEST(KeyComboTests, IsEqualExactlyWhenBothValuesAre) {
     EXPECT_NE(KeyCombo(5, 0x100), KeyCombo(5, 0x500));
 }
 
-TEST(KeyComboTests, WritesItselfAsSignedIntegers) {
+TEST(KeyComboTests, DictionaryHoldsSignedIntegers) {
     const Dictionary dictionary = KeyCombo(0xFFFFFFFFU, 0x100).dictionary();
     EXPECT_EQ(
         dictionary,
         (Dictionary{{"keyCode", std::int64_t{4294967295}}, {"modifiers", std::int64_t{256}}}));
 }
 
-TEST(KeyComboTests, ComesBackFromItsDictionary) {
+TEST(KeyComboTests, RoundTripsThroughItsDictionary) {
     const KeyCombo combo(0xFFFFFFFFU, 0x1100);
     EXPECT_EQ(KeyCombo::fromDictionary(combo.dictionary()), combo);
 }
 
-TEST(KeyComboTests, DoesNotComeFromADictionaryThatLacksAnEntry) {
+TEST(KeyComboTests, RejectsADictionaryWithAMissingEntry) {
     EXPECT_EQ(KeyCombo::fromDictionary({}), std::nullopt);
     EXPECT_EQ(KeyCombo::fromDictionary({{"keyCode", std::int64_t{5}}}), std::nullopt);
     EXPECT_EQ(KeyCombo::fromDictionary({{"modifiers", std::int64_t{5}}}), std::nullopt);
 }
 
-TEST(KeyComboTests, DoesNotComeFromAKeyCodeThatIsAString) {
+TEST(KeyComboTests, RejectsAKeyCodeThatIsAString) {
     EXPECT_EQ(KeyCombo::fromDictionary({{"keyCode", "5"}, {"modifiers", std::int64_t{256}}}),
               std::nullopt);
 }
 
-TEST(KeyComboTests, DoesNotComeFromNumbersOfOtherTypes) {
+TEST(KeyComboTests, RejectsNumbersOfOtherTypes) {
     EXPECT_EQ(
         KeyCombo::fromDictionary({{"keyCode", std::uint64_t{5}}, {"modifiers", std::int64_t{256}}}),
         std::nullopt);
@@ -105,25 +105,25 @@ TEST(KeyComboTests, DoesNotComeFromNumbersOfOtherTypes) {
               std::nullopt);
 }
 
-TEST(KeyComboTests, DoesNotComeFromAnOutOfRangeCodeBesideAValueOfAnotherType) {
+TEST(KeyComboTests, RejectsAWrongTypeBeforeItChecksRanges) {
     EXPECT_EQ(KeyCombo::fromDictionary({{"keyCode", std::int64_t{-1}}, {"modifiers", "256"}}),
               std::nullopt);
 }
 
-TEST(KeyComboDeathTest, DiesOfAKeyCodeOfMinusOne) {
+TEST(KeyComboDeathTest, DiesOnAKeyCodeOfMinusOne) {
     const Dictionary dictionary{{"keyCode", std::int64_t{-1}}, {"modifiers", std::int64_t{256}}};
     EXPECT_DEATH(static_cast<void>(KeyCombo::fromDictionary(dictionary)),
                  "Fatal error: Negative value is not representable");
 }
 
-TEST(KeyComboDeathTest, DiesOfAnIntegerAboveThirtyTwoBits) {
+TEST(KeyComboDeathTest, DiesOnAnIntegerAboveThirtyTwoBits) {
     const Dictionary dictionary{{"keyCode", std::int64_t{5}},
                                 {"modifiers", std::int64_t{4294967296}}};
     EXPECT_DEATH(static_cast<void>(KeyCombo::fromDictionary(dictionary)),
                  "Fatal error: Not enough bits to represent the passed value");
 }
 
-TEST(KeyComboTests, KnowsTheFortySixStandardCombosInTheirOrder) {
+TEST(KeyComboTests, HasFortySixStandardCombosInOrder) {
     std::vector<std::string> descriptions;
     for (const KeyCombo& combo : KeyCombo::standardKeyCombos()) {
         descriptions.push_back(combo.description());
@@ -148,7 +148,7 @@ TEST(KeyComboTests, KnowsTheFortySixStandardCombosInTheirOrder) {
     EXPECT_EQ(descriptions.size(), 46U);
 }
 
-TEST(KeyComboTests, HasTheDefaultShortcutAmongTheStandardCombos) {
+TEST(KeyComboTests, TheDefaultShortcutIsAStandardCombo) {
     EXPECT_EQ(KeyCombo::standardKeyCombos()[21], KeyCombo(Key::g, ModifierFlags::command));
 }
 
@@ -159,18 +159,18 @@ symbolicHotKey(foundation::Value enabled, foundation::Value code, foundation::Va
             {"kHISymbolicHotKeyModifiers", std::move(modifiers)}};
 }
 
-TEST(KeyComboTests, AreNoneOfTheSystemsWhenItAnswersWithAnError) {
+TEST(KeyComboTests, HasNoSystemCombosIfTheSystemAnswersWithAnError) {
     EXPECT_TRUE(
         KeyCombo::systemKeyCombos(
             {.status = -1, .hotKeys = {{symbolicHotKey(true, std::int64_t{5}, std::int64_t{256})}}})
             .empty());
 }
 
-TEST(KeyComboTests, AreNoneOfTheSystemsWhenItsArrayIsNull) {
+TEST(KeyComboTests, HasNoSystemCombosIfTheArrayIsNull) {
     EXPECT_TRUE(KeyCombo::systemKeyCombos({.status = 0, .hotKeys = std::nullopt}).empty());
 }
 
-TEST(KeyComboTests, AreTheSystemsWhoseThreeEntriesAreNumbersAndThatAreEnabled) {
+TEST(KeyComboTests, SystemCombosAreEnabledEntriesThatHoldNumbers) {
     EXPECT_EQ(KeyCombo::systemKeyCombos(
                   {.status = 0,
                    .hotKeys = {{symbolicHotKey(true, std::int64_t{49}, std::int64_t{256}),
@@ -181,7 +181,7 @@ TEST(KeyComboTests, AreTheSystemsWhoseThreeEntriesAreNumbersAndThatAreEnabled) {
               (std::vector<KeyCombo>{{49U, 256U}, {5U, 512U}, {1U, 0x1000U}}));
 }
 
-TEST(KeyComboTests, SkipsTheSystemsThatLackAnEntryOrHoldAnotherType) {
+TEST(KeyComboTests, SystemCombosSkipEntriesThatAreMissingOrOfAnotherType) {
     const Dictionary complete = symbolicHotKey(true, std::int64_t{5}, std::int64_t{256});
     std::vector<Dictionary> hotKeys{{}};
     for (const auto& [key, value] : complete) {
@@ -193,7 +193,7 @@ TEST(KeyComboTests, SkipsTheSystemsThatLackAnEntryOrHoldAnotherType) {
     EXPECT_TRUE(KeyCombo::systemKeyCombos({.status = 0, .hotKeys = hotKeys}).empty());
 }
 
-TEST(KeyComboTests, TakesTheLowThirtyTwoBitsOfTheSystemsNumbers) {
+TEST(KeyComboTests, SystemCombosTakeTheLowThirtyTwoBits) {
     EXPECT_EQ(KeyCombo::systemKeyCombos(
                   {.status = 0,
                    .hotKeys = {{symbolicHotKey(true, std::int64_t{-1}, std::int64_t{1} << 32),
@@ -211,11 +211,11 @@ MainMenuItem item(std::string keyEquivalent,
             .submenu = std::move(submenu)};
 }
 
-TEST(KeyComboTests, AreNoneOfTheMainMenuWhenThereIsNone) {
+TEST(KeyComboTests, HasNoMainMenuCombosWithoutAMenu) {
     EXPECT_TRUE(KeyCombo::mainMenuKeyCombos({}).empty());
 }
 
-TEST(KeyComboTests, AreThoseOfEveryMainMenuItemAndItsSubmenus) {
+TEST(KeyComboTests, MainMenuCombosIncludeSubmenus) {
     constexpr auto command = ModifierFlags::command;
     const std::vector<std::optional<MainMenuItem>> mainMenu{
         item("", {}, {item("q", command), item("", {}, {item("H", command)}), item("?", command)}),
@@ -229,7 +229,7 @@ TEST(KeyComboTests, AreThoseOfEveryMainMenuItemAndItsSubmenus) {
                                      {Key::c, command}}));
 }
 
-TEST(KeyComboDeathTest, DiesOfAMainMenuElementThatIsNoItem) {
+TEST(KeyComboDeathTest, DiesOnAMainMenuElementThatIsNoItem) {
     const std::vector<std::optional<MainMenuItem>> mainMenu{
         item("", {}, {item("q", ModifierFlags::command), std::nullopt})};
     EXPECT_DEATH(static_cast<void>(KeyCombo::mainMenuKeyCombos(mainMenu)),

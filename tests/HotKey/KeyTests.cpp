@@ -20,7 +20,7 @@ struct Expected {
     std::string_view description;
 };
 
-// Descriptions byte by byte, so that a wrong code point cannot hide behind a right look.
+// Descriptions in bytes: a wrong code point may look right.
 // clang-format off
 constexpr std::array<Expected, 114> expectedKeys{{
     {Key::a, "a", 0, "A"},
@@ -145,21 +145,21 @@ bool isOnKeypad(const Expected& expected) {
     return expected.lowerCaseName.starts_with("keypad");
 }
 
-TEST(KeyTests, HasItsHundredAndFourteenCasesInTheirOrder) {
+TEST(KeyTests, Has114CasesInOrder) {
     EXPECT_EQ(hotkey::keyCount, 114U);
     for (std::size_t index = 0; index < expectedKeys.size(); ++index) {
         EXPECT_EQ(static_cast<std::size_t>(expectedKeys[index].key), index);
     }
 }
 
-TEST(KeyTests, HasTheCarbonKeyCodeOfItsPlace) {
+TEST(KeyTests, MapsToItsCarbonKeyCode) {
     for (const Expected& expected : expectedKeys) {
         EXPECT_EQ(hotkey::carbonKeyCode(expected.key), expected.carbonKeyCode)
             << expected.lowerCaseName;
     }
 }
 
-TEST(KeyTests, HasItsOwnCarbonKeyCode) {
+TEST(KeyTests, HasAUniqueCarbonKeyCode) {
     std::set<std::uint32_t> codes;
     for (const Expected& expected : expectedKeys) {
         codes.insert(hotkey::carbonKeyCode(expected.key));
@@ -167,22 +167,22 @@ TEST(KeyTests, HasItsOwnCarbonKeyCode) {
     EXPECT_EQ(codes.size(), 114U);
 }
 
-TEST(KeyTests, ComesBackFromItsCarbonKeyCode) {
+TEST(KeyTests, RoundTripsThroughItsCarbonKeyCode) {
     for (const Expected& expected : expectedKeys) {
         EXPECT_EQ(hotkey::keyFromCarbonKeyCode(hotkey::carbonKeyCode(expected.key)), expected.key)
             << expected.lowerCaseName;
     }
 }
 
-TEST(KeyTests, IsSectionForCode0x0A) {
+TEST(KeyTests, Code0x0AIsSection) {
     EXPECT_EQ(hotkey::keyFromCarbonKeyCode(0x0A), Key::section);
 }
 
-TEST(KeyTests, DoesNotExistForCode0x34) {
+TEST(KeyTests, Code0x34IsNoKey) {
     EXPECT_EQ(hotkey::keyFromCarbonKeyCode(0x34), std::nullopt);
 }
 
-TEST(KeyTests, ExistsForNoOtherCode) {
+TEST(KeyTests, NoOtherCodeIsAKey) {
     int found = 0;
     for (std::uint32_t code = 0; code <= 0x2FFFF; ++code) {
         const auto key = hotkey::keyFromCarbonKeyCode(code);
@@ -196,7 +196,7 @@ TEST(KeyTests, ExistsForNoOtherCode) {
     EXPECT_EQ(hotkey::keyFromCarbonKeyCode(0xFFFFFFFF), std::nullopt);
 }
 
-TEST(KeyTests, DescribesItself) {
+TEST(KeyTests, HasADescription) {
     for (const Expected& expected : expectedKeys) {
         EXPECT_EQ(hotkey::description(expected.key), expected.description)
             << expected.lowerCaseName;
@@ -217,7 +217,7 @@ TEST(KeyTests, IsFoundByItsNameInAnyCase) {
     EXPECT_EQ(hotkey::keyFromString("KEYPAD7"), Key::keypad7);
 }
 
-TEST(KeyTests, IsFoundByItsDescriptionUnlessItIsOnTheKeypadOrARightModifier) {
+TEST(KeyTests, IsFoundByItsDescriptionExceptKeypadAndRightModifiers) {
     for (const Expected& expected : expectedKeys) {
         if (isOnKeypad(expected) || expected.lowerCaseName.starts_with("right")) {
             continue;
@@ -229,7 +229,7 @@ TEST(KeyTests, IsFoundByItsDescriptionUnlessItIsOnTheKeypadOrARightModifier) {
     EXPECT_EQ(hotkey::keyFromString("\u2192"), Key::rightArrow);
 }
 
-TEST(KeyTests, IsTheMainKeyForADescriptionThatTheKeypadShares) {
+TEST(KeyTests, ASharedDescriptionFindsTheMainKey) {
     EXPECT_EQ(hotkey::keyFromString("7"), Key::seven);
     EXPECT_EQ(hotkey::keyFromString("."), Key::period);
     EXPECT_EQ(hotkey::keyFromString("/"), Key::slash);
@@ -238,20 +238,20 @@ TEST(KeyTests, IsTheMainKeyForADescriptionThatTheKeypadShares) {
     EXPECT_EQ(hotkey::keyFromString("\u21A9\uFE0E"), Key::return_);
 }
 
-TEST(KeyTests, IsNotFoundByADescriptionThatOnlyTheKeypadHas) {
+TEST(KeyTests, AKeypadDescriptionFindsNoKey) {
     EXPECT_EQ(hotkey::keyFromString("+"), std::nullopt);
     EXPECT_EQ(hotkey::keyFromString("\u2327"), std::nullopt);
     EXPECT_EQ(hotkey::keyFromString("\U0001D5D1"), std::nullopt);
 }
 
-TEST(KeyTests, IsTheLeftModifierForTheGlyphOfBoth) {
+TEST(KeyTests, AModifierGlyphFindsTheLeftKey) {
     EXPECT_EQ(hotkey::keyFromString("\u2318"), Key::command);
     EXPECT_EQ(hotkey::keyFromString("\u2325"), Key::option);
     EXPECT_EQ(hotkey::keyFromString("\u2303"), Key::control);
     EXPECT_EQ(hotkey::keyFromString("\u21E7"), Key::shift);
 }
 
-TEST(KeyTests, IsFoundByTheOtherTextsThatAFewKeysGoBy) {
+TEST(KeyTests, IsFoundByItsAliases) {
     EXPECT_EQ(hotkey::keyFromString("\r"), Key::return_);
     EXPECT_EQ(hotkey::keyFromString("\u23CE"), Key::return_);
     EXPECT_EQ(hotkey::keyFromString("\u2B90"), Key::return_);
@@ -264,13 +264,13 @@ TEST(KeyTests, IsFoundByTheOtherTextsThatAFewKeysGoBy) {
     EXPECT_EQ(hotkey::keyFromString("1"), Key::one);
 }
 
-TEST(KeyTests, IsFoundByTheDescriptionOfAnFKeyInEitherCase) {
+TEST(KeyTests, AnFKeyIsFoundByItsDescriptionInAnyCase) {
     EXPECT_EQ(hotkey::keyFromString("\uF860F1"), Key::f1);
     EXPECT_EQ(hotkey::keyFromString("\uF860f1"), Key::f1);
     EXPECT_EQ(hotkey::keyFromString("\uF861F20"), Key::f20);
 }
 
-TEST(KeyTests, LowersTheKelvinSignToK) {
+TEST(KeyTests, LowerCasesTheKelvinSignToK) {
     EXPECT_EQ(hotkey::keyFromString("\u212A"), Key::k);
     EXPECT_EQ(hotkey::keyFromString("\u212AEYPAD0"), Key::keypad0);
 }

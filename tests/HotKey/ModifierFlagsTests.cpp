@@ -9,7 +9,7 @@ using hotkey::ModifierFlags;
 constexpr auto all =
     ModifierFlags::command | ModifierFlags::option | ModifierFlags::control | ModifierFlags::shift;
 
-TEST(ModifierFlagsTests, HasTheBitsOfTheSystemsEventFlags) {
+TEST(ModifierFlagsTests, HasTheBitsOfMacEventFlags) {
     EXPECT_EQ(ModifierFlags::capsLock.rawValue, 0x10000U);
     EXPECT_EQ(ModifierFlags::shift.rawValue, 0x20000U);
     EXPECT_EQ(ModifierFlags::control.rawValue, 0x40000U);
@@ -18,12 +18,12 @@ TEST(ModifierFlagsTests, HasTheBitsOfTheSystemsEventFlags) {
     EXPECT_EQ(ModifierFlags::function.rawValue, 0x800000U);
 }
 
-TEST(ModifierFlagsTests, HasAllFourModifiersForCarbonMask0x1B00) {
+TEST(ModifierFlagsTests, CarbonMask0x1B00HasAllFourModifiers) {
     EXPECT_EQ(ModifierFlags::fromCarbonFlags(0x1B00), all);
     EXPECT_EQ(ModifierFlags::fromCarbonFlags(0x1B00).description(), "\u2303\u2325\u21E7\u2318");
 }
 
-TEST(ModifierFlagsTests, GivesEachModifierItsCarbonMask) {
+TEST(ModifierFlagsTests, ConvertsEachModifierToItsCarbonMask) {
     EXPECT_EQ(ModifierFlags::command.carbonFlags(), 0x100U);
     EXPECT_EQ(ModifierFlags::shift.carbonFlags(), 0x200U);
     EXPECT_EQ(ModifierFlags::option.carbonFlags(), 0x800U);
@@ -34,7 +34,7 @@ TEST(ModifierFlagsTests, GivesEachModifierItsCarbonMask) {
         0x1900U);
 }
 
-TEST(ModifierFlagsTests, ComesBackFromEachCarbonMask) {
+TEST(ModifierFlagsTests, RoundTripsThroughCarbonMasks) {
     for (const auto flag : {ModifierFlags::command,
                             ModifierFlags::shift,
                             ModifierFlags::option,
@@ -48,25 +48,25 @@ TEST(ModifierFlagsTests, DropsOtherCarbonBits) {
     EXPECT_EQ(ModifierFlags::fromCarbonFlags(0xFFFFFFFF), all);
 }
 
-TEST(ModifierFlagsTests, DescribesNothingAndMasksNothingForCapsLockOrFunctionAlone) {
+TEST(ModifierFlagsTests, IgnoresCapsLockAndFunction) {
     for (const auto flags : {ModifierFlags::capsLock, ModifierFlags::function}) {
         EXPECT_EQ(flags.description(), "");
         EXPECT_EQ(flags.carbonFlags(), 0U);
     }
 }
 
-TEST(ModifierFlagsTests, DescribesTheEmptySetByTheEmptyString) {
+TEST(ModifierFlagsTests, TheEmptySetHasAnEmptyDescription) {
     EXPECT_EQ(ModifierFlags{}.description(), "");
 }
 
-TEST(ModifierFlagsTests, IgnoresOtherBitsInTheDescriptionButKeepsThem) {
+TEST(ModifierFlagsTests, IgnoresOtherBitsButKeepsThem) {
     const ModifierFlags flags{ModifierFlags::command.rawValue | 0x8000000000800008U};
     EXPECT_EQ(flags.description(), "\u2318");
     EXPECT_EQ(flags.carbonFlags(), 0x100U);
     EXPECT_EQ(flags.rawValue, 0x8000000000900008U);
 }
 
-TEST(ModifierFlagsTests, ContainsWhatItWasMadeOf) {
+TEST(ModifierFlagsTests, ContainsItsParts) {
     EXPECT_TRUE(all.contains(ModifierFlags::shift));
     EXPECT_FALSE(ModifierFlags::shift.contains(all));
     EXPECT_TRUE(ModifierFlags::shift.contains({}));

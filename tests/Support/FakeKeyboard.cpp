@@ -1,20 +1,16 @@
 #include "tests/Support/FakeKeyboard.h"
 
+#include "Platform/Linux/X11/X11Connection.h"
+
 #include <linux/input-event-codes.h>
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
-#include <cstdlib>
-#include <memory>
 #include <stdexcept>
 
 namespace testing_support {
 
 namespace {
-
-struct Free {
-    void operator()(void* memory) const { std::free(memory); } // NOLINT(*-no-malloc)
-};
 
 constexpr int firstX11KeyCode = 8;
 constexpr std::uint16_t numLockMask = XCB_MOD_MASK_2;
@@ -26,7 +22,7 @@ FakeKeyboard::FakeKeyboard(const std::string& display)
     const auto* const extension = xcb_get_extension_data(connection_, &xcb_test_id);
     if (extension == nullptr || extension->present == 0) {
         xcb_disconnect(connection_);
-        throw std::runtime_error("no server that lets keys be faked at " + display);
+        throw std::runtime_error("no X server with the test extension at " + display);
     }
     root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
 }
@@ -82,14 +78,14 @@ void FakeKeyboard::releaseButton(int button) {
 }
 
 std::uint16_t FakeKeyboard::modifierState() const {
-    const std::unique_ptr<xcb_query_pointer_reply_t, Free> reply(
+    const platform::XcbPointer<xcb_query_pointer_reply_t> reply(
         xcb_query_pointer_reply(connection_, xcb_query_pointer(connection_, root_), nullptr));
     return reply ? reply->mask : std::uint16_t{0};
 }
 
 void FakeKeyboard::send(std::uint8_t eventType, int detail) {
-    // Checked requests wait for the server to have acted.
-    const std::unique_ptr<xcb_generic_error_t, Free> error(xcb_request_check(
+    // A checked request waits until the server has acted.
+    const platform::XcbPointer<xcb_generic_error_t> error(xcb_request_check(
         connection_,
         xcb_test_fake_input_checked(
             connection_, eventType, static_cast<std::uint8_t>(detail), 0, XCB_NONE, 0, 0, 0)));

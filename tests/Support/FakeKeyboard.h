@@ -11,11 +11,11 @@ struct xcb_connection_t;
 
 namespace testing_support {
 
-/// A keyboard on an X server of the test's own, played through the server's test extension: what it
-/// types goes the way of real keys, auto-repeat included. Keys are named by the kernel's (evdev)
-/// key codes, KEY_G for example. When a call returns, the server has acted on it.
+/// A keyboard on a test's private X server, simulated by the server's test extension: its keys are
+/// treated like real ones, including auto-repeat. Keys are evdev codes such as KEY_G. When a call
+/// returns, the server has acted on it.
 ///
-/// Lets go of everything and switches Caps Lock and NumLock off in the end.
+/// The destructor releases all keys and buttons and switches Caps Lock and NumLock off.
 class FakeKeyboard : foundation::Pinned {
   public:
     explicit FakeKeyboard(const std::string& display);
@@ -25,10 +25,10 @@ class FakeKeyboard : foundation::Pinned {
     void release(int evdevKeyCode);
     void tap(int evdevKeyCode);
 
-    /// Presses the keys in that order and lets go of them in the reverse one.
+    /// Presses the keys in order and releases them in reverse order.
     void tapTogether(std::initializer_list<int> evdevKeyCodes);
 
-    /// Buttons of the pointer, 1 for the left one.
+    /// Pointer buttons; 1 is the left one.
     void pressButton(int button);
     void releaseButton(int button);
 

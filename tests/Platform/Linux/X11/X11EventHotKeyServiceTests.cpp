@@ -42,7 +42,7 @@ constexpr std::uint16_t numLockMask = XCB_MOD_MASK_2;
 constexpr int mod3Index = XCB_MAP_INDEX_3;
 constexpr int mod4Index = XCB_MAP_INDEX_4;
 
-/// An event loop that also tells how it is used.
+/// An event loop that counts its watches and their calls.
 class CountingEventLoop final : public platform::EventLoop {
   public:
     [[nodiscard]] std::unique_ptr<platform::FileDescriptorWatch>
@@ -118,8 +118,8 @@ class X11EventHotKeyServiceTests : public testing::Test {
         }
     }
 
-    /// The events of everything pressed so far: one more hot key, Control+F1, is pressed and its
-    /// events are waited for, since keys have their effect in the order in which they are pressed.
+    /// The events of all keys pressed so far. Keys take effect in order, so this presses one more
+    /// hot key, Control+F1, and waits for its events.
     std::vector<std::string> events() {
         const EventHotKeyRef mine = reference_;
         EXPECT_EQ(registerHotKey(keyF1, hotkey::controlKey, 99), noErr);
@@ -159,7 +159,7 @@ class X11EventHotKeyServiceTests : public testing::Test {
     std::unique_ptr<platform::X11EventHotKeyService> service_;
 };
 
-TEST_F(X11EventHotKeyServiceTests, DoesNotExistWithoutAServer) {
+TEST_F(X11EventHotKeyServiceTests, IsNullWithoutAServer) {
     EXPECT_EQ(platform::X11EventHotKeyService::open(eventLoop_, mainQueue_, ":98765"), nullptr);
 }
 
@@ -182,8 +182,8 @@ TEST_F(X11EventHotKeyServiceTests, CallsTheHandlersOfHotKeys) {
     EXPECT_TRUE(QtTestLoop::turnUntil([&] { return notes == "dudu"; })) << notes;
 }
 
-TEST_F(X11EventHotKeyServiceTests, TakesAHeldKeyForOnePress) {
-    // Another program, to whom each repetition counts, sees that this server repeats the key.
+TEST_F(X11EventHotKeyServiceTests, AHeldKeyIsOnePress) {
+    // Another program, which counts repeats, shows that this server repeats the key.
     OtherX11Program witness(server_->display());
     ASSERT_TRUE(witness.take(x11KeyG, superMask));
     keyboard_->press(KEY_LEFTMETA);
@@ -197,7 +197,7 @@ TEST_F(X11EventHotKeyServiceTests, TakesAHeldKeyForOnePress) {
     keyboard_->press(KEY_LEFTMETA);
     keyboard_->press(KEY_G);
     ASSERT_TRUE(turnUntilEvent("down 1"));
-    // While the key is held, nothing but its repetitions arrives.
+    // While the key is held, only its repeats arrive.
     const int readyBefore = eventLoop_.readyCount();
     ASSERT_TRUE(QtTestLoop::turnUntil([&] { return eventLoop_.readyCount() >= readyBefore + 5; }));
     EXPECT_THAT(events_, ElementsAre("down 1"));
@@ -208,7 +208,7 @@ TEST_F(X11EventHotKeyServiceTests, TakesAHeldKeyForOnePress) {
     EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
 }
 
-TEST_F(X11EventHotKeyServiceTests, DeliversTheReleaseOnceWhenSuperIsLetGoFirst) {
+TEST_F(X11EventHotKeyServiceTests, DeliversOneReleaseIfSuperIsReleasedFirst) {
     ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
     keyboard_->press(KEY_LEFTMETA);
     keyboard_->press(KEY_G);
@@ -217,7 +217,7 @@ TEST_F(X11EventHotKeyServiceTests, DeliversTheReleaseOnceWhenSuperIsLetGoFirst) 
     EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
 }
 
-TEST_F(X11EventHotKeyServiceTests, FiresForTheRightSuperKeyToo) {
+TEST_F(X11EventHotKeyServiceTests, FiresForTheRightSuperKey) {
     ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
     keyboard_->tapTogether({KEY_RIGHTMETA, KEY_G});
     EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
@@ -254,7 +254,7 @@ TEST_F(X11EventHotKeyServiceTests, FiresWithCapsLockAndNumLockOn) {
     EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
 }
 
-TEST_F(X11EventHotKeyServiceTests, FiresWhileAButtonOfThePointerIsHeld) {
+TEST_F(X11EventHotKeyServiceTests, FiresWhileAPointerButtonIsHeld) {
     ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
     keyboard_->pressButton(1);
     ASSERT_EQ(keyboard_->modifierState(), XCB_BUTTON_MASK_1);
@@ -265,17 +265,17 @@ TEST_F(X11EventHotKeyServiceTests, FiresWhileAButtonOfThePointerIsHeld) {
 class X11LayoutTests : public X11EventHotKeyServiceTests,
                        public testing::WithParamInterface<const char*> {};
 
-TEST_P(X11LayoutTests, FiresByThePlaceOfTheKeyWhenTakenUnderTheLayout) {
+TEST_P(X11LayoutTests, FiresByKeyPositionIfTheLayoutIsSetBefore) {
     setLayout({GetParam()});
     ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
     pressSuperG();
     EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
-    // Only that key was taken.
+    // Only this key was grabbed.
     OtherX11Program otherProgram(server_->display());
     EXPECT_TRUE(otherProgram.take(KEY_H + 8, superMask));
 }
 
-TEST_P(X11LayoutTests, FiresByThePlaceOfTheKeyWhenTheLayoutComesLater) {
+TEST_P(X11LayoutTests, FiresByKeyPositionIfTheLayoutIsSetLater) {
     ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
     setLayout({GetParam()});
     pressSuperG();
@@ -290,7 +290,7 @@ INSTANTIATE_TEST_SUITE_P(Layouts,
                          testing::Values("de", "fr", "ru", "gr"),
                          [](const auto& layout) { return std::string(layout.param); });
 
-TEST_F(X11EventHotKeyServiceTests, FiresUnderTheSecondOfTwoLayouts) {
+TEST_F(X11EventHotKeyServiceTests, FiresInTheSecondLayoutGroup) {
     setLayout({"us,ru"});
     ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
     OtherX11Program switcher(server_->display());
@@ -300,7 +300,7 @@ TEST_F(X11EventHotKeyServiceTests, FiresUnderTheSecondOfTwoLayouts) {
     EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
 }
 
-TEST_F(X11EventHotKeyServiceTests, TakesAKeyHeldAcrossAChangeOfTheLayoutForOnePress) {
+TEST_F(X11EventHotKeyServiceTests, AKeyHeldDuringALayoutChangeIsOnePress) {
     ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
     keyboard_->press(KEY_LEFTMETA);
     keyboard_->press(KEY_G);
@@ -323,7 +323,7 @@ TEST_F(X11EventHotKeyServiceTests, FollowsSuperToAnotherModifier) {
     EXPECT_FALSE(remapper.take(x11KeyG, XCB_MOD_MASK_3));
 }
 
-TEST_F(X11EventHotKeyServiceTests, UsesTheModifiersOfAKeyboardThatHasJustChanged) {
+TEST_F(X11EventHotKeyServiceTests, RegistersWithTheModifiersOfAChangedKeyboard) {
     OtherX11Program remapper(server_->display());
     remapper.moveModifierKeys(mod4Index, mod3Index);
     ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
@@ -331,7 +331,7 @@ TEST_F(X11EventHotKeyServiceTests, UsesTheModifiersOfAKeyboardThatHasJustChanged
     EXPECT_TRUE(remapper.take(x11KeyG, superMask));
 }
 
-TEST_F(X11EventHotKeyServiceTests, ReadsTheModifiersOfAKeyEventAfterTheKeyboardChanged) {
+TEST_F(X11EventHotKeyServiceTests, ReadsModifiersOfKeyEventsAfterAKeyboardChange) {
     using hotkey::ModifierFlags;
     EXPECT_EQ(service_->modifierFlags(superMask | XCB_MOD_MASK_1 | XCB_MOD_MASK_LOCK),
               ModifierFlags::command | ModifierFlags::option | ModifierFlags::capsLock);
@@ -342,7 +342,7 @@ TEST_F(X11EventHotKeyServiceTests, ReadsTheModifiersOfAKeyEventAfterTheKeyboardC
     EXPECT_EQ(service_->modifierFlags(superMask | XCB_BUTTON_MASK_1), ModifierFlags{});
 }
 
-TEST_F(X11EventHotKeyServiceTests, RefusesACombinationWhoseModifierTheKeyboardLacks) {
+TEST_F(X11EventHotKeyServiceTests, RefusesAModifierThatTheKeyboardLacks) {
     OtherX11Program remapper(server_->display());
     remapper.moveModifierKeys(mod3Index, mod4Index);
     EXPECT_NE(registerHotKey(keyG, hotkey::cmdKey), noErr);
@@ -350,7 +350,7 @@ TEST_F(X11EventHotKeyServiceTests, RefusesACombinationWhoseModifierTheKeyboardLa
     EXPECT_TRUE(remapper.take(x11KeyG, 0));
 }
 
-TEST_F(X11EventHotKeyServiceTests, RestsWhileTheKeyboardLacksTheModifierAndWorksAgainAfterIt) {
+TEST_F(X11EventHotKeyServiceTests, ReleasesItsGrabsWhileTheKeyboardLacksTheModifier) {
     ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey | hotkey::shiftKey), noErr);
     constexpr auto grabbed = static_cast<std::uint16_t>(superMask | XCB_MOD_MASK_SHIFT);
     OtherX11Program remapper(server_->display());
@@ -369,21 +369,21 @@ TEST_F(X11EventHotKeyServiceTests, RestsWhileTheKeyboardLacksTheModifierAndWorks
     EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
 }
 
-TEST_F(X11EventHotKeyServiceTests, RefusesACombinationOfWhichAnotherProgramHasOneVariant) {
+TEST_F(X11EventHotKeyServiceTests, RefusesACombinationIfAnotherProgramHasOneVariant) {
     OtherX11Program otherProgram(server_->display());
     ASSERT_TRUE(otherProgram.take(x11KeyG, static_cast<std::uint16_t>(superMask | numLockMask)));
     testing::internal::CaptureStderr();
     EXPECT_EQ(registerHotKey(keyG, hotkey::cmdKey), hotkey::eventHotKeyExistsErr);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_TRUE(reference_.isNull());
-    // None of the other variants is left behind.
+    // None of the other variants stays grabbed.
     OtherX11Program thirdProgram(server_->display());
     EXPECT_TRUE(thirdProgram.take(x11KeyG, superMask));
     EXPECT_TRUE(
         thirdProgram.take(x11KeyG, static_cast<std::uint16_t>(superMask | XCB_MOD_MASK_LOCK)));
 }
 
-TEST_F(X11EventHotKeyServiceTests, LetsAnotherProgramsKeyWorkAfterUnregistering) {
+TEST_F(X11EventHotKeyServiceTests, AnotherProgramsKeyWorksAfterUnregistering) {
     ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
     ASSERT_EQ(service_->unregisterEventHotKey(reference_), noErr);
     OtherX11Program otherProgram(server_->display());
@@ -393,36 +393,36 @@ TEST_F(X11EventHotKeyServiceTests, LetsAnotherProgramsKeyWorkAfterUnregistering)
     EXPECT_THAT(events(), ElementsAre());
 }
 
-TEST_F(X11EventHotKeyServiceTests, RefusesKeysThatX11CannotSendAndTakesNoOtherForThem) {
+TEST_F(X11EventHotKeyServiceTests, RefusesKeysThatX11CannotSend) {
     constexpr std::uint32_t functionKey = 0x3F;
     constexpr std::uint32_t noKey = 0x34;
     for (const std::uint32_t key : {functionKey, noKey, 0xFFFFFFFFU}) {
         EXPECT_NE(registerHotKey(key, hotkey::cmdKey), noErr) << key;
     }
-    // A grab of every key would stand in the way of this one.
+    // A grab of every key would conflict with this one.
     OtherX11Program otherProgram(server_->display());
     EXPECT_TRUE(otherProgram.take(XCB_GRAB_ANY, superMask));
 }
 
-TEST_F(X11EventHotKeyServiceTests, RefusesModifiersThatItDoesNotKnow) {
+TEST_F(X11EventHotKeyServiceTests, RefusesUnknownModifiers) {
     constexpr std::uint32_t alphaLock = 0x400;
     EXPECT_NE(registerHotKey(keyG, hotkey::cmdKey | alphaLock), noErr);
     OtherX11Program otherProgram(server_->display());
     EXPECT_TRUE(otherProgram.take(x11KeyG, superMask));
 }
 
-TEST_F(X11EventHotKeyServiceTests, DeliversEventsThatItReadWhileItWaitedForAnAnswer) {
+TEST_F(X11EventHotKeyServiceTests, DeliversEventsReadWhileWaitingForAReply) {
     ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
     QtTestLoop::turn();
     pressSuperG();
-    // The answers come after the events, which are read with them.
+    // The replies come after the events, which are read with them.
     ASSERT_EQ(registerHotKey(keyF1, hotkey::cmdKey, 2), noErr);
     EXPECT_TRUE(events_.empty());
     EXPECT_TRUE(turnUntilEvent("up 1"));
     EXPECT_THAT(events_, ElementsAre("down 1", "up 1"));
 }
 
-TEST_F(X11EventHotKeyServiceTests, DoesNotFireForAKeyThatIsStillHeldWhenItIsTakenAnew) {
+TEST_F(X11EventHotKeyServiceTests, DoesNotFireForAHeldKeyThatIsRegisteredAgain) {
     ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
     keyboard_->press(KEY_LEFTMETA);
     keyboard_->press(KEY_G);
@@ -437,7 +437,7 @@ TEST_F(X11EventHotKeyServiceTests, DoesNotFireForAKeyThatIsStillHeldWhenItIsTake
     EXPECT_THAT(events(), ElementsAre("down 1", "down 2", "up 2"));
 }
 
-TEST_F(X11EventHotKeyServiceTests, DoesNotFireForAKeyThatIsHeldWhenItIsTakenForTheFirstTime) {
+TEST_F(X11EventHotKeyServiceTests, DoesNotFireForAKeyHeldDuringItsFirstRegistration) {
     keyboard_->press(KEY_LEFTMETA);
     keyboard_->press(KEY_G);
     ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
@@ -450,7 +450,7 @@ TEST_F(X11EventHotKeyServiceTests, DoesNotFireForAKeyThatIsHeldWhenItIsTakenForT
     EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
 }
 
-TEST_F(X11EventHotKeyServiceTests, FiresAfterAKeyThatWasHeldWhenItWasTakenIsLetGoBeforeItRepeats) {
+TEST_F(X11EventHotKeyServiceTests, FiresAfterAHeldKeyIsReleasedBeforeItRepeats) {
     keyboard_->press(KEY_LEFTMETA);
     keyboard_->press(KEY_G);
     ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
@@ -464,7 +464,7 @@ TEST_F(X11EventHotKeyServiceTests, FiresAfterAKeyThatWasHeldWhenItWasTakenIsLetG
     EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
 }
 
-TEST_F(X11EventHotKeyServiceTests, MayBeDestroyedByAHandler) {
+TEST_F(X11EventHotKeyServiceTests, AHandlerMayDestroyTheService) {
     ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
     onEvent_ = [this](const std::string& /*event*/) { service_.reset(); };
     pressSuperG();
@@ -474,7 +474,7 @@ TEST_F(X11EventHotKeyServiceTests, MayBeDestroyedByAHandler) {
     EXPECT_EQ(eventLoop_.watchCount(), 0);
 }
 
-TEST_F(X11EventHotKeyServiceTests, FallsSilentWhenTheServerIsLost) {
+TEST_F(X11EventHotKeyServiceTests, SendsNothingAfterTheServerIsLost) {
     ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
     keyboard_.reset();
     ASSERT_EQ(eventLoop_.watchCount(), 1);
@@ -490,7 +490,7 @@ TEST_F(X11EventHotKeyServiceTests, FallsSilentWhenTheServerIsLost) {
     EXPECT_EQ(eventLoop_.readyCount(), readyBefore);
 }
 
-TEST_F(X11EventHotKeyServiceTests, RefusesARegistrationThatFindsTheServerLost) {
+TEST_F(X11EventHotKeyServiceTests, RefusesARegistrationAfterTheServerIsLost) {
     keyboard_.reset();
     server_.reset();
     EXPECT_NE(registerHotKey(keyG, hotkey::cmdKey), noErr);

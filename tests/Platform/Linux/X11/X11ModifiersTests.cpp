@@ -24,7 +24,7 @@ class X11ModifiersTests : public testing::Test {
         platform::X11Connection::open(server_.display());
 };
 
-TEST_F(X11ModifiersTests, FindsTheModifiersOfAnOrdinaryKeyboard) {
+TEST_F(X11ModifiersTests, FindsTheModifiersOfAUsualKeyboard) {
     const auto modifiers = X11Modifiers::query(*connection_);
     ASSERT_TRUE(modifiers.has_value());
     EXPECT_EQ(modifiers->mask(hotkey::cmdKey), XCB_MOD_MASK_4);
@@ -36,7 +36,7 @@ TEST_F(X11ModifiersTests, FindsTheModifiersOfAnOrdinaryKeyboard) {
     EXPECT_EQ(modifiers->mask(0), 0);
 }
 
-TEST_F(X11ModifiersTests, HasNoMaskForWhatTheKeyboardOrX11Lacks) {
+TEST_F(X11ModifiersTests, HasNoMaskForModifiersThatTheKeyboardOrX11Lacks) {
     testing_support::OtherX11Program remapper(server_.display());
     remapper.moveModifierKeys(XCB_MAP_INDEX_3, XCB_MAP_INDEX_4);
     remapper.moveModifierKeys(XCB_MAP_INDEX_3, XCB_MAP_INDEX_CONTROL);
@@ -48,7 +48,7 @@ TEST_F(X11ModifiersTests, HasNoMaskForWhatTheKeyboardOrX11Lacks) {
     EXPECT_EQ(modifiers->mask(hotkey::optionKey), XCB_MOD_MASK_1);
 }
 
-TEST_F(X11ModifiersTests, KnowsEveryStateOfTheLocks) {
+TEST_F(X11ModifiersTests, ListsEveryStateOfTheLocks) {
     const auto modifiers = X11Modifiers::query(*connection_);
     ASSERT_TRUE(modifiers.has_value());
     EXPECT_THAT(modifiers->lockStates(),
@@ -56,7 +56,7 @@ TEST_F(X11ModifiersTests, KnowsEveryStateOfTheLocks) {
                     0, XCB_MOD_MASK_LOCK, XCB_MOD_MASK_2, XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2));
 }
 
-TEST_F(X11ModifiersTests, LeavesLocksButtonsAndTheLayoutGroupOutOfWhatIsHeld) {
+TEST_F(X11ModifiersTests, HeldModifiersExcludeLocksButtonsAndLayoutGroup) {
     constexpr std::uint16_t layoutGroups = 0x6000;
     constexpr std::uint16_t buttons = 0x1F00;
     const auto modifiers = X11Modifiers::query(*connection_);
@@ -65,11 +65,11 @@ TEST_F(X11ModifiersTests, LeavesLocksButtonsAndTheLayoutGroupOutOfWhatIsHeld) {
                   XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2 |
                   buttons | layoutGroups)),
               XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT);
-    // A modifier that no hot key uses still tells one combination from another.
+    // A modifier that no hot key uses still distinguishes combinations.
     EXPECT_EQ(modifiers->heldModifiers(XCB_MOD_MASK_5), XCB_MOD_MASK_5);
 }
 
-TEST_F(X11ModifiersTests, IsEqualForAnUnchangedKeyboardOnly) {
+TEST_F(X11ModifiersTests, IsEqualOnlyForAnUnchangedKeyboard) {
     const auto before = X11Modifiers::query(*connection_);
     EXPECT_EQ(before, X11Modifiers::query(*connection_));
     testing_support::OtherX11Program remapper(server_.display());
