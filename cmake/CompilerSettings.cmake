@@ -1,5 +1,5 @@
-# What every target of this project is compiled with. Nothing here names a processor: the same
-# sources run everywhere at the compiler's defaults.
+# The compiler settings of every target. No processor is named: the compiler's defaults run
+# everywhere.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -16,7 +16,7 @@ if(PASTEWISE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${PASTEWISE_CCACHE}")
 endif()
 
-# A newer compiler than those tried may warn of more, which must not keep anybody from building.
+# A newer compiler may warn about more, which must not stop a user's build.
 option(PASTEWISE_WARNINGS_AS_ERRORS "Treat compiler warnings as errors" OFF)
 
 add_library(pastewise_settings INTERFACE)
@@ -25,9 +25,9 @@ target_compile_options(pastewise_settings INTERFACE
   -Wall -Wextra -Wpedantic "$<$<BOOL:${PASTEWISE_WARNINGS_AS_ERRORS}>:-Werror>"
   -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Wcast-align
   -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2 -Wimplicit-fallthrough
-  # At -O3 g++ 12 sees overlapping copies in the library's own strings, where there are none.
+  # At -O3 g++ 12 reports overlapping copies inside the library's strings; a false alarm.
   "$<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-restrict>"
-  # Paths of the building machine have no place in what is shipped.
+  # Keeps paths of the build machine out of the binaries.
   "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
 
 if(PASTEWISE_SANITIZERS)

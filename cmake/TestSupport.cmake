@@ -1,18 +1,18 @@
 include(GoogleTest)
 find_package(GTest REQUIRED)
 
-# pastewise_test(name SOURCES ... LINKS ... [LABELS ...] [SKIPS case ...] [TIMEOUT s] [SERIAL]): a
-# test program whose cases CTest lists one by one, those in SKIPS as disabled ones.
+# pastewise_test(name SOURCES ... LINKS ... [LABELS label] [SKIPS case ...] [TIMEOUT s] [SERIAL]): a
+# test program whose cases CTest lists one by one, those in SKIPS as disabled.
 function(pastewise_test name)
   cmake_parse_arguments(arg "SERIAL" "TIMEOUT" "SOURCES;LINKS;LABELS;SKIPS" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE pastewise_settings GTest::gmock_main ${arg_LINKS})
-  # What is tested is optimised. To optimise the tests would take half of the time of a build.
+  # The code under test is optimised; optimising the tests would double the build time.
   target_compile_options(${name} PRIVATE -O0)
   set_target_properties(${name} PROPERTIES
     RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/tests")
   if(CMAKE_SYSTEM_NAME STREQUAL "Darwin")
-    # To print a date takes what the system's C++ library has only since 13.4. No test is shipped.
+    # Printing a date needs a C++ library that ships with 13.4. No test is shipped.
     target_compile_options(${name} PRIVATE -mmacosx-version-min=13.4)
     target_link_options(${name} PRIVATE -mmacosx-version-min=13.4)
   endif()

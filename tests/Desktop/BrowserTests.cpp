@@ -16,7 +16,7 @@ using program_test::ProgramTest;
 using testing_support::ChildProcess;
 using testing_support::waitUntil;
 
-/// A page in a real browser that makes notes of what is pasted: see resources/demo.
+/// A page in a real browser that turns what is pasted into notes: see resources/demo.
 class BrowserTests : public ProgramTest {
   protected:
     void startBrowser() {
@@ -32,7 +32,7 @@ class BrowserTests : public ProgramTest {
                                          "--user-data-dir=" + session_.environment().at("HOME") +
                                              "/browser",
                                          std::string("--app=file://") + PASTEWISE_WHITEBOARD_PAGE};
-        if (geteuid() == 0) { // The browser refuses to run in its sandbox as root.
+        if (geteuid() == 0) { // The browser's sandbox refuses to run as root.
             command.insert(command.end(), {"--no-sandbox", "--test-type"});
         }
         browser_ = std::make_unique<ChildProcess>(
@@ -53,14 +53,14 @@ class BrowserTests : public ProgramTest {
             limit);
     }
 
-    /// Pastes into the page with the keys of a user, and returns what the page's paste event held.
+    /// Pastes into the page from the keyboard and returns the data of the page's paste event.
     nlohmann::json pasteIntoPage(std::size_t expectedNotes) {
         keyboard_.tapTogether({KEY_LEFTCTRL, KEY_V});
         EXPECT_TRUE(waitForTitle("Pasted " + std::to_string(expectedNotes) + " notes"));
         keyboard_.tapTogether({KEY_LEFTCTRL, KEY_C});
         EXPECT_TRUE(waitForTitle("Copied"));
-        // The browser hands the copy over after the page has set its title; until then the
-        // clipboard may hold what an earlier paste was copied as.
+        // The browser writes the clipboard after the page has set its title; until then the
+        // clipboard may hold the copy of an earlier paste.
         nlohmann::json copied;
         EXPECT_TRUE(waitUntil([&] {
             copied = nlohmann::json::parse(paste("UTF8_STRING"), nullptr, false);
@@ -113,7 +113,7 @@ TEST_F(BrowserTests, AListCopiedInTheBrowserItselfIsConvertedAndPastedBack) {
     const auto owner = startOwner({"normal", "--text", "1. one\n2. two\n3. three"});
     convert();
     EXPECT_EQ(pasteIntoPage(3)["plain"], "one\ntwo\nthree");
-    // What the page has just copied is a text of one line, and the browser its owner.
+    // The browser now owns the clipboard, with a text of one line.
     convert();
     const nlohmann::json pasted = pasteIntoPage(1);
     EXPECT_EQ(nlohmann::json::parse(pasted["plain"].get<std::string>())["plain"],

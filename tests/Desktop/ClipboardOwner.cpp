@@ -1,13 +1,13 @@
-// A program that owns the clipboard with contents in several forms, or misbehaves in one way.
+// A clipboard owner with contents in several formats, or with one kind of misbehaviour.
 //
 //   pastewise_clipboard_owner MODE [OPTION VALUE]...
 //
-// It takes the selection on the server that DISPLAY names, prints "ready", and serves until it is
-// killed. On the way it prints, a line each: "asked TARGET" for every request, "answered TARGET"
-// once it has been answered late, "served" when a transfer in pieces has been taken to its end, and
-// "lost" when another program takes over.
+// It takes the selection of the server in DISPLAY, prints "ready", and serves until it is killed.
+// Meanwhile it prints, a line each: "asked TARGET" for every request, "answered TARGET" after a
+// late answer, "served" at the end of a transfer in pieces, and "lost" when another program takes
+// over.
 //
-// What it owns:
+// Contents:
 //   normal        text as UTF8_STRING, text/plain;charset=utf-8, text/plain and STRING; text/html;
 //                 and the custom form application/x-pastewise-test
 //   latin1        "caf\xE9" as STRING alone
@@ -21,34 +21,34 @@
 //   link          text/uri-list of a web address, and text
 //   no-targets    text as UTF8_STRING and STRING, but TARGETS is refused
 //
-// How it misbehaves, with the contents of normal:
+// Misbehaviour, with the contents of normal:
 //   refuse        refuses every request
 //   refuse-text   lists its targets and refuses all others
 //   hang          never answers
 //   hang-text     lists its targets and never answers any other request
-//   flood         never answers, and sends the reader events without an end instead
-//   flood-pieces  announces pieces, and sends events that tell of them but no piece
+//   flood         never answers, and sends the reader an endless stream of events instead
+//   flood-pieces  announces pieces and sends their events, but no piece
 //   late          answers each request after --delay
 //   late-text     lists its targets at once and answers each other request after --delay
 //   wrong-format  sends texts in items of 32 bits
 //   stall         sends in pieces and stops after half of the text
 //   slow          sends in pieces, each after --delay
-//   endless       sends in pieces without an end
+//   endless       sends pieces endlessly
 //   mixed         sends in pieces, of which the second is of another type
-//   die           sends in pieces and ends itself after half of the text
+//   die           sends in pieces and exits after half of the text
 //   change        sends in pieces and makes another window the owner after half of the text
 //   manager-hang  owns CLIPBOARD_MANAGER instead and never answers
 //   manager-refuse  owns CLIPBOARD_MANAGER instead and refuses to save anything
 //   manager-late  as manager-refuse, each time after --delay
 //
 // Options:
-//   --text TEXT       the text, "milk\nbread" at first; "-" takes it from standard input
-//   --html HTML       the HTML, "<b>milk</b>" at first
+//   --text TEXT       the text ("milk\nbread"); "-" reads it from standard input
+//   --html HTML       the HTML ("<b>milk</b>")
 //   --size BYTES      a generated text of that size
-//   --chunk BYTES     sends whatever is longer in pieces of that size; without it only the modes
-//                     above send in pieces, of 4 bytes
-//   --delay MS        100 at first
-//   --hint BYTES      the size that a transfer in pieces announces instead of the true one
+//   --chunk BYTES     sends longer texts in pieces of that size; without it only the modes above
+//                     send in pieces, of 4 bytes
+//   --delay MS        100 by default
+//   --hint BYTES      the size announced for a transfer in pieces, instead of the true one
 //   --selection NAME  instead of CLIPBOARD
 
 #include "tests/Desktop/GeneratedText.h"
@@ -91,7 +91,7 @@ struct Settings {
 };
 
 void say(std::string_view line) {
-    std::cout << line << std::endl; // NOLINT(performance-avoid-endl): whoever waits reads a pipe.
+    std::cout << line << std::endl; // NOLINT(performance-avoid-endl): the reader waits on a pipe.
 }
 
 std::optional<Settings> settingsFrom(const std::vector<std::string>& arguments) {
@@ -139,7 +139,7 @@ std::optional<Settings> settingsFrom(const std::vector<std::string>& arguments) 
     return settings;
 }
 
-/// What is owned: the bytes by the name of the target.
+/// The contents: bytes by target name.
 std::map<std::string, std::string> contentsFor(const Settings& settings) {
     const std::string& mode = settings.mode;
     const std::string png = "\x89PNG\r\n\x1A\nnot really a picture";
@@ -293,7 +293,7 @@ class Owner {
         }
     }
 
-    /// Tells the requestor for ever of something new in the property that it named.
+    /// Notifies the requestor endlessly of changes of its property.
     [[noreturn]] void flood(const xcb_selection_request_event_t& request) {
         xcb_property_notify_event_t notify{};
         notify.response_type = XCB_PROPERTY_NOTIFY;

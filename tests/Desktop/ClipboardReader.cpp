@@ -1,24 +1,25 @@
-// A program that asks the clipboard's owner, as other programs do.
+// Reads the clipboard as other programs do.
 //
 //   pastewise_clipboard_reader get TARGET [OPTION VALUE]...
-//       writes the bytes that it receives to standard output
+//       writes the received bytes to standard output
 //   pastewise_clipboard_reader targets [OPTION VALUE]...
-//       writes the names of the targets on offer, a line each
+//       writes the names of the offered targets, a line each
 //   pastewise_clipboard_reader multiple TARGET,TARGET... [OPTION VALUE]...
-//       asks for all in one request and writes of each, in that order, a line "TARGET SIZE" with
-//       the bytes and a line feed behind it, or a line "TARGET refused"
+//       asks for all in one request and writes for each, in that order, a line "TARGET SIZE", the
+//       bytes and a line feed, or a line "TARGET refused"
 //   pastewise_clipboard_reader changes [OPTION VALUE]...
-//       prints "ready", and until it is killed "change N: TARGET TARGET..." for every change of the
-//       owner, with what the new owner offers when it is asked at once
+//       prints "ready", then until it is killed "change N: TARGET TARGET..." for every change of
+//       ownership, with the targets that the new owner offers at once
 //
-// It works on the server that DISPLAY names. Exit codes: 0 received, 1 refused, 2 nothing came in
-// time, 3 no server, 4 wrong usage.
+// It uses the server in DISPLAY. Exit codes: 0 received, 1 refused, 2 timed out, 3 no server,
+// 4 wrong usage.
 //
 // Options:
-//   --timeout MS        the longest time without progress, 10000 at first
-//   --stop-after BYTES  (get) stops in the middle of a transfer in pieces once it has that many,
-//                       prints "stopped" on standard error and reads on when SIGUSR1 comes
-//   --property none     (get) names no property in the request, as clients of the oldest kind do
+//   --timeout MS        the longest time without progress (10000)
+//   --stop-after BYTES  (get) pauses a transfer in pieces once it has that many, prints "stopped"
+//   on
+//                       standard error and resumes at SIGUSR1
+//   --property none     (get) names no property in the request, as obsolete clients do
 //   --time T            the request's time: "now", "current" for the constant, or a number
 //   --selection NAME    instead of CLIPBOARD
 
@@ -222,7 +223,7 @@ class Reader {
                                           client_.window(),
                                           client_.atom(settings_.selection),
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER);
-        // The answer to this shows that the server has taken the request above.
+        // The reply shows that the server has processed the request above.
         static_cast<void>(client_.time());
         std::cout << "ready" << std::endl; // NOLINT(performance-avoid-endl)
         changeEvent_ = extension->first_event + XCB_XFIXES_SELECTION_NOTIFY;

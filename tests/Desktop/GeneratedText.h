@@ -5,8 +5,8 @@
 
 namespace testing_support {
 
-/// A text of exactly `size` bytes in lines of 31 letters, no two neighbouring ones alike, so that
-/// a piece that is lost, doubled or swapped shows.
+/// A text of exactly `size` bytes in lines of 31 letters, of which no two neighbours are alike, so
+/// that lost, duplicated and swapped pieces show.
 inline std::string generatedText(std::size_t size) {
     constexpr std::size_t lineLength = 32;
     constexpr std::size_t letterCount = 26;

@@ -22,7 +22,7 @@ using testing_support::waitUntil;
 
 class ProgramTests : public ProgramTest {};
 
-TEST_F(ProgramTests, OneKeyPressTurnsWhatAnotherProgramCopiedIntoASheet) {
+TEST_F(ProgramTests, OneKeyPressTurnsACopiedListIntoASheet) {
     startProgram();
     const auto owner = startOwner({"normal", "--text", "• Buy milk\n\n2. Call Ann"});
     convert();
@@ -61,7 +61,7 @@ TEST_F(ProgramTests, OneConversionIsOneChangeOfOwnershipWithBothTextsAtOnce) {
     convert();
     ASSERT_TRUE(watcher.waitForOutput("change 2:"));
     EXPECT_EQ(paste("UTF8_STRING"), "milk\nbread");
-    // A change that came late would stand before that of another kind of owner.
+    // A late change would be listed before that of another owner.
     const auto lastOwner = startOwner({"image"});
     ASSERT_TRUE(watcher.waitForOutput("image/png"));
     EXPECT_NE(watcher.standardOutput().find("change 3:"), std::string::npos);
@@ -75,7 +75,7 @@ TEST_F(ProgramTests, AHeldKeyConvertsOnce) {
     keyboard_.press(KEY_LEFTMETA);
     keyboard_.press(KEY_G);
     ASSERT_TRUE(waitForLog(wroteMessage));
-    // Long enough for the server to repeat the key: it begins to after 660 ms, 25 times a second.
+    // Long enough for auto-repeat, which starts after 660 ms, at 25 repeats a second.
     EXPECT_FALSE(waitUntil([this] { return logged("Global shortcut triggered") > 1; },
                            std::chrono::milliseconds(1500)));
     keyboard_.release(KEY_G);
@@ -102,14 +102,14 @@ TEST_F(ProgramTests, ConvertsWithCapsLockAndNumLockOn) {
 
 class LayoutTests : public ProgramTests, public testing::WithParamInterface<const char*> {};
 
-TEST_P(LayoutTests, TheShortcutStaysOnItsKeyWhenTheLayoutWasThereBefore) {
+TEST_P(LayoutTests, TheShortcutStaysOnItsKeyUnderALayoutSetBeforeTheStart) {
     runTool({"setxkbmap", GetParam()});
     startProgram();
     const auto owner = startOwner({"normal"});
     convert();
 }
 
-TEST_P(LayoutTests, TheShortcutStaysOnItsKeyWhenTheLayoutChangesWhileItRuns) {
+TEST_P(LayoutTests, TheShortcutStaysOnItsKeyWhenTheLayoutChanges) {
     startProgram();
     const auto owner = startOwner({"normal"});
     convert();
@@ -126,7 +126,7 @@ INSTANTIATE_TEST_SUITE_P(Each,
 
 class TextlessOwnerTests : public ProgramTests, public testing::WithParamInterface<const char*> {};
 
-TEST_P(TextlessOwnerTests, TheClipboardStaysAsItWasAndTheNextConversionWorks) {
+TEST_P(TextlessOwnerTests, TheClipboardIsUnchangedAndTheNextConversionWorks) {
     startProgram();
     {
         const auto owner = startOwner({GetParam()});
@@ -175,18 +175,18 @@ TEST_F(ProgramTests, NeverWritesWhatWasCopiedToTheLog) {
     const auto owner = startOwner({"normal", "--text", "• 1. swordfish\nswordfish"});
     convert();
     EXPECT_EQ(countOf(program_->standardError(), "swordfish"), 0U);
-    // Two lines with their prefixes, and the pattern that one of these was found by.
+    // Two lines with their prefixes, and the pattern that matched one of them.
     EXPECT_EQ(countOf(program_->standardError(), "from line: <private>"), 2U);
     EXPECT_EQ(countOf(program_->standardError(), "using pattern <private>"), 1U);
 }
 
-TEST_F(ProgramTests, AShortcutThatAnotherProgramHasIsSilentlyNotTaken) {
+TEST_F(ProgramTests, AShortcutTakenByAnotherProgramFailsSilently) {
     startProgram();
     auto environment = session_.environment();
     environment["QT_FORCE_STDERR_LOGGING"] = "1";
     environment["QT_LOGGING_RULES"] = "com.app.pastewise.*=true";
     environment["QT_MESSAGE_PATTERN"] = "%{type}: %{message}";
-    // With the bus or the folder of the first one's user it would not start a second time.
+    // On the bus or with the folders of the first instance it would not start.
     environment["DBUS_SESSION_BUS_ADDRESS"] = "";
     environment["XDG_RUNTIME_DIR"] = "";
     ChildProcess second({PASTEWISE_PROGRAM}, {.environment = environment});
@@ -202,7 +202,7 @@ TEST_F(ProgramTests, AShortcutThatAnotherProgramHasIsSilentlyNotTaken) {
 
 class EndTests : public ProgramTests, public testing::WithParamInterface<int> {};
 
-TEST_P(EndTests, EndsCleanlyAtASignalAndLetsTheShortcutGo) {
+TEST_P(EndTests, EndsCleanlyAtASignalAndReleasesTheShortcut) {
     startProgram();
     const auto owner = startOwner({"normal"});
     convert();
@@ -217,7 +217,7 @@ INSTANTIATE_TEST_SUITE_P(Each, EndTests, testing::Values(SIGTERM, SIGINT), [](co
     return signal.param == SIGTERM ? "SIGTERM" : "SIGINT";
 });
 
-TEST_F(ProgramTests, SaysSoAndEndsWhenThereIsNoDisplay) {
+TEST_F(ProgramTests, ReportsAMissingDisplayAndEnds) {
     for (const char* display : {"", ":987654"}) {
         auto environment = session_.environment();
         environment["DISPLAY"] = display;
@@ -228,7 +228,7 @@ TEST_F(ProgramTests, SaysSoAndEndsWhenThereIsNoDisplay) {
     }
 }
 
-TEST_F(ProgramTests, SaysSoInAWaylandSessionWhereItsShortcutIsNotGlobal) {
+TEST_F(ProgramTests, ReportsInAWaylandSessionThatItsShortcutIsNotGlobal) {
     auto environment = session_.environment();
     environment["WAYLAND_DISPLAY"] = "wayland-of-nobody";
     environment["QT_FORCE_STDERR_LOGGING"] = "1";
@@ -237,7 +237,7 @@ TEST_F(ProgramTests, SaysSoInAWaylandSessionWhereItsShortcutIsNotGlobal) {
     EXPECT_TRUE(inWayland.isRunning());
 }
 
-TEST_F(ProgramTests, EndsWithoutACrashWhenTheXServerGoes) {
+TEST_F(ProgramTests, EndsWithoutACrashWhenTheXServerEnds) {
     startProgram();
     session_.killXServer();
     const auto exitCode = program_->waitForExit();

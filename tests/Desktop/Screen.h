@@ -5,7 +5,7 @@
 
 namespace program_test {
 
-/// A part of the screen, in pixels from its upper left corner.
+/// An area of the screen, in pixels from its upper left corner.
 struct ScreenArea {
     int x = 0;
     int y = 0;
@@ -13,7 +13,7 @@ struct ScreenArea {
     int height = 0;
 };
 
-/// What a part of the screen showed at one moment.
+/// A picture of an area of the screen.
 class Picture {
   public:
     Picture() = default;
@@ -21,8 +21,8 @@ class Picture {
     /// From the bytes of a PPM image with 8 bits per colour.
     Picture(const ScreenArea& area, const std::string& ppm);
 
-    /// The smallest part of the screen that holds all in which this picture differs from another of
-    /// the same part; none when they are alike.
+    /// The bounding box, on the screen, of the differences from another picture of the same area;
+    /// nullopt if they are equal.
     [[nodiscard]] std::optional<ScreenArea> difference(const Picture& other) const;
 
   private:

@@ -1,10 +1,9 @@
-// A session manager for one program: the part of a desktop that tells programs to save and to end
-// when the user logs out.
+// A session manager for one program: it makes the program save and end, as a logout does.
 //
-// Prints "address ADDRESS", which is what a program finds it by (SESSION_MANAGER), and "registered"
-// when the program is there. At the first SIGUSR1 it asks the program to save for the end of the
-// session and prints "saved" when it has; at the second one it tells it to end, and prints "closed"
-// when it has gone.
+// Prints "address ADDRESS", the value of SESSION_MANAGER for the program, and "registered" when the
+// program has connected. At the first SIGUSR1 it asks the program to save for the end of the
+// session and prints "saved" when it has; at the second it tells it to end and prints "closed" when
+// it has disconnected.
 
 #include <X11/ICE/ICElib.h>
 #include <X11/SM/SMlib.h>
@@ -40,7 +39,7 @@ Status registerClient(SmsConn connection, SmPointer, char* previousId) {
     char* identifier = SmsGenerateClientID(connection);
     const Status isDone = SmsRegisterClientReply(connection, identifier);
     std::free(identifier);
-    // Whoever is new is asked to save once, as the protocol has it.
+    // The protocol asks every new client to save once.
     SmsSaveYourself(connection, SmSaveLocal, False, SmInteractStyleNone, False);
     client = connection;
     return isDone;
@@ -103,7 +102,7 @@ Status newClient(SmsConn, SmPointer, unsigned long* mask, SmsCallbacks* callback
     return 1;
 }
 
-/// Whoever knows the address is welcome.
+/// Accepts every client that knows the address.
 Bool acceptHost(char*) {
     return True;
 }

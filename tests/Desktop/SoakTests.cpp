@@ -22,7 +22,7 @@ using program_test::wroteMessage;
 using testing_support::ChildProcess;
 using testing_support::waitUntil;
 
-/// Counts a message in a log that grows, without reading any of it twice.
+/// Counts a message in a growing log without reading any of it twice.
 class MessageCounter {
   public:
     explicit MessageCounter(std::string_view message) : message_(message) {}
@@ -45,7 +45,7 @@ class MessageCounter {
     std::size_t count_ = 0;
 };
 
-/// How many things of all kinds an X server keeps for all its clients.
+/// The number of resources that an X server keeps for all its clients.
 class ServerResources : foundation::Pinned {
   public:
     explicit ServerResources(const std::string& display)
@@ -86,10 +86,9 @@ class ServerResources : foundation::Pinned {
     xcb_connection_t* connection_;
 };
 
-/// What is kept for the program, by the kernel and by the X server.
+/// What the kernel and the X server keep for the program.
 struct Holdings {
-    /// What it alone has written to; what it only reads it may share with other programs, and the
-    /// next moment no more.
+    /// Private dirty memory: whether clean pages are shared depends on what else is running.
     std::int64_t writtenKilobytes = 0;
     std::int64_t fileDescriptors = 0;
     std::size_t serverResources = 0;
@@ -112,11 +111,12 @@ class SoakTests : public TrayTest {
         return holdings;
     }
 
-    /// Converts as fast as each conversion is finished.
+    /// Converts back to back.
     void convertTimes(std::size_t times) {
         constexpr std::size_t timesPerOwner = 100;
         for (std::size_t i = 0; i < times; ++i) {
-            if (i % timesPerOwner == 0) { // Reading what others own is more than reading one's own.
+            if (i % timesPerOwner ==
+                0) { // Reading another program's clipboard takes more than reading our own.
                 isLarge_ = !isLarge_;
                 owner_ = isLarge_ ? startOwner({"normal", "--size", "100000"})
                                   : startOwner({"normal", "--text", "- tea\n- cake\n- jam"});
@@ -161,8 +161,8 @@ TEST_F(SoakTests, TenThousandConversionsLeaveNothingBehind) {
     EXPECT_GT(before.writtenKilobytes, 0);
     EXPECT_EQ(after.fileDescriptors, before.fileDescriptors);
     EXPECT_EQ(after.serverResources, before.serverResources);
-    if constexpr (!isSanitized) { // The sanitizer keeps what is freed for a while.
-        // A hundred bytes more for each conversion would be a megabyte.
+    if constexpr (!isSanitized) { // The sanitizer delays freeing memory.
+        // A leak of a hundred bytes per conversion would be a megabyte.
         EXPECT_LT(after.writtenKilobytes - before.writtenKilobytes, 1024);
     }
     RecordProperty("kilobytesBefore", std::to_string(before.writtenKilobytes));

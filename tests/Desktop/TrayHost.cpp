@@ -26,7 +26,7 @@ const QString watcherPath = "/StatusNotifierWatcher";
 const QString itemInterface = "org.kde.StatusNotifierItem";
 const QString menuInterface = "com.canonical.dbusmenu";
 const QString propertiesInterface = "org.freedesktop.DBus.Properties";
-/// Longer than any program that works takes to answer, also on a busy machine.
+/// Longer than a working program takes to answer, even on a busy machine.
 constexpr int callLimitInMilliseconds = 10'000;
 
 qint64 now() {
@@ -83,7 +83,7 @@ QJsonArray readShortcut(const QVariant& value) {
     return combinations;
 }
 
-/// One (ia{sv}av) with the properties that it leaves out at their defaults.
+/// One (ia{sv}av), with defaults for omitted properties.
 QJsonObject readRow(const QDBusArgument& argument, QJsonArray& children) {
     int id = 0;
     QVariantMap properties;

@@ -12,11 +12,11 @@
 
 namespace tray_host {
 
-/// Writes a line of JSON to standard output, with the event's name and the time.
+/// Writes a line of JSON with the event's name and the time to standard output.
 void print(const QString& event, QJsonObject values = {});
 
-/// The watcher of status notifier items, and a host that reads what the item that registered last
-/// shows. TrayHostMain.cpp says what it prints and what it can be told.
+/// A StatusNotifier watcher, and a host that reads the item that registered last. TrayHostMain.cpp
+/// describes the output and the commands.
 class TrayHost final : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
@@ -33,13 +33,13 @@ class TrayHost final : public QObject, protected QDBusContext {
 
     [[nodiscard]] int protocolVersion() const { return 0; }
 
-    /// Takes the watcher's name; false when it is taken.
+    /// Claims the watcher's name; false if another process owns it.
     [[nodiscard]] bool start();
 
-    /// Carries a command out and prints what came of it.
+    /// Executes a command and prints the result.
     void run(const QString& line);
 
-    // The names are the interface's own; the toolkit's specifiers add to those of the language.
+    // The names are the interface's; the toolkit adds access specifiers.
     // NOLINTBEGIN(readability-identifier-naming, readability-redundant-access-specifiers)
   public Q_SLOTS:
     void RegisterStatusNotifierItem(const QString& serviceOrPath);
@@ -58,7 +58,7 @@ class TrayHost final : public QObject, protected QDBusContext {
     void readRowUpdates(const QDBusMessage& signal);
     void readLayoutUpdate(const QDBusMessage& signal);
 
-    // What follows are no slots.
+    // Not slots.
   private: // NOLINT(readability-redundant-access-specifiers)
     struct Item {
         QString service;

@@ -1,34 +1,34 @@
-// The tray of a desktop without the desktop: a StatusNotifier watcher and host on the session bus.
+// A StatusNotifier watcher and host on the session bus.
 //
 //   pastewise_tray_host [--no-host] [--no-watcher]
 //
 // It owns org.kde.StatusNotifierWatcher and reads the icon of every item that registers, as a panel
-// does. With --no-host the watcher stands there without a host, with --no-watcher nothing does,
-// until a command changes that. It ends when its standard input does.
+// does. With --no-host there is a watcher without a host, with --no-watcher neither, until a
+// command changes that. It ends when its standard input does.
 //
-// What happens is printed as lines of JSON, each with "event" and "time", the monotonic clock in
+// Events are printed as lines of JSON, each with "event" and "time", the monotonic clock in
 // nanoseconds:
-//   ready         the name is taken, or --no-watcher given
-//   registered    an item is there: "service", "path"
+//   ready         the name is claimed, or --no-watcher was given
+//   registered    an item has registered: "service", "path"
 //   icon          its pixels have arrived, also after each NewIcon: "sizes" such as ["16x16"],
 //                 "digest" of all pixels; "time" is that of the arrival
-//   unregistered  the item has gone: "service"
+//   unregistered  an item has disappeared: "service"
 //   rows-updated  ItemsPropertiesUpdated: "rows", an object of labels by id
 //   layout-updated  LayoutUpdated: "revision"
 //
-// Commands come as lines on standard input; each prints one line in the end, whose event is the
-// command's first word, with "error" when the call failed:
+// Commands are lines on standard input; each finally prints one line, whose event is the command's
+// first word, with "error" if the call failed:
 //   menu            AboutToShow, then GetLayout: "update", "revision", "rows" (id, label, enabled,
 //                   visible, type, shortcut)
 //   layout          GetLayout alone
 //   opened, closed  Event of the menu as a whole
 //   choose LABEL    clicks the row with that label, underscores as a user sees them
 //   click ID        clicks the row with that number, whether it exists or not
-//   activate X Y    also context and secondary: the item's methods of like names
+//   activate X Y    also context and secondary: the item's methods of similar names
 //   properties      every property of the item but its pixels: "values"
 //   icon [FILE]     "sizes" and "digest"; writes the largest picture to FILE as PNG
-//   host on|off     the host comes or goes, the watcher stays
-//   watcher on|off  the watcher comes or goes, with its host
+//   host on|off     starts or ends the host, not the watcher
+//   watcher on|off  starts or ends the watcher with its host
 //   quit
 
 #include "tests/Desktop/TrayHost.h"
@@ -47,7 +47,7 @@ namespace {
 
 using tray_host::TrayHost;
 
-/// Lines of standard input, as they come.
+/// Lines of standard input as they arrive.
 class Commands {
   public:
     explicit Commands(TrayHost& host) : host_(host) {

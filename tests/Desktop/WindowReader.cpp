@@ -1,12 +1,12 @@
-// Reads the windows of a program as a screen reader does and prints them: a line of JSON for each
-// thing in a window that is on the screen.
+// Reads the windows of a program as a screen reader does and prints a line of JSON for each visible
+// element.
 //
 //   pastewise_window_reader PROCESS-ID
 //
-// Of each it tells "role", "name", whether it is "focused", and its "x", "y", "width" and "height"
-// on the screen.
+// Each has a "role", a "name", whether it is "focused", and its "x", "y", "width" and "height" on
+// the screen.
 //
-// Exit code 1 when no program with that process id can be read.
+// Exit code 1 if no program with that process id can be read.
 #include <atspi/atspi.h>
 #include <nlohmann/json.hpp>
 
@@ -77,7 +77,7 @@ void printWindows(AtspiAccessible* program) {
 
 } // namespace
 
-// NOLINTNEXTLINE(bugprone-exception-escape): where memory ends, so may this program.
+// NOLINTNEXTLINE(bugprone-exception-escape): out of memory may end this program.
 int main(int argc, char** argv) {
     const std::span<char*> arguments(argv, static_cast<std::size_t>(argc));
     if (arguments.size() != 2) {

@@ -21,7 +21,7 @@ struct Include {
     bool isQuoted;
 };
 
-/// Every include of the C++ files below `folder`, which stands in the source folder.
+/// Every include of the C++ files below `folder`, a path in the source folder.
 std::vector<Include> includesBelow(const std::string& folder, bool recursive = true) {
     static const std::regex pattern(R"(^\s*#\s*(?:include|import)\s*([<"])([^>"]+)[>"])");
     std::vector<Include> includes;
@@ -54,19 +54,20 @@ bool isStandardHeader(const std::string& name) {
     return std::regex_match(name, pattern);
 }
 
-/// Expects that the files below `folder` include the standard library, the project's `rooms` (the
-/// beginnings of paths) and the system headers in `libraries`, and nothing else.
+/// Expects that the files below `folder` include the standard library, the project's `folders` (path
+/// prefixes) and the system headers in `libraries`, and nothing else.
 void expectOnly(const std::string& folder,
-                const std::set<std::string>& rooms,
+                const std::set<std::string>& folders,
                 const std::set<std::string>& libraries = {},
                 bool recursive = true) {
     const auto includes = includesBelow(folder, recursive);
     EXPECT_FALSE(includes.empty()) << folder << " holds no source";
     for (const Include& include : includes) {
         if (include.isQuoted) {
-            const bool isAllowed = std::any_of(rooms.begin(), rooms.end(), [&](const auto& room) {
-                return include.target.starts_with(room);
-            });
+            const bool isAllowed =
+                std::any_of(folders.begin(), folders.end(), [&](const auto& prefix) {
+                    return include.target.starts_with(prefix);
+                });
             EXPECT_TRUE(isAllowed) << include.file << " includes " << include.target;
         } else {
             EXPECT_TRUE(isStandardHeader(include.target) || libraries.contains(include.target))

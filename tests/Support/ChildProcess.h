@@ -14,18 +14,18 @@
 
 namespace testing_support {
 
-/// A program that a test started. It ends with the object at the latest: killed by its process
-/// id, and also when the test itself dies.
+/// A program started by a test. It is killed with the object at the latest, and also when the test
+/// itself dies.
 class ChildProcess : foundation::Pinned {
   public:
     struct Options {
         /// Set on top of the test's own environment; an empty value removes the variable.
         std::map<std::string, std::string> environment = {};
-        /// Handed to the program as its standard input, which then ends.
+        /// The program's whole standard input.
         std::string standardInput = {};
-        /// Leaves the standard input open, for write().
+        /// Keeps standard input open, for write().
         bool keepsInputOpen = false;
-        /// A file to use as standard output instead of collecting it.
+        /// A file that receives standard output instead of standardOutput().
         std::string standardOutputFile = {};
     };
 
@@ -35,20 +35,20 @@ class ChildProcess : foundation::Pinned {
 
     [[nodiscard]] pid_t id() const { return id_; }
 
-    /// Hands more to a program whose standard input was left open.
+    /// Writes to a standard input that is kept open.
     void write(std::string_view input);
 
     /// What the program has written so far.
     [[nodiscard]] const std::string& standardOutput();
     [[nodiscard]] const std::string& standardError();
 
-    /// Waits until `text` stands in what the program has written to standard output or error.
+    /// Waits until the program has written `text` to standard output or error.
     bool waitForOutput(std::string_view text, std::chrono::milliseconds limit = patience);
 
     void sendSignal(int signal) const;
 
-    /// Waits for the end of the program. Its exit code, or 128 + the signal that ended it; none
-    /// when it still runs after `limit`.
+    /// Waits for the program to end and returns its exit code, or 128 + the signal that ended it;
+    /// nullopt if it is still running after `limit`.
     std::optional<int> waitForExit(std::chrono::milliseconds limit = patience);
 
     [[nodiscard]] bool isRunning();

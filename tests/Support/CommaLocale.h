@@ -7,13 +7,12 @@
 
 namespace testing_support {
 
-/// German as a language of the C library, which writes 0.5 as 0,5; made anew where the system does
-/// not have it.
+/// A German locale, which writes 0.5 as 0,5; generated if the system does not have one.
 class CommaLocale {
   public:
     CommaLocale();
 
-    /// What a program's environment needs in order to have it.
+    /// The environment variables that select it.
     [[nodiscard]] std::map<std::string, std::string> environment() const;
 
   private:

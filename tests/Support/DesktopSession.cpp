@@ -7,7 +7,7 @@ namespace testing_support {
 
 namespace {
 
-/// Whether a window manager has said on the root window that it is there.
+/// Whether a window manager has announced itself on the root window.
 bool hasWindowManager(const std::map<std::string, std::string>& environment) {
     ChildProcess query({"xprop", "-root", "_NET_SUPPORTING_WM_CHECK"},
                        {.environment = environment});

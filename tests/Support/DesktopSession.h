@@ -9,22 +9,22 @@
 
 namespace testing_support {
 
-/// A desktop of the test's own: an X server, a session bus and a window manager, all ready.
+/// A private desktop: an X server, a session bus and a window manager, all ready.
 class DesktopSession {
   public:
     DesktopSession();
 
     [[nodiscard]] const std::string& display() const { return server_.display(); }
 
-    /// What programs on this desktop run with: see PrivateXServer, and the session bus.
+    /// The environment of programs on this desktop: PrivateXServer's, and the session bus.
     [[nodiscard]] std::map<std::string, std::string> environment() const;
 
     [[nodiscard]] const std::string& busAddress() const { return busAddress_; }
 
-    /// Ends the X server at once, as a crash of it would.
+    /// Kills the X server.
     void killXServer() { server_.kill(); }
 
-    /// Ends the session bus at once.
+    /// Kills the session bus.
     void killBus() { bus_.reset(); }
 
   private:

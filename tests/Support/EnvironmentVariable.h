@@ -7,8 +7,8 @@
 
 namespace testing_support {
 
-/// Sets a variable of the test's environment, or unsets it where the value is null, and puts back
-/// what was there before in the end.
+/// Sets an environment variable of the test process, or unsets it if the value is null, and
+/// restores it at the end.
 class EnvironmentVariable : foundation::Pinned {
   public:
     EnvironmentVariable(std::string name, const char* value);

@@ -84,7 +84,7 @@ std::uint16_t FakeKeyboard::modifierState() const {
 }
 
 void FakeKeyboard::send(std::uint8_t eventType, int detail) {
-    // A checked request waits until the server has acted.
+    // A checked request waits for the server.
     const platform::XcbPointer<xcb_generic_error_t> error(xcb_request_check(
         connection_,
         xcb_test_fake_input_checked(

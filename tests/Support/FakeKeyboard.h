@@ -11,9 +11,9 @@ struct xcb_connection_t;
 
 namespace testing_support {
 
-/// A keyboard on a test's private X server, simulated by the server's test extension: its keys are
-/// treated like real ones, including auto-repeat. Keys are evdev codes such as KEY_G. When a call
-/// returns, the server has acted on it.
+/// A keyboard on a private X server, simulated through XTEST: the server treats its keys like real
+/// ones, including auto-repeat. Keys are evdev codes such as KEY_G. The server has processed the
+/// event when a call returns.
 ///
 /// The destructor releases all keys and buttons and switches Caps Lock and NumLock off.
 class FakeKeyboard : foundation::Pinned {

@@ -12,7 +12,7 @@ namespace testing_support {
 
 namespace {
 
-/// Without a configuration of the present version the panel asks the user for one.
+/// Without a configuration of its own version the panel asks the user for one.
 void writeConfiguration(const std::filesystem::path& folder, PanelSession::Appearance appearance) {
     std::filesystem::create_directories(folder);
     std::ofstream file(folder / "xfce4-panel.xml");
@@ -44,7 +44,7 @@ void writeConfiguration(const std::filesystem::path& folder, PanelSession::Appea
     }
 }
 
-/// Whether somebody on the bus shows StatusNotifier items.
+/// Whether a host on the bus shows StatusNotifier items.
 bool hasStatusNotifierHost(const DesktopSession& desktop) {
     ChildProcess query({"dbus-send",
                         "--session",
@@ -58,7 +58,7 @@ bool hasStatusNotifierHost(const DesktopSession& desktop) {
     return query.waitForExit() == 0 && query.standardOutput().find("true") != std::string::npos;
 }
 
-/// Whether somebody on the X server shows XEmbed windows.
+/// Whether a client of the X server shows XEmbed windows.
 bool hasTrayManager(const DesktopSession& desktop) {
     const auto connection = platform::X11Connection::open(desktop.display());
     if (!connection) {

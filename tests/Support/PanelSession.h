@@ -9,8 +9,8 @@
 
 namespace testing_support {
 
-/// A real panel with a tray, and nothing else on it, along the lower edge of a test's desktop. It
-/// shows icons of both kinds: StatusNotifier items and XEmbed windows.
+/// A real panel with nothing but a tray, along the lower edge of a private desktop. It shows
+/// StatusNotifier items and XEmbed windows.
 class PanelSession {
   public:
     enum class Appearance : std::uint8_t { light, dark };
@@ -18,17 +18,16 @@ class PanelSession {
     /// Starts the panel; see start(). The desktop outlives it.
     explicit PanelSession(const DesktopSession& desktop, Appearance appearance = Appearance::light);
 
-    /// Returns once the panel takes icons of both kinds.
+    /// Returns once the panel accepts both kinds of icons.
     void start();
 
-    /// Whether the panel has asked for the rows of the icon's menu; a click before opens nothing.
+    /// Whether the panel has fetched the rows of the icon's menu; an earlier click opens nothing.
     [[nodiscard]] bool hasReadMenu() {
         return menuReading_->standardOutput().find("member=GetGroupProperties") !=
                std::string::npos;
     }
 
-    /// Ends the panel at once, as a crash of it would, and returns once its tray, a process of its
-    /// own that notices, is gone as well.
+    /// Kills the panel and returns once its tray, a separate process, has ended too.
     void stop();
 
   private:

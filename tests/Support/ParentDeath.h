@@ -4,8 +4,8 @@
 
 namespace testing_support {
 
-/// Has this process killed when its parent ends, as far as the system can; does not return where
-/// that parent has ended already. For a child between fork and exec.
+/// Kills this process when its parent ends, if the system can; does not return if the parent has
+/// already ended. For a child between fork and exec.
 void endWithParent(pid_t parent);
 
 } // namespace testing_support

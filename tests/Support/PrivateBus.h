@@ -8,17 +8,17 @@
 
 namespace testing_support {
 
-/// A session bus of the test's own, which starts no services.
+/// A private session bus that starts no services.
 class PrivateBus {
   public:
     PrivateBus();
 
     [[nodiscard]] const std::string& address() const { return address_; }
 
-    /// Ends the bus at once, as a crash of it would.
+    /// Kills the bus.
     void kill() { daemon_.reset(); }
 
-    /// Has the bus accept connections but do nothing more.
+    /// Makes the bus hang: it accepts connections and does nothing else.
     void suspend();
 
     void resume();

@@ -9,26 +9,26 @@
 
 namespace testing_support {
 
-/// An X server of the test's own, without a screen to look at, with a home folder of its own for
-/// the programs that are started on it: the user's clipboard, keys and files are out of reach.
+/// A private, virtual X server, with a private home folder for the programs started on it: the
+/// user's clipboard, keys and files are out of reach.
 class PrivateXServer {
   public:
     PrivateXServer();
 
-    /// The name for xcb_connect and DISPLAY, for example ":42".
+    /// The display name, for example ":42".
     [[nodiscard]] const std::string& display() const { return display_; }
 
-    /// What programs on this server run with: DISPLAY, HOME and the XDG folders, no Wayland, no
-    /// session bus and no session manager of the user's.
+    /// The environment of programs on this server: DISPLAY, HOME and the XDG folders; no Wayland,
+    /// and neither the user's session bus nor session manager.
     [[nodiscard]] std::map<std::string, std::string> environment() const;
 
     /// Sets environment() for the test process itself, for code under test that reads DISPLAY.
     void adoptEnvironment() const;
 
-    /// SIGSTOP has the server keep still until SIGCONT.
+    /// SIGSTOP makes the server hang until SIGCONT.
     void sendSignal(int signal) const { server_->sendSignal(signal); }
 
-    /// Ends the server at once, as a crash of it would.
+    /// Kills the server.
     void kill() { server_.reset(); }
 
   private:

@@ -8,8 +8,8 @@
 
 namespace testing_support {
 
-/// A menu like the program's, with titles that are hard to show. It counts how often it is said to
-/// open, gives its first row the count as a title then, and notes which rows were chosen.
+/// A menu like the program's, with titles that are hard to display. Each opening is counted and
+/// shown as the title of the first row; chosen rows are recorded.
 class SampleMenu final : public platform::MenuDelegate {
   public:
     SampleMenu() {

@@ -6,7 +6,7 @@
 
 namespace testing_support {
 
-/// A new empty folder that goes, with all it holds, when the object does.
+/// A new, empty folder, deleted with its contents at the end.
 class TemporaryFolder : foundation::Pinned {
   public:
     TemporaryFolder();

@@ -2,8 +2,8 @@
 
 namespace testing_support {
 
-/// Makes the process an ordinary user for good, if it is not one: to the superuser no file is
-/// closed. For child processes of a test. Returns whether it is one now.
+/// Drops root privileges for good, since file permissions do not bind the superuser. For child
+/// processes of a test. Returns whether the process is unprivileged now.
 bool becomeUnprivileged();
 
 } // namespace testing_support

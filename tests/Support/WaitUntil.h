@@ -7,9 +7,8 @@ namespace testing_support {
 
 inline constexpr std::chrono::milliseconds patience{10'000};
 
-/// Looks at `condition` again and again, every few milliseconds, until it holds or `limit` is over;
-/// returns whether it came to hold. `between` runs before each look, for example to turn an event
-/// loop.
+/// Polls `condition` every few milliseconds until it holds or `limit` has passed, and returns
+/// whether it holds. `between` runs before each check, for example to run an event loop.
 bool waitUntil(const std::function<bool()>& condition,
                std::chrono::milliseconds limit = patience,
                const std::function<void()>& between = {});

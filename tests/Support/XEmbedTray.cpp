@@ -69,7 +69,7 @@ XEmbedTray::XEmbedTray(const std::string& display)
 }
 
 XEmbedTray::~XEmbedTray() {
-    // The icons are their programs' own; only a tray that crashes takes them along.
+    // The icons belong to their programs; only a crashing tray destroys them.
     for (const xcb_window_t icon : icons_) {
         xcb_unmap_window(connection_, icon);
         xcb_reparent_window(connection_, icon, root_, 0, 0);
@@ -143,7 +143,7 @@ void XEmbedTray::take(std::uint32_t icon) {
     if (std::find(icons_.begin(), icons_.end(), icon) != icons_.end()) {
         return;
     }
-    // It may have given the window up again by now.
+    // It may have withdrawn the window by now.
     const Pointer<xcb_generic_error_t> error(xcb_request_check(
         connection_, xcb_reparent_window_checked(connection_, icon, window_, 0, 0)));
     if (error) {

@@ -10,23 +10,23 @@ struct xcb_connection_t;
 
 namespace testing_support {
 
-/// A tray on a test's X server that takes icons as windows, and nothing else. It stands there as
-/// long as the object exists, and acts when it is asked something.
+/// An XEmbed tray on a private X server. It exists as long as the object and processes its events
+/// inside the calls below.
 class XEmbedTray : foundation::Pinned {
   public:
-    /// In pixels, of an icon.
+    /// The width and height of an icon in pixels.
     static constexpr std::uint16_t iconSide = 22;
 
     explicit XEmbedTray(const std::string& display);
     ~XEmbedTray();
 
-    /// How many icons stand in the tray.
+    /// The number of icons in the tray.
     [[nodiscard]] std::size_t iconCount();
 
-    /// What the screen shows where the only icon is; empty when there is none, or more.
+    /// The pixels of the only icon on the screen; empty unless there is exactly one.
     [[nodiscard]] std::vector<std::uint8_t> iconPixels();
 
-    /// Clicks the only icon with a button of the pointer, 1 for the left one, by real input.
+    /// Clicks the only icon with a pointer button; 1 is the left one.
     void clickIcon(int button);
 
   private:

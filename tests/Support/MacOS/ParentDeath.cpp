@@ -4,7 +4,7 @@
 
 namespace testing_support {
 
-/// The system tells nobody that a parent has ended: what a killed test had started stays.
+/// The system does not report the end of a parent: what a killed test has started goes on running.
 void endWithParent(pid_t parent) {
     if (getppid() != parent) {
         _exit(126);
