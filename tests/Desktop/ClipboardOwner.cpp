@@ -11,6 +11,8 @@
 //   normal        text as UTF8_STRING, text/plain;charset=utf-8, text/plain and STRING; text/html;
 //                 and the custom form application/x-pastewise-test
 //   latin1        "caf\xE9" as STRING alone
+//   plain         the text as text/plain alone
+//   plain-latin1  "caf\xE9" as text/plain alone
 //   empty         as normal, with an empty text
 //   ill-formed    as normal, with bytes that are not UTF-8: "a\xFF\xC3(b"
 //   bom           as normal, with a text that begins with U+FEFF
@@ -145,6 +147,12 @@ std::map<std::string, std::string> contentsFor(const Settings& settings) {
     const std::string png = "\x89PNG\r\n\x1A\nnot really a picture";
     if (mode == "latin1") {
         return {{"STRING", "caf\xE9"}};
+    }
+    if (mode == "plain") {
+        return {{"text/plain", settings.text}};
+    }
+    if (mode == "plain-latin1") {
+        return {{"text/plain", "caf\xE9"}};
     }
     if (mode == "image") {
         return {{"image/png", png}};

@@ -168,6 +168,12 @@ TEST(IncludeRulesTests, OnlyTheLinuxFactoryNamesBackendsOfOtherFolders) {
     }
 }
 
+TEST(IncludeRulesTests, ClipboardFormatsDependOnNoDisplayProtocol) {
+    expectOnly("Platform/Linux/Clipboard",
+               {"Platform/Linux/Clipboard/", "Platform/Pasteboard.h", "Foundation/"},
+               {"unistd.h"});
+}
+
 TEST(IncludeRulesTests, XcbStaysInItsFolderAndTheToolkitInItsFolders) {
     for (const std::string folder : {"Foundation", "Text", "HotKey", "Pastewise", "Platform"}) {
         for (const Include& include : includesBelow(folder)) {

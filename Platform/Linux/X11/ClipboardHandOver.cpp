@@ -1,115 +1,86 @@
 #include "Platform/Linux/X11/ClipboardHandOver.h"
 
-#include "Platform/Linux/X11/X11ServerTime.h"
-
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace platform {
 
-ClipboardHandOver::ClipboardHandOver(const X11Connection& connection,
-                                     X11EventQueue& events,
-                                     const X11ClipboardAtoms& atoms,
-                                     X11SelectionOwner& owner,
-                                     std::chrono::milliseconds silence,
-                                     foundation::Logger logger)
-    : connection_(connection),
-      events_(events),
-      atoms_(atoms),
-      owner_(owner),
-      silence_(silence),
-      logger_(logger) {}
+namespace {
 
-void ClipboardHandOver::run() {
-    if (owner_.offeredTexts().empty() || !owner_.owns()) {
-        return;
-    }
-    const xcb_window_t managerWindow = manager();
-    if (managerWindow == XCB_WINDOW_NONE) {
-        return;
-    }
-    const auto askedAt = ask();
-    if (!askedAt) {
-        return;
-    }
-    const std::uint32_t idMask = xcb_get_setup(connection_.get())->resource_id_mask;
-    auto deadline = X11EventQueue::Clock::now() + silence_;
-    const auto any = [](const xcb_generic_event_t&) { return true; };
-    while (const auto event = events_.waitFor(any, deadline)) {
-        if (isAnswer(*event, *askedAt)) {
-            if (eventAs<xcb_selection_notify_event_t>(*event).property == XCB_ATOM_NONE) {
-                logger_.error("The clipboard manager refuses to keep the clipboard");
-            }
-            return;
-        }
-        owner_.handle(*event);
-        // Other programs may go on asking for ever: only the manager is worth waiting for.
-        if (isFrom(managerWindow, *event, idMask)) {
-            deadline = X11EventQueue::Clock::now() + silence_;
-        } else if (X11EventQueue::Clock::now() >= deadline) {
-            break;
-        }
-    }
-    logger_.error("The clipboard manager does not answer");
-}
-
-xcb_window_t ClipboardHandOver::manager() const {
-    const XcbPointer<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
-        connection_.get(),
-        xcb_get_selection_owner(connection_.get(), atoms_.clipboardManager),
-        nullptr));
-    return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
-}
-
-/// Asks the manager to save what we offer; the server's time of the question. None when the server
-/// does not tell it.
-std::optional<xcb_timestamp_t> ClipboardHandOver::ask() {
-    constexpr std::uint8_t bitsPerAtom = 32;
-    const auto time = serverTime(
-        connection_, events_, atoms_, owner_.window(), X11EventQueue::Clock::now() + silence_);
+/// Requests the manager to save our targets. The server time of the request, or nullopt if the
+/// server does not answer.
+std::optional<xcb_timestamp_t> requestSaving(X11ClipboardContext& context,
+                                             const X11SelectionOwner& owner) {
+    const auto time = context.events.serverTime(
+        owner.window(), X11EventQueue::Clock::now() + context.limits.silence);
     if (!time) {
         return std::nullopt;
     }
-    const std::vector<xcb_atom_t> targets = owner_.offeredTexts();
-    xcb_change_property(connection_.get(),
-                        XCB_PROP_MODE_REPLACE,
-                        owner_.window(),
-                        atoms_.exchange,
-                        XCB_ATOM_ATOM,
-                        bitsPerAtom,
-                        static_cast<std::uint32_t>(targets.size()),
-                        targets.data());
-    xcb_convert_selection(connection_.get(),
-                          owner_.window(),
-                          atoms_.clipboardManager,
-                          atoms_.saveTargets,
-                          atoms_.exchange,
+    const X11ClipboardAtoms& atoms = context.atoms;
+    const std::vector<xcb_atom_t> targets = owner.offeredTexts();
+    context.connection->setProperty(
+        owner.window(), atoms.exchange, XCB_ATOM_ATOM, targets.data(), targets.size());
+    xcb_convert_selection(context.connection->get(),
+                          owner.window(),
+                          atoms.clipboardManager,
+                          atoms.saveTargets,
+                          atoms.exchange,
                           *time);
     return time;
 }
 
-/// An answer names the time of its question: an earlier one may have been given up.
-bool ClipboardHandOver::isAnswer(const xcb_generic_event_t& event, xcb_timestamp_t askedAt) const {
-    if (eventType(event) != XCB_SELECTION_NOTIFY) {
-        return false;
-    }
-    const auto& notify = eventAs<xcb_selection_notify_event_t>(event);
-    return notify.requestor == owner_.window() && notify.selection == atoms_.clipboardManager &&
-           notify.time == askedAt;
-}
-
-/// Whether the event comes from the same program as the window `client`: the server gives each
-/// program its own range of identifiers, all alike but for the bits of `idMask`.
-bool ClipboardHandOver::isFrom(xcb_window_t client,
-                               const xcb_generic_event_t& event,
-                               std::uint32_t idMask) {
+/// Whether the event is from the client that created the window `manager`: the server assigns each
+/// client a range of identifiers, which differ in the bits of `idMask` only.
+bool isFromClientOf(xcb_window_t manager, const xcb_generic_event_t& event, std::uint32_t idMask) {
     xcb_window_t window = XCB_WINDOW_NONE;
     if (eventType(event) == XCB_SELECTION_REQUEST) {
         window = eventAs<xcb_selection_request_event_t>(event).requestor;
     } else if (eventType(event) == XCB_PROPERTY_NOTIFY) {
         window = eventAs<xcb_property_notify_event_t>(event).window;
     }
-    return ((window ^ client) & ~idMask) == 0;
+    return ((window ^ manager) & ~idMask) == 0;
+}
+
+} // namespace
+
+void handOverClipboard(X11ClipboardContext& context, X11SelectionOwner& owner) {
+    if (owner.offeredTexts().empty() || !owner.owns()) {
+        return;
+    }
+    const xcb_atom_t selection = context.atoms.clipboardManager;
+    const xcb_window_t manager = context.connection->ownerOf(selection);
+    if (manager == XCB_WINDOW_NONE) {
+        return;
+    }
+    const auto requestTime = requestSaving(context, owner);
+    if (!requestTime) {
+        return;
+    }
+    const std::uint32_t idMask = xcb_get_setup(context.connection->get())->resource_id_mask;
+    auto deadline = X11EventQueue::Clock::now() + context.limits.silence;
+    const auto any = [](const xcb_generic_event_t&) { return true; };
+    while (const auto event = context.events.waitFor(any, deadline)) {
+        if (eventType(*event) == XCB_SELECTION_NOTIFY) {
+            const auto& notify = eventAs<xcb_selection_notify_event_t>(*event);
+            // The time tells this answer from a late one to an earlier request.
+            if (notify.requestor == owner.window() && notify.selection == selection &&
+                notify.time == *requestTime) {
+                if (notify.property == XCB_ATOM_NONE) {
+                    context.logger.error("The clipboard manager refuses to save the clipboard");
+                }
+                return;
+            }
+        }
+        owner.handle(*event);
+        // Only the manager's requests extend the wait: other clients may never stop.
+        if (isFromClientOf(manager, *event, idMask)) {
+            deadline = X11EventQueue::Clock::now() + context.limits.silence;
+        } else if (X11EventQueue::Clock::now() >= deadline) {
+            break;
+        }
+    }
+    context.logger.error("The clipboard manager does not respond");
 }
 
 } // namespace platform

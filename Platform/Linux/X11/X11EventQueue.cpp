@@ -9,33 +9,32 @@
 namespace platform {
 
 X11EventQueue::Event X11EventQueue::next() {
-    if (putOff_.empty()) {
+    if (deferred_.empty()) {
         return Event(xcb_poll_for_event(connection_.get()));
     }
-    Event event = std::move(putOff_.front());
-    putOff_.pop_front();
+    Event event = std::move(deferred_.front());
+    deferred_.pop_front();
     return event;
 }
 
-X11EventQueue::Event
-X11EventQueue::waitFor(const std::function<bool(const xcb_generic_event_t&)>& isAwaited,
-                       Clock::time_point deadline) {
+X11EventQueue::Event X11EventQueue::waitFor(const Predicate& isAwaited,
+                                            Clock::time_point deadline) {
     const auto awaited = std::find_if(
-        putOff_.begin(), putOff_.end(), [&](const Event& event) { return isAwaited(*event); });
-    if (awaited != putOff_.end()) {
+        deferred_.begin(), deferred_.end(), [&](const Event& event) { return isAwaited(*event); });
+    if (awaited != deferred_.end()) {
         Event event = std::move(*awaited);
-        putOff_.erase(awaited);
+        deferred_.erase(awaited);
         return event;
     }
     xcb_flush(connection_.get());
     while (true) {
-        // XCB's own queue comes first: what it holds does not make the descriptor readable.
+        // XCB's own queue comes first: its events do not make the descriptor readable.
         if (Event event{xcb_poll_for_event(connection_.get())}) {
             if (isAwaited(*event)) {
                 return event;
             }
-            putOff_.push_back(std::move(event));
-            // Others may go on sending for ever.
+            deferred_.push_back(std::move(event));
+            // Other clients may send events without end.
             if (Clock::now() >= deadline) {
                 return nullptr;
             }
@@ -45,11 +44,45 @@ X11EventQueue::waitFor(const std::function<bool(const xcb_generic_event_t&)>& is
     }
 }
 
+std::optional<xcb_timestamp_t> X11EventQueue::serverTime(xcb_window_t window,
+                                                         Clock::time_point deadline) {
+    // Appending nothing leaves the property unchanged, but causes an event with the time.
+    const auto request = xcb_change_property(connection_.get(),
+                                             XCB_PROP_MODE_APPEND,
+                                             window,
+                                             XCB_ATOM_WM_NAME,
+                                             XCB_ATOM_STRING,
+                                             8,
+                                             0,
+                                             nullptr);
+    const Event event = waitFor(
+        [&](const xcb_generic_event_t& candidate) {
+            // A late answer to an earlier request carries an outdated time.
+            return eventType(candidate) == XCB_PROPERTY_NOTIFY &&
+                   candidate.full_sequence == request.sequence &&
+                   eventAs<xcb_property_notify_event_t>(candidate).window == window &&
+                   eventAs<xcb_property_notify_event_t>(candidate).atom == XCB_ATOM_WM_NAME;
+        },
+        deadline);
+    return event ? std::optional(eventAs<xcb_property_notify_event_t>(*event).time) : std::nullopt;
+}
+
+bool X11EventQueue::hasReceived(const Predicate& isMeant, Clock::time_point deadline) {
+    while (Event event{xcb_poll_for_event(connection_.get())}) {
+        deferred_.push_back(std::move(event));
+        if (Clock::now() >= deadline) {
+            break;
+        }
+    }
+    return std::any_of(
+        deferred_.begin(), deferred_.end(), [&](const Event& event) { return isMeant(*event); });
+}
+
 bool X11EventQueue::hasEvents() {
     while (Event event{xcb_poll_for_queued_event(connection_.get())}) {
-        putOff_.push_back(std::move(event));
+        deferred_.push_back(std::move(event));
     }
-    return !putOff_.empty();
+    return !deferred_.empty();
 }
 
 bool X11EventQueue::sleepUntilReadable(Clock::time_point deadline) const {

@@ -11,8 +11,8 @@ namespace platform {
 
 namespace {
 
-// So many events are handled before the rest of the program gets its turn: a fast receiver of a
-// long text has the next one ready at once.
+// Maximum events handled before the loop gets its turn: a fast receiver of a long text always has
+// the next one ready.
 constexpr int eventsPerTurn = 64;
 
 } // namespace
@@ -21,18 +21,15 @@ X11Pasteboard::X11Pasteboard(std::unique_ptr<X11Connection> connection,
                              EventLoop& loop,
                              MainQueue& queue,
                              const foundation::LoggerFactory& loggers,
-                             const X11PasteboardLimits& limits)
-    : connection_(std::move(connection)),
+                             const TransferLimits& limits)
+    : context_(std::move(connection), limits, loggers.logger("X11Pasteboard")),
       queue_(queue),
-      logger_(loggers.logger("X11Pasteboard")),
-      limits_(limits),
-      atoms_(*connection_),
-      events_(*connection_),
-      owner_(*connection_, events_, atoms_, queue_, limits_, logger_),
-      reader_(*connection_, events_, atoms_, limits_, logger_),
-      watch_(loop.watchReadable(connection_->fileDescriptor(), [this] { handleEvents(); })) {
-    xcb_flush(connection_->get());
-    handleEventsLater();
+      owner_(context_, queue_),
+      reader_(context_),
+      watch_(
+          loop.watchReadable(context_.connection->fileDescriptor(), [this] { handleEvents(); })) {
+    xcb_flush(context_.connection->get());
+    handleDeferredEventsLater();
 }
 
 X11Pasteboard::~X11Pasteboard() {
@@ -42,114 +39,98 @@ X11Pasteboard::~X11Pasteboard() {
 }
 
 void X11Pasteboard::clearContents() {
-    hasBegun_ = false;
+    isAcquired_ = false;
     try {
-        hasBegun_ = owner_.acquire();
+        isAcquired_ = owner_.acquire();
     } catch (const std::bad_alloc&) {
-        logger_.error("There is no memory for taking the clipboard over");
+        context_.logger.error("Out of memory while taking over the clipboard");
     }
-    if (!hasBegun_) {
-        logger_.error("The clipboard cannot be taken over");
+    if (!isAcquired_) {
+        context_.logger.error("Cannot take over the clipboard");
     }
-    handleEventsLater();
+    handleDeferredEventsLater();
 }
 
 bool X11Pasteboard::setString(foundation::TextBuffer text, PasteboardType type) {
     bool isHeld = false;
-    if (!hasBegun_) {
-        logger_.error("The clipboard has not been taken over");
-    } else if (!owner_.owns()) {
-        logger_.error("The clipboard belongs to another program");
-    } else {
-        try {
+    try {
+        if (!isAcquired_) {
+            context_.logger.error("The clipboard was not taken over");
+        } else if (!owner_.owns()) {
+            context_.logger.error("The clipboard belongs to another program");
+        } else {
             owner_.hold(type, std::make_shared<const foundation::TextBuffer>(std::move(text)));
             isHeld = true;
-        } catch (const std::bad_alloc&) {
-            logger_.error("There is no memory for holding a text");
         }
+    } catch (const std::bad_alloc&) {
+        context_.logger.error("Out of memory while storing a text");
     }
-    handleEventsLater();
+    handleDeferredEventsLater();
     return isHeld;
 }
 
 std::optional<foundation::TextBuffer> X11Pasteboard::string(PasteboardType type) {
     std::optional<foundation::TextBuffer> text;
     try {
-        const xcb_window_t current = currentOwner();
+        const xcb_window_t current = context_.connection->ownerOf(context_.atoms.clipboard);
         if (current == owner_.window()) {
-            // Asking ourselves would be waiting for ourselves.
+            // A request to ourselves would never be answered.
             if (const auto held = owner_.held(type)) {
-                text.emplace(held->view());
+                text = foundation::repairUtf8(foundation::TextBuffer(held->view()));
             }
         } else if (current != XCB_WINDOW_NONE) {
             text = reader_.read(type);
-            if (text) {
-                text = foundation::repairUtf8(std::move(*text));
-            }
         }
     } catch (const std::bad_alloc&) {
         text.reset();
-        logger_.error("The text in the clipboard does not fit in memory");
+        context_.logger.error("The text in the clipboard does not fit in memory");
     }
-    handleEventsLater();
+    handleDeferredEventsLater();
     return text;
 }
 
 void X11Pasteboard::handOver() {
     try {
-        ClipboardHandOver(*connection_, events_, atoms_, owner_, limits_.silence, logger_).run();
+        handOverClipboard(context_, owner_);
     } catch (const std::bad_alloc&) {
-        logger_.error("There is no memory for handing the clipboard over");
+        context_.logger.error("Out of memory while handing over the clipboard");
     }
-    handleEventsLater();
-}
-
-xcb_window_t X11Pasteboard::currentOwner() const {
-    const XcbPointer<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(connection_->get(),
-                                      xcb_get_selection_owner(connection_->get(), atoms_.clipboard),
-                                      nullptr));
-    return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+    handleDeferredEventsLater();
 }
 
 void X11Pasteboard::handleEvents() {
-    int handledCount = 0;
-    while (handledCount < eventsPerTurn) {
-        const auto event = events_.next();
+    for (int handledCount = 0; handledCount < eventsPerTurn; ++handledCount) {
+        const auto event = context_.events.next();
         if (!event) {
             break;
         }
         owner_.handle(*event);
         reader_.handle(*event);
-        ++handledCount;
     }
-    if (!connection_->isAlive()) {
-        // The descriptor of a broken connection stays readable: watching it would never end.
-        if (watch_) {
-            watch_.reset();
-            logger_.error("The X server is gone");
-        }
-        return;
+    if (context_.connection->isAlive()) {
+        handleDeferredEventsLater();
+    } else if (watch_) {
+        // The descriptor of a broken connection stays readable forever.
+        watch_.reset();
+        context_.logger.error("The X server is gone");
     }
-    handleEventsLater();
 }
 
-/// Sees to events that were read from the server while somebody waited for others: the loop does
-/// not learn of them.
-void X11Pasteboard::handleEventsLater() {
+/// Schedules the events that a wait has already read, which the loop does not learn of.
+void X11Pasteboard::handleDeferredEventsLater() {
     try {
-        if (!events_.hasEvents() || (pendingHandling_ && !pendingHandling_->isCancelled())) {
+        if (!context_.events.hasEvents() || pendingHandling_) {
             return;
         }
-        pendingHandling_ = std::make_shared<WorkItem>([this] {
-            pendingHandling_->cancel();
+        auto item = std::make_shared<WorkItem>([this] {
+            const auto running = std::exchange(pendingHandling_, nullptr);
             handleEvents();
         });
-        queue_.asyncAfter(std::chrono::milliseconds(0), pendingHandling_);
+        queue_.asyncAfter(std::chrono::milliseconds(0), item);
+        pendingHandling_ = std::move(item);
     } catch (const std::bad_alloc&) {
-        // The next event that arrives is the next opportunity.
-        pendingHandling_.reset();
-        logger_.error("There is no memory for handling what other programs asked");
+        // The next event is the next opportunity.
+        context_.logger.error("Out of memory while handling clipboard requests");
     }
 }
 

@@ -1,8 +1,5 @@
 #include "Platform/Linux/X11/X11SelectionOwner.h"
 
-#include "Platform/Linux/X11/Latin1.h"
-#include "Platform/Linux/X11/X11ServerTime.h"
-
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -13,92 +10,55 @@ namespace platform {
 
 namespace {
 
-constexpr std::uint8_t bitsPerByte = 8;
 constexpr std::uint8_t bitsPerValue = 32;
 
-// The most conversions that one MULTIPLE request may ask for: nobody offers nearly as many.
+// Maximum conversions in one MULTIPLE request, far above the number of targets that any owner has.
 constexpr std::uint32_t multipleLimit = 256;
 
-/// Whether a request's number is older than another; they wrap around.
+/// Compares sequence numbers, which wrap around.
 bool isBefore(std::uint32_t left, std::uint32_t right) {
     return static_cast<std::int32_t>(left - right) < 0;
 }
 
-/// Whether a server time is less than a day older than another. What seems older still is newer: a
-/// text may be owned for weeks, in which the times wrap around.
+/// Whether `left` is less than a day before `right`. Server times wrap around after 49 days, and a
+/// text may be owned for weeks: a greater distance means that `left` is later.
 bool isShortlyBefore(xcb_timestamp_t left, xcb_timestamp_t right) {
     constexpr xcb_timestamp_t day = 24 * 60 * 60 * 1000;
     return left != right && right - left < day;
 }
 
-std::size_t largestChunk(const X11Connection& connection, std::size_t wanted) {
-    constexpr std::size_t bytesPerUnit = 4;
-    constexpr std::size_t requestOverhead = 64;
-    const std::size_t largestRequest =
-        std::size_t{xcb_get_maximum_request_length(connection.get())} * bytesPerUnit;
-    return std::min(wanted, largestRequest - std::min(largestRequest, requestOverhead));
-}
-
 } // namespace
 
-X11SelectionOwner::X11SelectionOwner(const X11Connection& connection,
-                                     X11EventQueue& events,
-                                     const X11ClipboardAtoms& atoms,
-                                     MainQueue& queue,
-                                     const X11PasteboardLimits& limits,
-                                     foundation::Logger logger)
-    : connection_(connection),
-      events_(events),
-      atoms_(atoms),
-      queue_(queue),
-      limits_(limits),
-      logger_(logger),
-      chunkSize_(largestChunk(connection, limits.chunkSize)),
-      window_(xcb_generate_id(connection.get())) {
-    const std::uint32_t propertyEvents = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_create_window(connection_.get(),
-                      0,
-                      window_,
-                      connection_.screen().root,
-                      0,
-                      0,
-                      1,
-                      1,
-                      0,
-                      XCB_WINDOW_CLASS_INPUT_ONLY,
-                      XCB_COPY_FROM_PARENT,
-                      XCB_CW_EVENT_MASK,
-                      &propertyEvents);
-}
+X11SelectionOwner::X11SelectionOwner(X11ClipboardContext& context, MainQueue& queue)
+    : context_(context), transfers_(context, queue), window_(context.connection->createWindow()) {}
 
 X11SelectionOwner::~X11SelectionOwner() {
-    xcb_destroy_window(connection_.get(), window_);
-    xcb_flush(connection_.get());
+    xcb_destroy_window(context_.connection->get(), window_);
+    xcb_flush(context_.connection->get());
 }
 
 bool X11SelectionOwner::acquire() {
-    const auto time = serverTime(
-        connection_, events_, atoms_, window_, X11EventQueue::Clock::now() + limits_.silence);
+    const X11Connection& connection = *context_.connection;
+    const auto time =
+        context_.events.serverTime(window_, X11EventQueue::Clock::now() + context_.limits.silence);
     if (!time) {
         return false;
     }
     texts_.clear();
-    isOwner_ = false;
-    acquisition_ =
-        xcb_set_selection_owner(connection_.get(), window_, atoms_.clipboard, *time).sequence;
     ownedSince_ = *time;
-    isOwner_ = true;
-    isOwner_ = owns();
+    acquisition_ =
+        xcb_set_selection_owner(connection.get(), window_, context_.atoms.clipboard, *time)
+            .sequence;
+    isOwner_ = connection.ownerOf(context_.atoms.clipboard) == window_;
     return isOwner_;
 }
 
-bool X11SelectionOwner::owns() const {
-    if (!isOwner_) {
-        return false;
-    }
-    const XcbPointer<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
-        connection_.get(), xcb_get_selection_owner(connection_.get(), atoms_.clipboard), nullptr));
-    return reply && reply->owner == window_;
+bool X11SelectionOwner::owns() {
+    const auto deadline = X11EventQueue::Clock::now() + context_.limits.silence;
+    return isOwner_ &&
+           !context_.events.hasReceived([this](const auto& event) { return isLoss(event); },
+                                        deadline) &&
+           context_.connection->isAlive();
 }
 
 void X11SelectionOwner::hold(PasteboardType type,
@@ -113,16 +73,10 @@ std::shared_ptr<const foundation::TextBuffer> X11SelectionOwner::held(Pasteboard
 
 std::vector<xcb_atom_t> X11SelectionOwner::offeredTexts() const {
     std::vector<xcb_atom_t> targets;
-    if (texts_.contains(PasteboardType::html)) {
-        targets.push_back(atoms_.html);
-    }
-    if (texts_.contains(PasteboardType::string)) {
-        targets.insert(targets.end(),
-                       {atoms_.plainTextUtf8,
-                        atoms_.utf8String,
-                        atoms_.plainText,
-                        atoms_.text,
-                        XCB_ATOM_STRING});
+    for (const TextFormat& format : offeredFormats) {
+        if (texts_.contains(format.type)) {
+            targets.push_back(context_.atoms.format(format.name));
+        }
     }
     return targets;
 }
@@ -132,37 +86,53 @@ void X11SelectionOwner::handle(const xcb_generic_event_t& event) {
     case XCB_SELECTION_REQUEST:
         serve(eventAs<xcb_selection_request_event_t>(event));
         break;
-    case XCB_SELECTION_CLEAR: {
-        const auto& clear = eventAs<xcb_selection_clear_event_t>(event);
-        // An owner that we have replaced since is no reason to let go.
-        if (clear.owner == window_ && clear.selection == atoms_.clipboard &&
-            !isBefore(event.full_sequence, acquisition_)) {
+    case XCB_SELECTION_CLEAR:
+        if (isLoss(event)) {
             texts_.clear();
             isOwner_ = false;
         }
         break;
-    }
-    case XCB_PROPERTY_NOTIFY:
-        continueTransfer(eventAs<xcb_property_notify_event_t>(event));
+    case XCB_PROPERTY_NOTIFY: {
+        const auto& notify = eventAs<xcb_property_notify_event_t>(event);
+        if (notify.state == XCB_PROPERTY_DELETE) {
+            transfers_.handleDeletion({.window = notify.window, .property = notify.atom});
+        }
         break;
+    }
     case XCB_DESTROY_NOTIFY:
-        endTransfersTo(eventAs<xcb_destroy_notify_event_t>(event).window);
+        transfers_.endAllTo(eventAs<xcb_destroy_notify_event_t>(event).window);
         break;
     default:
         break;
     }
-    xcb_flush(connection_.get());
+    xcb_flush(context_.connection->get());
+}
+
+bool X11SelectionOwner::isLoss(const xcb_generic_event_t& event) const {
+    if (eventType(event) != XCB_SELECTION_CLEAR) {
+        return false;
+    }
+    const auto& clear = eventAs<xcb_selection_clear_event_t>(event);
+    return clear.owner == window_ && clear.selection == context_.atoms.clipboard &&
+           !isBefore(event.full_sequence, acquisition_);
 }
 
 void X11SelectionOwner::serve(const xcb_selection_request_event_t& request) {
-    // Clients of the oldest kind name no property and expect the target's.
+    // Obsolete clients specify no property and expect the answer in the one named by the target.
     const xcb_atom_t property =
         request.property == XCB_ATOM_NONE ? request.target : request.property;
-    bool isGiven = false;
+    bool isConverted = false;
     try {
-        isGiven = isForUs(request) && giveWhatIsAsked(request, property);
+        if (!isForUs(request)) {
+            isConverted = false;
+        } else if (request.target == context_.atoms.multiple) {
+            isConverted =
+                request.property != XCB_ATOM_NONE && convertMultiple(request.requestor, property);
+        } else {
+            isConverted = convert(request.requestor, request.target, property);
+        }
     } catch (const std::bad_alloc&) {
-        logger_.error("There is no memory for giving a text away");
+        context_.logger.error("Out of memory while serving a clipboard request");
     }
     const xcb_selection_notify_event_t notify{
         .response_type = XCB_SELECTION_NOTIFY,
@@ -172,188 +142,82 @@ void X11SelectionOwner::serve(const xcb_selection_request_event_t& request) {
         .requestor = request.requestor,
         .selection = request.selection,
         .target = request.target,
-        .property = isGiven ? property : static_cast<xcb_atom_t>(XCB_ATOM_NONE)};
-    // On the wire every event has the same size, however short its structure.
+        .property = isConverted ? property : static_cast<xcb_atom_t>(XCB_ATOM_NONE)};
+    // Every event takes 32 bytes on the wire, however short its structure.
     std::array<char, 32> wire{};
     static_assert(sizeof notify <= wire.size());
     std::memcpy(wire.data(), &notify, sizeof notify);
-    xcb_send_event(connection_.get(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, wire.data());
-}
-
-bool X11SelectionOwner::giveWhatIsAsked(const xcb_selection_request_event_t& request,
-                                        xcb_atom_t property) {
-    if (request.target != atoms_.multiple) {
-        return convert(request.requestor, request.target, property);
-    }
-    return request.property != XCB_ATOM_NONE && convertMultiple(request.requestor, property);
+    xcb_send_event(
+        context_.connection->get(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, wire.data());
 }
 
 bool X11SelectionOwner::isForUs(const xcb_selection_request_event_t& request) const {
-    // Nobody else's window is this one, on which we wait for the server's time.
+    // Our own window is never a requestor: it waits for the server's time.
     return isOwner_ && request.owner == window_ && request.requestor != window_ &&
-           request.selection == atoms_.clipboard &&
+           request.selection == context_.atoms.clipboard &&
            (request.time == XCB_CURRENT_TIME || !isShortlyBefore(request.time, ownedSince_));
 }
 
 bool X11SelectionOwner::convert(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property) {
-    if (target == atoms_.targets) {
-        std::vector<std::uint32_t> targets = offeredTexts();
+    const X11Connection& connection = *context_.connection;
+    const X11ClipboardAtoms& atoms = context_.atoms;
+    if (target == atoms.targets) {
+        std::vector<xcb_atom_t> targets = offeredTexts();
         targets.insert(targets.end(),
-                       {atoms_.targets, atoms_.multiple, atoms_.timestamp, atoms_.saveTargets});
-        setProperty(requestor, property, XCB_ATOM_ATOM, targets);
+                       {atoms.targets, atoms.multiple, atoms.timestamp, atoms.saveTargets});
+        connection.setProperty(requestor, property, XCB_ATOM_ATOM, targets.data(), targets.size());
         return true;
     }
-    if (target == atoms_.timestamp) {
-        setProperty(requestor, property, XCB_ATOM_INTEGER, {ownedSince_});
+    if (target == atoms.timestamp) {
+        connection.setProperty(requestor, property, XCB_ATOM_INTEGER, &ownedSince_, 1);
         return true;
     }
-    if (target == atoms_.saveTargets) {
-        setProperty(requestor, property, atoms_.null, {});
+    if (target == atoms.saveTargets) {
+        connection.setProperty<std::uint32_t>(requestor, property, atoms.null, nullptr, 0);
         return true;
     }
-    if (target == atoms_.html) {
-        return give({requestor, property, target}, held(PasteboardType::html));
+    const auto* const format =
+        std::find_if(offeredFormats.begin(), offeredFormats.end(), [&](const TextFormat& one) {
+            return target == atoms.format(one.name);
+        });
+    auto text = format == offeredFormats.end() ? nullptr : held(format->type);
+    if (!text) {
+        return false;
     }
-    const auto string = held(PasteboardType::string);
-    if (target == atoms_.plainTextUtf8 || target == atoms_.utf8String ||
-        target == atoms_.plainText) {
-        return give({requestor, property, target}, string);
-    }
-    if (target == atoms_.text) {
-        return give({requestor, property, atoms_.utf8String}, string);
-    }
-    if (target == XCB_ATOM_STRING && string) {
-        return give({requestor, property, target},
-                    std::make_shared<const foundation::TextBuffer>(latin1FromUtf8(string->view())));
-    }
-    return false;
+    // TEXT is a request for the owner's preferred encoding, which the type states.
+    const xcb_atom_t type = format->name == "TEXT" ? atoms.utf8String : target;
+    return transfers_.send({.window = requestor, .property = property},
+                           type,
+                           encode(std::move(text), format->encoding));
 }
 
-/// Each pair in the property asks for one conversion; those that fail lose their property there.
+/// Each pair in the property requests a conversion; a failed one gets its property replaced there.
 bool X11SelectionOwner::convertMultiple(xcb_window_t requestor, xcb_atom_t property) {
-    const XcbPointer<xcb_get_property_reply_t> reply(
-        xcb_get_property_reply(connection_.get(),
-                               xcb_get_property(connection_.get(),
-                                                0,
-                                                requestor,
-                                                property,
-                                                XCB_GET_PROPERTY_TYPE_ANY,
-                                                0,
-                                                multipleLimit * 2),
-                               nullptr));
+    const X11Connection& connection = *context_.connection;
+    const auto reply = connection.property(requestor, property, 0, multipleLimit * 2, false);
     if (!reply || reply->format != bitsPerValue || reply->bytes_after > 0) {
         return false;
     }
-    std::vector<std::uint32_t> pairs(reply->value_len);
+    std::vector<xcb_atom_t> pairs(reply->value_len);
     if (pairs.empty() || pairs.size() % 2 != 0) {
         return false;
     }
     std::memcpy(
-        pairs.data(), xcb_get_property_value(reply.get()), pairs.size() * sizeof(std::uint32_t));
-    bool haveAllWorked = true;
+        pairs.data(), xcb_get_property_value(reply.get()), pairs.size() * sizeof(xcb_atom_t));
+    bool haveAllSucceeded = true;
     for (std::size_t i = 0; i < pairs.size(); i += 2) {
         const xcb_atom_t target = pairs[i];
         xcb_atom_t& destination = pairs[i + 1];
         if (destination == XCB_ATOM_NONE || !convert(requestor, target, destination)) {
             destination = XCB_ATOM_NONE;
-            haveAllWorked = false;
+            haveAllSucceeded = false;
         }
     }
-    if (!haveAllWorked) {
-        setProperty(requestor, property, atoms_.atomPair, pairs);
+    if (!haveAllSucceeded) {
+        connection.setProperty(
+            requestor, property, context_.atoms.atomPair, pairs.data(), pairs.size());
     }
     return true;
-}
-
-bool X11SelectionOwner::give(const X11OutgoingTransfer::Receiver& receiver,
-                             std::shared_ptr<const foundation::TextBuffer> text) {
-    if (!text) {
-        return false;
-    }
-    // A receiver that asks again has given up what it was getting there.
-    endTransfer(receiver.window, receiver.property);
-    if (text->size() <= chunkSize_) {
-        xcb_change_property(connection_.get(),
-                            XCB_PROP_MODE_REPLACE,
-                            receiver.window,
-                            receiver.property,
-                            receiver.type,
-                            bitsPerByte,
-                            static_cast<std::uint32_t>(text->size()),
-                            text->view().data());
-        return true;
-    }
-    const std::uint32_t receiverEvents =
-        XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    const XcbPointer<xcb_generic_error_t> error(xcb_request_check(
-        connection_.get(),
-        xcb_change_window_attributes_checked(
-            connection_.get(), receiver.window, XCB_CW_EVENT_MASK, &receiverEvents)));
-    if (error) {
-        // Nobody waits there any more.
-        return false;
-    }
-    transfers_.push_back(std::make_unique<X11OutgoingTransfer>(
-        connection_,
-        atoms_,
-        queue_,
-        receiver,
-        std::move(text),
-        X11OutgoingTransfer::Limits{.chunkSize = chunkSize_, .silence = limits_.sending},
-        [this, window = receiver.window, property = receiver.property] {
-            // What this tells the server only spares us events: it goes with what the next one
-            // brings about.
-            endTransfer(window, property);
-        }));
-    return true;
-}
-
-void X11SelectionOwner::setProperty(xcb_window_t requestor,
-                                    xcb_atom_t property,
-                                    xcb_atom_t type,
-                                    const std::vector<std::uint32_t>& values) {
-    xcb_change_property(connection_.get(),
-                        XCB_PROP_MODE_REPLACE,
-                        requestor,
-                        property,
-                        type,
-                        bitsPerValue,
-                        static_cast<std::uint32_t>(values.size()),
-                        values.data());
-}
-
-void X11SelectionOwner::continueTransfer(const xcb_property_notify_event_t& event) {
-    if (event.state != XCB_PROPERTY_DELETE) {
-        return;
-    }
-    const auto transfer = std::find_if(transfers_.begin(), transfers_.end(), [&](const auto& one) {
-        return one->receiver().window == event.window && one->receiver().property == event.atom;
-    });
-    if (transfer != transfers_.end() && !(*transfer)->sendNext()) {
-        endTransfer(event.window, event.atom);
-    }
-}
-
-void X11SelectionOwner::endTransfer(xcb_window_t window, xcb_atom_t property) {
-    const auto isMeant = [&](const auto& transfer) {
-        return transfer->receiver().window == window && transfer->receiver().property == property;
-    };
-    if (std::erase_if(transfers_, isMeant) == 0) {
-        return;
-    }
-    const bool isStillUsed =
-        std::any_of(transfers_.begin(), transfers_.end(), [&](const auto& transfer) {
-            return transfer->receiver().window == window;
-        });
-    if (!isStillUsed) {
-        const std::uint32_t noEvents = XCB_EVENT_MASK_NO_EVENT;
-        xcb_change_window_attributes(connection_.get(), window, XCB_CW_EVENT_MASK, &noEvents);
-    }
-}
-
-void X11SelectionOwner::endTransfersTo(xcb_window_t window) {
-    std::erase_if(transfers_,
-                  [&](const auto& transfer) { return transfer->receiver().window == window; });
 }
 
 } // namespace platform

@@ -1,42 +1,42 @@
 #include "Platform/Linux/X11/X11SelectionRequest.h"
 
-#include "Platform/Linux/X11/X11ServerTime.h"
-
 #include <xcb/xfixes.h>
 
 #include <algorithm>
 #include <cstring>
 #include <new>
-#include <string_view>
 #include <utility>
 
 namespace platform {
 
 namespace {
 
-// XCB holds each reply whole: a long property is fetched in parts of this many bytes.
-constexpr std::uint32_t partSize = 1024 * 1024;
-constexpr std::uint32_t bytesPerUnit = 4;
+// XCB buffers each reply as a whole, so a long property is read in parts of this many units.
+constexpr std::uint32_t unitsPerPart = 256 * 1024;
 
-// What an owner announces is a hint. Room is made beforehand up to here only; the rest as it comes.
+// An announced size is only a hint: memory is reserved up to this size, and beyond it as data
+// arrives.
 constexpr std::size_t largestTrustedHint = std::size_t{16} * 1024 * 1024;
+
+constexpr std::uint32_t ownerChanges = XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                       XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                       XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE;
 
 } // namespace
 
-X11SelectionRequest::X11SelectionRequest(const X11Connection& connection,
-                                         X11EventQueue& events,
-                                         const X11ClipboardAtoms& atoms,
-                                         const X11PasteboardLimits& limits,
-                                         xcb_window_t window,
-                                         int firstXfixesEvent)
-    : connection_(connection),
-      events_(events),
-      atoms_(atoms),
-      limits_(limits),
-      window_(window),
-      firstXfixesEvent_(firstXfixesEvent) {
+X11SelectionRequest::X11SelectionRequest(X11ClipboardContext& context)
+    : context_(context), window_(context.connection->createWindow()) {
+    xcb_xfixes_select_selection_input(
+        context_.connection->get(), window_, context_.atoms.clipboard, ownerChanges);
     noteProgress();
-    time_ = serverTime(connection_, events_, atoms_, window_, deadline_);
+    time_ = context_.events.serverTime(window_, deadline_);
+}
+
+X11SelectionRequest::~X11SelectionRequest() {
+    const X11Connection& connection = *context_.connection;
+    connection.selectEvents(window_, XCB_EVENT_MASK_NO_EVENT);
+    xcb_xfixes_select_selection_input(connection.get(), window_, context_.atoms.clipboard, 0);
+    xcb_flush(connection.get());
 }
 
 X11SelectionRequest::Answer X11SelectionRequest::convert(xcb_atom_t target) {
@@ -45,77 +45,73 @@ X11SelectionRequest::Answer X11SelectionRequest::convert(xcb_atom_t target) {
         answer.outcome = Outcome::silent;
         return answer;
     }
+    const X11ClipboardAtoms& atoms = context_.atoms;
     xcb_convert_selection(
-        connection_.get(), window_, atoms_.clipboard, target, atoms_.exchange, *time_);
-    const auto event = events_.waitFor(
-        [&](const xcb_generic_event_t& candidate) {
-            if (isOwnerChange(candidate)) {
-                return true;
-            }
-            if (eventType(candidate) != XCB_SELECTION_NOTIFY) {
-                return false;
-            }
-            const auto& notify = eventAs<xcb_selection_notify_event_t>(candidate);
-            return notify.requestor == window_ && notify.selection == atoms_.clipboard &&
-                   notify.target == target;
-        },
-        deadline_);
-    if (!event) {
-        answer.outcome = Outcome::silent;
-    } else if (isOwnerChange(*event)) {
-        answer.outcome = Outcome::ownerChanged;
-    } else if (eventAs<xcb_selection_notify_event_t>(*event).property == XCB_ATOM_NONE) {
-        answer.outcome = Outcome::refused;
-    } else {
-        answer.outcome = takeProperty(answer);
+        context_.connection->get(), window_, atoms.clipboard, target, atoms.exchange, *time_);
+    X11EventQueue::Event event;
+    answer.outcome = waitFor(event, [&](const xcb_generic_event_t& candidate) {
+        if (eventType(candidate) != XCB_SELECTION_NOTIFY) {
+            return false;
+        }
+        const auto& notify = eventAs<xcb_selection_notify_event_t>(candidate);
+        return notify.requestor == window_ && notify.selection == atoms.clipboard &&
+               notify.target == target;
+    });
+    if (answer.outcome == Outcome::received) {
+        answer.outcome = eventAs<xcb_selection_notify_event_t>(*event).property == XCB_ATOM_NONE
+                             ? Outcome::refused
+                             : takeProperty(answer);
     }
     if (answer.outcome != Outcome::received) {
         return answer;
     }
     noteProgress();
-    if (answer.type == atoms_.incr) {
-        std::uint32_t sizeHint = 0;
-        if (answer.bytes.size() >= sizeof sizeHint) {
-            std::memcpy(&sizeHint, answer.bytes.view().data(), sizeof sizeHint);
-        }
-        return receiveInPieces(sizeHint);
+    if (answer.type != atoms.incr) {
+        return answer;
     }
-    return answer;
+    std::uint32_t sizeHint = 0;
+    if (answer.bytes.size() >= sizeof sizeHint) {
+        std::memcpy(&sizeHint, answer.bytes.view().data(), sizeof sizeHint);
+    }
+    return receiveIncrementally(sizeHint);
 }
 
-X11SelectionRequest::Answer X11SelectionRequest::receiveInPieces(std::size_t sizeHint) {
+/// `received` if an event that satisfies `isAwaited` arrived.
+X11SelectionRequest::Outcome
+X11SelectionRequest::waitFor(X11EventQueue::Event& event,
+                             const X11EventQueue::Predicate& isAwaited) {
+    event = context_.events.waitFor(
+        [&](const xcb_generic_event_t& candidate) {
+            return isOwnerChange(candidate) || isAwaited(candidate);
+        },
+        deadline_);
+    if (!event) {
+        return Outcome::silent;
+    }
+    return isOwnerChange(*event) ? Outcome::ownerChanged : Outcome::received;
+}
+
+X11SelectionRequest::Answer X11SelectionRequest::receiveIncrementally(std::size_t sizeHint) {
     Answer answer;
-    answer.bytes.reserve(std::min({sizeHint, largestTrustedHint, limits_.maximumTextSize}));
+    answer.bytes.reserve(std::min({sizeHint, largestTrustedHint, context_.limits.maximumTextSize}));
     while (true) {
-        const auto event = events_.waitFor(
-            [&](const xcb_generic_event_t& candidate) {
-                if (isOwnerChange(candidate)) {
-                    return true;
-                }
-                if (eventType(candidate) != XCB_PROPERTY_NOTIFY) {
-                    return false;
-                }
-                const auto& notify = eventAs<xcb_property_notify_event_t>(candidate);
-                // Our own deletions as well: one for each piece would pile up among the events put
-                // off, and looking for the next piece would take ever longer.
-                return notify.window == window_ && notify.atom == atoms_.exchange;
-            },
-            deadline_);
-        if (!event) {
-            answer.outcome = Outcome::silent;
-            return answer;
-        }
-        if (isOwnerChange(*event)) {
-            answer.outcome = Outcome::ownerChanged;
+        X11EventQueue::Event event;
+        answer.outcome = waitFor(event, [&](const xcb_generic_event_t& candidate) {
+            // Including our own deletions: deferred, one for each piece, they would make the search
+            // for the next piece ever slower.
+            return eventType(candidate) == XCB_PROPERTY_NOTIFY &&
+                   eventAs<xcb_property_notify_event_t>(candidate).window == window_ &&
+                   eventAs<xcb_property_notify_event_t>(candidate).atom == context_.atoms.exchange;
+        });
+        if (answer.outcome != Outcome::received) {
             return answer;
         }
         const std::size_t sizeBefore = answer.bytes.size();
-        const bool isNew =
-            eventAs<xcb_property_notify_event_t>(*event).state == XCB_PROPERTY_NEW_VALUE;
-        const Outcome outcome = isNew ? takeProperty(answer) : Outcome::refused;
+        const auto& notify = eventAs<xcb_property_notify_event_t>(*event);
+        const Outcome outcome =
+            notify.state == XCB_PROPERTY_NEW_VALUE ? takeProperty(answer) : Outcome::refused;
         if (outcome == Outcome::refused) {
-            // Nothing is there: the event told of a deletion, or of the announcement that was taken
-            // already.
+            // No property: the event reported a deletion, or the announcement that was taken.
             if (X11EventQueue::Clock::now() >= deadline_) {
                 answer.outcome = Outcome::silent;
                 return answer;
@@ -130,27 +126,17 @@ X11SelectionRequest::Answer X11SelectionRequest::receiveInPieces(std::size_t siz
     }
 }
 
-/// Appends what the exchange property holds to the answer and deletes the property, which is what
-/// asks an owner that sends in pieces for the next one. `refused` when there is no property.
+/// Appends the exchange property to the answer and deletes it, which requests the next piece of an
+/// incremental transfer. `refused` if there is no property.
 X11SelectionRequest::Outcome X11SelectionRequest::takeProperty(Answer& answer) {
-    std::uint32_t offset = 0;
-    while (true) {
-        // The server deletes the property together with its last part.
-        const XcbPointer<xcb_get_property_reply_t> part(
-            xcb_get_property_reply(connection_.get(),
-                                   xcb_get_property(connection_.get(),
-                                                    1,
-                                                    window_,
-                                                    atoms_.exchange,
-                                                    XCB_GET_PROPERTY_TYPE_ANY,
-                                                    offset,
-                                                    partSize / bytesPerUnit),
-                                   nullptr));
+    for (std::uint32_t first = 0;; first += unitsPerPart) {
+        const auto part = context_.connection->property(
+            window_, context_.atoms.exchange, first, unitsPerPart, true);
         if (!part) {
             return Outcome::silent;
         }
         if (part->type == XCB_ATOM_NONE) {
-            return offset == 0 ? Outcome::refused : Outcome::malformed;
+            return first == 0 ? Outcome::refused : Outcome::malformed;
         }
         const auto size = static_cast<std::size_t>(xcb_get_property_value_length(part.get()));
         if (answer.bytes.empty()) {
@@ -160,7 +146,7 @@ X11SelectionRequest::Outcome X11SelectionRequest::takeProperty(Answer& answer) {
             return Outcome::malformed;
         }
         const std::size_t needed = answer.bytes.size() + size + part->bytes_after;
-        if (needed > limits_.maximumTextSize) {
+        if (needed > context_.limits.maximumTextSize) {
             throw std::bad_alloc();
         }
         if (part->bytes_after > 0) {
@@ -170,19 +156,16 @@ X11SelectionRequest::Outcome X11SelectionRequest::takeProperty(Answer& answer) {
         if (part->bytes_after == 0) {
             return Outcome::received;
         }
-        offset += partSize / bytesPerUnit;
     }
 }
 
 bool X11SelectionRequest::isOwnerChange(const xcb_generic_event_t& event) const {
-    if (eventType(event) != firstXfixesEvent_ + XCB_XFIXES_SELECTION_NOTIFY) {
-        return false;
-    }
-    return eventAs<xcb_xfixes_selection_notify_event_t>(event).window == window_;
+    return eventType(event) == context_.ownerChangeEvent &&
+           eventAs<xcb_xfixes_selection_notify_event_t>(event).window == window_;
 }
 
 void X11SelectionRequest::noteProgress() {
-    deadline_ = X11EventQueue::Clock::now() + limits_.silence;
+    deadline_ = X11EventQueue::Clock::now() + context_.limits.silence;
 }
 
 } // namespace platform

@@ -1,10 +1,8 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Foundation/TextBuffer.h"
-#include "Platform/Linux/X11/X11ClipboardAtoms.h"
-#include "Platform/Linux/X11/X11Connection.h"
-#include "Platform/Linux/X11/X11EventQueue.h"
-#include "Platform/Linux/X11/X11PasteboardLimits.h"
+#include "Platform/Linux/X11/X11ClipboardContext.h"
 
 #include <xcb/xcb.h>
 
@@ -14,20 +12,20 @@
 
 namespace platform {
 
-/// Questions to the program that owns CLIPBOARD, one after another, within one limit of time: the
-/// owner is given up when it has not sent any data for the time that the limits name. An owner
-/// that changes or ends meanwhile is given up as well.
+/// Conversion requests to the current owner of CLIPBOARD, one after another, under one time limit:
+/// the owner is given up once it has sent nothing for the time in the limits, or if it changes or
+/// exits meanwhile.
 ///
-/// The answers arrive in a window that belongs to this request alone, so that the late answer to
-/// an earlier one is never taken for this one's. Main thread only.
-class X11SelectionRequest {
+/// Answers arrive in a window of the request's own, so that a late answer to an earlier request is
+/// never mistaken for one to this. Main thread only.
+class X11SelectionRequest : foundation::Pinned {
   public:
     enum class Outcome : std::uint8_t {
         received,
         refused,
-        silent,       ///< Nothing came within the limit, or the server is gone.
-        ownerChanged, ///< Another program took the clipboard, or the owner ended.
-        malformed     ///< What came is no whole answer, and the rest of it may still come.
+        silent,       ///< Nothing arrived within the limit, or the server is gone.
+        ownerChanged, ///< Another client took the clipboard, or the owner exited.
+        malformed     ///< The answer is inconsistent, and the rest of it may still arrive.
     };
 
     struct Answer {
@@ -35,36 +33,32 @@ class X11SelectionRequest {
         xcb_atom_t type = XCB_ATOM_NONE;
         /// Bits per item: 8, 16 or 32.
         std::uint8_t format = 0;
-        /// What was received, in the order of the machine's bytes.
+        /// In the machine's byte order.
         foundation::TextBuffer bytes;
     };
 
-    /// Uses `window`, which listens to changes of its properties and to `firstXfixesEvent`, the
-    /// change of CLIPBOARD's owner, and which nobody has used before. Everything outlives the
-    /// request.
-    X11SelectionRequest(const X11Connection& connection,
-                        X11EventQueue& events,
-                        const X11ClipboardAtoms& atoms,
-                        const X11PasteboardLimits& limits,
-                        xcb_window_t window,
-                        int firstXfixesEvent);
+    /// The context outlives the request.
+    explicit X11SelectionRequest(X11ClipboardContext& context);
 
-    /// Asks for CLIPBOARD as `target`. Throws std::bad_alloc when the answer is longer than the
-    /// limits allow or does not fit in memory.
+    /// Stops listening. The window stays, for whoever destroys it.
+    ~X11SelectionRequest();
+
+    [[nodiscard]] xcb_window_t window() const { return window_; }
+
+    /// Requests CLIPBOARD as `target`. Throws std::bad_alloc if the answer exceeds the size limit
+    /// or memory.
     [[nodiscard]] Answer convert(xcb_atom_t target);
 
   private:
-    [[nodiscard]] Answer receiveInPieces(std::size_t sizeHint);
+    [[nodiscard]] Outcome waitFor(X11EventQueue::Event& event,
+                                  const X11EventQueue::Predicate& isAwaited);
+    [[nodiscard]] Answer receiveIncrementally(std::size_t sizeHint);
     [[nodiscard]] Outcome takeProperty(Answer& answer);
     [[nodiscard]] bool isOwnerChange(const xcb_generic_event_t& event) const;
     void noteProgress();
 
-    const X11Connection& connection_;
-    X11EventQueue& events_;
-    const X11ClipboardAtoms& atoms_;
-    const X11PasteboardLimits& limits_;
+    X11ClipboardContext& context_;
     const xcb_window_t window_;
-    const int firstXfixesEvent_;
     X11EventQueue::Clock::time_point deadline_;
     std::optional<xcb_timestamp_t> time_;
 };

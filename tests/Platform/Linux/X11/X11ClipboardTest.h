@@ -1,10 +1,10 @@
 #pragma once
 
 #include "Foundation/Logger.h"
+#include "Platform/Linux/Clipboard/TransferLimits.h"
 #include "Platform/Linux/Qt/QtEventLoop.h"
 #include "Platform/Linux/Qt/QtMainQueue.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"
-#include "Platform/Linux/X11/X11PasteboardLimits.h"
 #include "Platform/Memory/MemoryLogSink.h"
 #include "tests/Support/ChildProcess.h"
 #include "tests/Support/PrivateXServer.h"
@@ -78,7 +78,7 @@ class X11ClipboardTest : public testing::Test {
     platform::QtMainQueue queue_;
     platform::MemoryLogSink sink_;
     foundation::LoggerFactory loggers_{sink_, "com.app.pastewise"};
-    platform::X11PasteboardLimits limits_;
+    platform::TransferLimits limits_;
     std::unique_ptr<platform::X11Pasteboard> pasteboard_;
 };
 

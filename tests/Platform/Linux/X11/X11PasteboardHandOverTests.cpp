@@ -80,7 +80,7 @@ TEST_F(X11PasteboardHandOverTests, GivesUpAClipboardManagerThatHangs) {
     const auto start = std::chrono::steady_clock::now();
     pasteboard_->handOver();
     EXPECT_LT(std::chrono::steady_clock::now() - start, testing_support::patience);
-    EXPECT_TRUE(hasLogged("The clipboard manager does not answer"));
+    EXPECT_TRUE(hasLogged("The clipboard manager does not respond"));
     EXPECT_TRUE(manager->waitForOutput("asked SAVE_TARGETS"));
 }
 
@@ -91,7 +91,7 @@ TEST_F(X11PasteboardHandOverTests, DoesNotWaitForAClipboardManagerThatRefuses) {
     ASSERT_TRUE(convert("list", "<b>list</b>"));
     pasteboard_->handOver();
     ASSERT_EQ(sink_.entries().size(), 1U);
-    EXPECT_TRUE(hasLogged("The clipboard manager refuses to keep the clipboard"));
+    EXPECT_TRUE(hasLogged("The clipboard manager refuses to save the clipboard"));
     EXPECT_EQ(readElsewhere("UTF8_STRING"), "list");
 }
 
@@ -103,7 +103,7 @@ TEST_F(X11PasteboardHandOverTests, DoesNotTakeALateAnswerForTheAnswerToTheNextQu
     pasteboard_->handOver();
     ASSERT_TRUE(manager->waitForOutput("answered SAVE_TARGETS"));
     pasteboard_->handOver();
-    EXPECT_FALSE(hasLogged("The clipboard manager refuses to keep the clipboard"));
+    EXPECT_FALSE(hasLogged("The clipboard manager refuses to save the clipboard"));
 }
 
 TEST_F(X11PasteboardHandOverTests, DoesNotWaitForAHangingManagerWhileOthersGoOnAsking) {
@@ -118,7 +118,7 @@ TEST_F(X11PasteboardHandOverTests, DoesNotWaitForAHangingManagerWhileOthersGoOnA
     const auto start = std::chrono::steady_clock::now();
     pasteboard_->handOver();
     EXPECT_LT(std::chrono::steady_clock::now() - start, testing_support::patience);
-    EXPECT_TRUE(hasLogged("The clipboard manager does not answer"));
+    EXPECT_TRUE(hasLogged("The clipboard manager does not respond"));
 }
 
 TEST_F(X11PasteboardHandOverTests, DoesNotWaitWhereThereIsNoClipboardManager) {

@@ -1,8 +1,6 @@
 #include "Foundation/Logger.h"
-#include "Platform/Linux/X11/X11ClipboardAtoms.h"
+#include "Platform/Linux/X11/X11ClipboardContext.h"
 #include "Platform/Linux/X11/X11Connection.h"
-#include "Platform/Linux/X11/X11EventQueue.h"
-#include "Platform/Linux/X11/X11PasteboardLimits.h"
 #include "Platform/Linux/X11/X11SelectionOwner.h"
 #include "Platform/Memory/MemoryLogSink.h"
 #include "Platform/Memory/MemoryMainQueue.h"
@@ -49,7 +47,7 @@ class X11SelectionOwnerTests : public testing::Test {
 
     bool handleUntil(const std::function<bool()>& condition) {
         return testing_support::waitUntil(condition, testing_support::patience, [this] {
-            while (const auto event = events_.next()) {
+            while (const auto event = context_.events.next()) {
                 owner_.handle(*event);
             }
         });
@@ -61,20 +59,14 @@ class X11SelectionOwnerTests : public testing::Test {
     }
 
     testing_support::PrivateXServer server_;
-    std::unique_ptr<platform::X11Connection> connection_ =
-        platform::X11Connection::open(server_.display());
-    platform::X11EventQueue events_{*connection_};
-    platform::X11ClipboardAtoms atoms_{*connection_};
     platform::MemoryMainQueue queue_;
     platform::MemoryLogSink sink_;
     foundation::LoggerFactory loggers_{sink_, "com.app.pastewise"};
-    platform::X11PasteboardLimits limits_ = [] {
-        platform::X11PasteboardLimits limits;
-        limits.chunkSize = 1000;
-        return limits;
-    }();
-    platform::X11SelectionOwner owner_{
-        *connection_, events_, atoms_, queue_, limits_, loggers_.logger("X11Pasteboard")};
+    platform::TransferLimits limits_{.chunkSize = 1000};
+    platform::X11ClipboardContext context_{platform::X11Connection::open(server_.display()),
+                                           limits_,
+                                           loggers_.logger("X11Pasteboard")};
+    platform::X11SelectionOwner owner_{context_, queue_};
 };
 
 TEST_F(X11SelectionOwnerTests, KeepsATextForAsLongAsItIsOnItsWay) {
@@ -118,9 +110,9 @@ TEST_F(X11SelectionOwnerTests, SendsNothingToItsOwnWindow) {
                                                 .time = XCB_CURRENT_TIME,
                                                 .owner = owner_.window(),
                                                 .requestor = owner_.window(),
-                                                .selection = atoms_.clipboard,
-                                                .target = atoms_.utf8String,
-                                                .property = atoms_.utf8String};
+                                                .selection = context_.atoms.clipboard,
+                                                .target = context_.atoms.utf8String,
+                                                .property = context_.atoms.utf8String};
     xcb_generic_event_t event{};
     std::memcpy(&event, &request, std::min(sizeof event, sizeof request));
     owner_.handle(event);
