@@ -1,5 +1,7 @@
 #include "Foundation/Utf16.h"
 
+#include "Foundation/Utf8.h"
+
 #include <cstddef>
 
 namespace foundation {
@@ -50,7 +52,7 @@ TextBuffer utf8FromUtf16(std::u16string_view text) {
             ++i;
             scalar = 0x10000 + ((scalar - 0xD800) << 10U) + (text[i] - 0xDC00U);
         } else if (isHighSurrogate(scalar) || isLowSurrogate(scalar)) {
-            scalar = U'\uFFFD';
+            scalar = replacementCharacter;
         }
         out = append(out, scalar);
     }
@@ -61,21 +63,16 @@ TextBuffer utf8FromUtf16(std::u16string_view text) {
 std::u16string utf16FromUtf8(std::string_view text) {
     std::u16string utf16;
     utf16.reserve(text.size());
-    for (std::size_t i = 0; i < text.size();) {
-        const auto lead = static_cast<unsigned char>(text[i]);
-        const std::size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-        // What is left of the lead's bits when those that tell the length are taken away.
-        char32_t scalar = length == 1 ? lead : lead & (0x7FU >> length);
-        for (const char byte : text.substr(i + 1, length - 1)) {
-            scalar = scalar << 6U | (static_cast<unsigned char>(byte) & 0x3FU);
-        }
+    while (!text.empty()) {
+        const DecodedCharacter character = decodeFirst(text);
+        const char32_t scalar = character.codePoint;
         if (scalar >= 0x10000) {
             utf16 += static_cast<char16_t>(0xD7C0 + (scalar >> 10U));
             utf16 += static_cast<char16_t>(0xDC00 + (scalar & 0x3FFU));
         } else {
             utf16 += static_cast<char16_t>(scalar);
         }
-        i += length;
+        text.remove_prefix(character.length);
     }
     return utf16;
 }

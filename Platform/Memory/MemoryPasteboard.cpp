@@ -1,5 +1,7 @@
 #include "Platform/Memory/MemoryPasteboard.h"
 
+#include "Foundation/Utf8.h"
+
 #include <new>
 
 namespace platform {
@@ -38,7 +40,7 @@ std::optional<foundation::TextBuffer> MemoryPasteboard::string(PasteboardType ty
     if (text == texts_.end()) {
         return std::nullopt;
     }
-    return foundation::TextBuffer(text->second);
+    return foundation::repairUtf8(foundation::TextBuffer(text->second));
 }
 
 void MemoryPasteboard::copyElsewhere(std::string_view text) {

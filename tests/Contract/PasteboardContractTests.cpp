@@ -85,6 +85,12 @@ TEST_P(PasteboardContract, KeepsALeadingByteOrderMark) {
     expectKept("\xEF\xBB\xBFmilk");
 }
 
+TEST_P(PasteboardContract, ReplacesEachIllFormedSequence) {
+    pasteboard_->clearContents();
+    ASSERT_TRUE(set("a\xFF\xC3(b \xED\xA0\x80 \xE2\x82", PasteboardType::string));
+    EXPECT_EQ(get(PasteboardType::string), "a\uFFFD\uFFFD(b \uFFFD\uFFFD\uFFFD \uFFFD");
+}
+
 TEST_P(PasteboardContract, KeepsZeroBytes) {
     expectKept(std::string_view("a\0b\0", 4));
 }
