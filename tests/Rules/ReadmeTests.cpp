@@ -32,7 +32,7 @@ std::set<std::string> matches(const std::string& text, const std::string& patter
 class ReadmeTests : public testing::TestWithParam<std::string> {};
 
 TEST_P(ReadmeTests, NamesOnlyCommandsThatExistAndCanBeStarted) {
-    const auto commands = matches(contentsOf(GetParam()), R"((script/[a-z]+))");
+    const auto commands = matches(contentsOf(GetParam()), R"((script/[a-z-]+))");
     EXPECT_TRUE(commands.contains("script/run"));
     EXPECT_TRUE(commands.contains("script/test"));
     for (const std::string& command : commands) {
