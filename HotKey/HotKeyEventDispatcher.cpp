@@ -36,7 +36,7 @@ std::uint32_t HotKeyEventDispatcher::getEventKind(EventRef event) {
     return event.isNull() ? 0 : static_cast<const Event*>(event.pointer)->kind;
 }
 
-OSStatus HotKeyEventDispatcher::send(Event event) const {
+OSStatus HotKeyEventDispatcher::send(Event event) {
     const EventTypeSpec type{.eventClass = kEventClassKeyboard, .eventKind = event.kind};
     // A copy: a handler may install another one, or destroy this object with all of them.
     const std::vector<Installation> newestFirst(installations_.rbegin(), installations_.rend());

@@ -42,7 +42,7 @@ class HotKeyEventDispatcher : public EventHotKeyService {
   protected:
     /// Calls the handlers installed for events of this kind, the newest first, until one answers
     /// anything but eventNotHandledErr. Returns the last answer. A handler may destroy this object.
-    OSStatus send(Event event) const;
+    OSStatus send(Event event);
 
     [[nodiscard]] const std::vector<Installation>& installations() const { return installations_; }
 

@@ -67,7 +67,7 @@ X11EventHotKeyService::X11EventHotKeyService(MainQueue& mainQueue,
                                              X11Modifiers modifiers)
     : mainQueue_(mainQueue),
       connection_(std::move(connection)),
-      modifiers_(modifiers),
+      modifiers_(std::move(modifiers)),
       keyboardEvent_(xcb_get_extension_data(connection_->get(), &xcb_xkb_id)->first_event) {
     auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection_->get()));
     for (; screens.rem > 0; xcb_screen_next(&screens)) {
