@@ -12,11 +12,10 @@
 #include "Platform/Linux/Qt/QtToolkit.h"
 #include "Platform/Linux/Qt/QtWorkspace.h"
 #include "Platform/Linux/SessionChoice.h"
-#include "Platform/Linux/Store/PlistUserDefaults.h"
+#include "Platform/Linux/Store/FileUserDefaults.h"
 #include "Platform/Linux/TerminationSignals.h"
 #include "Platform/Linux/Tray/TrayImages.h"
 #include "Platform/Linux/Tray/TrayStatusBar.h"
-#include "Platform/Linux/WorkerThread.h"
 #include "Platform/Linux/X11/X11Connection.h"
 #include "Platform/Linux/X11/X11EventHotKeyService.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"
@@ -27,8 +26,8 @@
 #include "Platform/Posix/SystemClock.h"
 
 #include <QApplication>
+#include <QThreadPool>
 #include <chrono>
-#include <clocale>
 #include <cstdlib>
 #include <functional>
 #include <memory>
@@ -51,9 +50,6 @@ std::string environmentVariable(const char* name) {
 class DesktopProcess {
   public:
     DesktopProcess(int& argc, char** argv) : application_(argc, argv) {
-        // QApplication sets the user's locale for the C library too, and libplist reads numbers
-        // with it. Files always have a decimal point.
-        static_cast<void>(std::setlocale(LC_NUMERIC, "C"));
         QApplication::setApplicationName("pastewise");
         QApplication::setDesktopFileName(QString::fromUtf8(applicationId));
         QApplication::setQuitOnLastWindowClosed(false);
@@ -153,9 +149,9 @@ struct LinuxServices {
     hotkey::EventHotKeyService& eventHotKeyService = *display.hotKeys;
     SystemClock clock;
     LocalCalendar calendar;
-    WorkerThread diskWorker;
-    PlistUserDefaults userDefaults{
-        PlistUserDefaults::defaultPath(), mainQueue, diskWorker, process->loggers()};
+    QThreadPool diskThread;
+    FileUserDefaults userDefaults{
+        FileUserDefaults::defaultPath(), mainQueue, diskThread, process->loggers()};
     FileStandardOutput standardOutput;
     LinuxAccessibilityTrust accessibilityTrust;
     QtAlerts alerts;

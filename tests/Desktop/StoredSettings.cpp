@@ -2,64 +2,42 @@
 
 #include <fstream>
 #include <iterator>
-#include <string_view>
+#include <regex>
 
 namespace program_test {
 
 std::optional<StoredSettings> StoredSettings::read(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
-    const std::string bytes(std::istreambuf_iterator<char>(file), {});
-    plist_t list = nullptr;
-    if (bytes.starts_with("bplist00")) {
-        plist_from_bin(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &list);
-    }
-    List owned(list);
-    if (list == nullptr || plist_get_node_type(list) != PLIST_DICT) {
-        return std::nullopt;
-    }
-    return StoredSettings(std::move(owned));
+    const std::string xml(std::istreambuf_iterator<char>(file), {});
+    const bool isComplete = xml.starts_with("<?xml ") && xml.ends_with("</dict>\n</plist>\n");
+    return isComplete ? std::optional(StoredSettings(xml)) : std::nullopt;
 }
 
 bool StoredSettings::holds(const std::string& key) const {
-    return plist_dict_get_item(list_.get(), key.c_str()) != nullptr;
+    return xml_.find("<key>" + key + "</key>") != std::string::npos;
 }
 
 double StoredSettings::savedSeconds() const {
+    static const std::regex pattern(
+        R"(<key>analytics\.todaySavedSeconds\.[0-9-]{10}</key><real>([0-9.e+]+)</real>)");
     double sum = 0;
-    plist_dict_iter position = nullptr;
-    plist_dict_new_iter(list_.get(), &position);
-    const std::unique_ptr<void, decltype(&std::free)> owned(position, &std::free);
-    while (true) {
-        char* key = nullptr;
-        plist_t value = nullptr;
-        plist_dict_next_item(list_.get(), position, &key, &value);
-        if (value == nullptr) {
-            return sum;
-        }
-        if (std::string_view(key).starts_with("analytics.todaySavedSeconds.") &&
-            plist_get_node_type(value) == PLIST_REAL) {
-            double seconds = 0;
-            plist_get_real_val(value, &seconds);
-            sum += seconds;
-        }
-        std::free(key); // NOLINT(*-no-malloc)
+    for (auto day = std::sregex_iterator(xml_.begin(), xml_.end(), pattern);
+         day != std::sregex_iterator();
+         ++day) {
+        sum += std::stod((*day)[1]);
     }
+    return sum;
 }
 
 std::optional<StoredSettings::Shortcut> StoredSettings::shortcut() const {
-    plist_t dictionary = plist_dict_get_item(list_.get(), "userDefinedShortcut");
-    if (dictionary == nullptr) {
+    static const std::regex pattern(R"(<key>userDefinedShortcut</key><dict>)"
+                                    R"(<key>keyCode</key><integer>(\d+)</integer>)"
+                                    R"(<key>modifiers</key><integer>(\d+)</integer></dict>)");
+    std::smatch match;
+    if (!std::regex_search(xml_, match, pattern)) {
         return std::nullopt;
     }
-    plist_t keyCode = plist_dict_get_item(dictionary, "keyCode");
-    plist_t modifiers = plist_dict_get_item(dictionary, "modifiers");
-    if (keyCode == nullptr || modifiers == nullptr) {
-        return std::nullopt;
-    }
-    Shortcut shortcut;
-    plist_get_uint_val(keyCode, &shortcut.keyCode);
-    plist_get_uint_val(modifiers, &shortcut.modifiers);
-    return shortcut;
+    return Shortcut{.keyCode = std::stoull(match[1]), .modifiers = std::stoull(match[2])};
 }
 
 } // namespace program_test

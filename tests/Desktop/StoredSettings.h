@@ -1,29 +1,24 @@
 #pragma once
 
-#include <plist/plist.h>
-
 #include <cstdint>
 #include <filesystem>
-#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace program_test {
 
-/// What the file of the program's settings held when it was read: by another reader of property
-/// lists than the program's own code.
+/// The program's settings file as it was when it was read, independently of the program's parser.
 class StoredSettings {
   public:
-    /// None when there is no file or it is not, from its first to its last byte, a property list
-    /// with a dictionary.
+    /// nullopt unless the file is complete.
     [[nodiscard]] static std::optional<StoredSettings> read(const std::filesystem::path& path);
 
     [[nodiscard]] bool holds(const std::string& key) const;
 
-    /// The seconds saved on all days together, so that midnight makes no difference.
+    /// The sum over all days, which midnight does not change.
     [[nodiscard]] double savedSeconds() const;
 
-    /// The shortcut that the user set.
     struct Shortcut {
         std::uint64_t keyCode = 0;
         std::uint64_t modifiers = 0;
@@ -33,15 +28,9 @@ class StoredSettings {
     [[nodiscard]] std::optional<Shortcut> shortcut() const;
 
   private:
-    struct Free {
-        void operator()(void* list) const { plist_free(list); }
-    };
+    explicit StoredSettings(std::string xml) : xml_(std::move(xml)) {}
 
-    using List = std::unique_ptr<void, Free>;
-
-    explicit StoredSettings(List list) : list_(std::move(list)) {}
-
-    List list_;
+    std::string xml_;
 };
 
 } // namespace program_test

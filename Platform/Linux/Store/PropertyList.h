@@ -1,41 +1,32 @@
 #pragma once
 
-#include "Platform/Linux/Store/PropertyListNode.h"
-#include "Platform/UserDefaults.h"
+#include "Foundation/Value.h"
 
+#include <QByteArray>
+#include <QString>
+#include <functional>
+#include <map>
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace platform {
 
-/// A property list whose root is a dictionary. What is not changed here keeps its type and value,
-/// also where this program has no use for either. Keys and texts are well-formed UTF-8 without zero
-/// bytes: others cannot be stored.
-class PropertyList {
-  public:
-    /// An empty dictionary.
-    PropertyList();
+/// The dictionary at the root of an XML property list. Values are kept as XML elements, so that
+/// those of types that the program does not use survive a rewrite.
+using PropertyList = std::map<std::string, QString, std::less<>>;
 
-    /// Reads a binary or XML property list; none for anything else, for what goes beyond
-    /// PropertyListBounds, and for what could not be written again.
-    [[nodiscard]] static std::optional<PropertyList> parse(std::string_view bytes);
+/// nullopt unless the bytes, from first to last, are a property list in UTF-8 with a dictionary.
+[[nodiscard]] std::optional<PropertyList> parsePropertyList(const QByteArray& bytes);
 
-    /// The whole as a binary property list. None when it goes beyond PropertyListBounds, so that
-    /// parse() takes whatever this has given, or where memory ends.
-    [[nodiscard]] std::optional<std::string> serialize() const;
+[[nodiscard]] QByteArray serializePropertyList(const PropertyList& list);
 
-    [[nodiscard]] std::optional<foundation::Value> object(std::string_view key) const;
+/// The XML element of a value. Empty for what cannot be stored: foundation::Other, dates outside
+/// the years 1 to 9999, strings of ill-formed UTF-8 or with control characters other than tab and
+/// line feed, and dictionaries with any of them. Dates have a fraction of six digits, an extension
+/// of the format.
+[[nodiscard]] QString propertyListElement(const foundation::Value& value);
 
-    /// Returns whether that changed anything: what cannot be stored never does, foundation::Other
-    /// included, since only what was there before knows what it is.
-    bool setObject(std::string_view key, const foundation::Value& object);
-    bool removeObject(std::string_view key);
-
-  private:
-    explicit PropertyList(PropertyListNode root);
-
-    PropertyListNode root_;
-};
+/// The value of an XML element.
+[[nodiscard]] foundation::Value propertyListValue(const QString& element);
 
 } // namespace platform

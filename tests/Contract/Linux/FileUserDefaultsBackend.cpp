@@ -1,6 +1,5 @@
 #include "Foundation/Logger.h"
-#include "Platform/Linux/Store/PlistUserDefaults.h"
-#include "Platform/Linux/WorkerThread.h"
+#include "Platform/Linux/Store/FileUserDefaults.h"
 #include "Platform/Memory/MemoryLogSink.h"
 #include "Platform/Memory/MemoryMainQueue.h"
 #include "tests/Contract/UserDefaultsContract.h"
@@ -12,9 +11,9 @@ namespace contract {
 
 namespace {
 
-class PlistUserDefaultsBackend final : public UserDefaultsBackend {
+class FileUserDefaultsBackend final : public UserDefaultsBackend {
   public:
-    PlistUserDefaultsBackend() { open(); }
+    FileUserDefaultsBackend() { open(); }
 
     platform::UserDefaults& defaults() override { return *defaults_; }
 
@@ -24,23 +23,23 @@ class PlistUserDefaultsBackend final : public UserDefaultsBackend {
     void open() {
         queue_.drain();
         defaults_.reset();
-        defaults_ = std::make_unique<platform::PlistUserDefaults>(
-            folder_.path() / "settings.plist", queue_, worker_, loggers_);
+        defaults_ = std::make_unique<platform::FileUserDefaults>(path_, queue_, disk_, loggers_);
     }
 
     testing_support::TemporaryFolder folder_;
+    const QString path_ = QString::fromStdString(folder_.path() / "settings.plist");
     platform::MemoryMainQueue queue_;
     platform::MemoryLogSink log_;
     foundation::LoggerFactory loggers_{log_, "com.app.pastewise"};
-    platform::WorkerThread worker_;
-    std::unique_ptr<platform::PlistUserDefaults> defaults_;
+    QThreadPool disk_;
+    std::unique_ptr<platform::FileUserDefaults> defaults_;
 };
 
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(Linux,
                          UserDefaultsContract,
-                         (backend<UserDefaultsBackend, PlistUserDefaultsBackend>("Plist")),
+                         (backend<UserDefaultsBackend, FileUserDefaultsBackend>("File")),
                          nameOfBackend<UserDefaultsBackend>);
 
 } // namespace contract
