@@ -8,32 +8,31 @@
 
 namespace platform {
 
-/// The representations that the program reads and writes. Each backend knows what its system calls
-/// them.
+/// The representations that the program reads and writes. Each backend maps them to its system's
+/// names.
 enum class PasteboardType : std::uint8_t { string, html };
 
 /// The system's general clipboard, as text.
 ///
-/// Every text is well-formed UTF-8: a backend that reads something else from its system puts
-/// U+FFFD in the place of each ill-formed sequence, so that nobody behind this door has to ask.
-/// Main thread only; every operation is synchronous and bounded in time, whatever the program that
-/// owns the clipboard does. Running out of memory is a failure like any other: nothing throws.
+/// Texts are UTF-8. Those that string() returns are well-formed: each backend replaces every
+/// ill-formed sequence with one U+FFFD. Main thread only. Every operation is synchronous and
+/// bounded in time, whatever the program that owns the clipboard does. Running out of memory is a
+/// failure like any other: nothing throws.
 ///
-/// What clearContents() and the setString() calls of one turn of the event loop leave behind
-/// becomes visible to other programs at once, as one change of the clipboard.
+/// clearContents() and the setString() calls in the same turn of the event loop become visible to
+/// other programs together, as one change of the clipboard.
 class Pasteboard : public foundation::Interface {
   public:
-    /// Takes the clipboard over, with nothing in it. Where that fails, setString() refuses.
+    /// Takes over the clipboard, empty at first. If that fails, setString() refuses.
     virtual void clearContents() = 0;
 
-    /// Adds a representation to what the last clearContents() began. False when the system
-    /// refuses, memory runs out, or another program has taken the clipboard since; the text is lost
-    /// then.
+    /// Adds a representation to the contents begun by clearContents(). False if the system refuses,
+    /// memory runs out, or another program has taken the clipboard since; the text is then lost.
     [[nodiscard]] virtual bool setString(foundation::TextBuffer text, PasteboardType type) = 0;
 
-    /// The clipboard's text of that type, an empty one included. None when the clipboard holds no
-    /// such text, or when its owner refuses, falls silent or sends more than fits in memory: the
-    /// clipboard is as it was, and the caller must not take it for an empty text.
+    /// The clipboard's text of that type, which may be empty. nullopt if there is no such text, or
+    /// its owner refuses, does not respond, or sends more than fits in memory: the clipboard is
+    /// unchanged, and the caller must not take this for an empty text.
     [[nodiscard]] virtual std::optional<foundation::TextBuffer> string(PasteboardType type) = 0;
 };
 

@@ -12,8 +12,8 @@
 
 namespace platform {
 
-/// A clipboard in memory that records what was asked of it, refuses on demand, and can be filled
-/// as another program would fill it. Main thread only.
+/// A clipboard in memory that records the calls, refuses on demand, and lets tests copy as another
+/// program would. Main thread only.
 class MemoryPasteboard final : public Pasteboard {
   public:
     void clearContents() override;
@@ -23,23 +23,23 @@ class MemoryPasteboard final : public Pasteboard {
     /// Makes setString() refuse that type from now on.
     void refuse(PasteboardType type) { refused_.insert(type); }
 
-    /// Makes string() fail for want of memory from now on.
+    /// Makes string() run out of memory from now on.
     void runOutOfMemory() { isOutOfMemory_ = true; }
 
-    /// Another program copies: what was held is gone, and the text or image is there instead.
+    /// Another program copies: the text or image replaces the contents.
     void copyElsewhere(std::string_view text);
     void copyImageElsewhere();
 
-    /// What the clipboard holds now, by type; an image is held beside the texts.
+    /// The texts in the clipboard, without an image.
     [[nodiscard]] const std::map<PasteboardType, std::string>& contents() const { return texts_; }
 
     [[nodiscard]] bool holdsImage() const { return holdsImage_; }
 
-    /// How often the clipboard changed hands.
+    /// The number of ownership changes.
     [[nodiscard]] std::uint64_t changeCount() const { return changeCount_; }
 
-    /// The calls so far: "clear", "set string", "set html", "get string" and "get html", a refused
-    /// one with " refused" behind it.
+    /// The calls so far: "clear", "set string", "set html", "get string" and "get html", with the
+    /// suffix " refused" if refused.
     [[nodiscard]] const std::vector<std::string>& calls() const { return calls_; }
 
   private:

@@ -26,7 +26,7 @@ class PasteboardContract : public testing::TestWithParam<BackendMaker<platform::
     void expectKept(std::string_view text) {
         pasteboard_->clearContents();
         ASSERT_TRUE(set(text, platform::PasteboardType::string));
-        // Compared as a whole: the text may be too long to be printed.
+        // EXPECT_EQ would print the text, which may be huge.
         EXPECT_TRUE(get(platform::PasteboardType::string) == text);
     }
 

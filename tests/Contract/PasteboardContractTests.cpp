@@ -15,12 +15,12 @@ INSTANTIATE_TEST_SUITE_P(Memory,
 
 using platform::PasteboardType;
 
-TEST_P(PasteboardContract, HoldsNoTextBeforeAnybodyHasSetOne) {
+TEST_P(PasteboardContract, HoldsNoTextAtFirst) {
     EXPECT_EQ(get(PasteboardType::string), std::nullopt);
     EXPECT_EQ(get(PasteboardType::html), std::nullopt);
 }
 
-TEST_P(PasteboardContract, GivesBackTheTextThatWasSet) {
+TEST_P(PasteboardContract, ReturnsTheTextThatWasSet) {
     expectKept("milk\nbread");
 }
 
@@ -32,7 +32,7 @@ TEST_P(PasteboardContract, HoldsBothTypesSideBySide) {
     EXPECT_EQ(get(PasteboardType::html), "<b>milk</b>");
 }
 
-TEST_P(PasteboardContract, TakesTheTypesInEitherOrder) {
+TEST_P(PasteboardContract, AcceptsTheTypesInEitherOrder) {
     pasteboard_->clearContents();
     ASSERT_TRUE(set("<b>milk</b>", PasteboardType::html));
     ASSERT_TRUE(set("milk", PasteboardType::string));
@@ -46,18 +46,18 @@ TEST_P(PasteboardContract, HasNoTextOfATypeThatWasNotSet) {
     EXPECT_EQ(get(PasteboardType::string), std::nullopt);
 }
 
-TEST_P(PasteboardContract, TakesAnEmptyTextForAText) {
+TEST_P(PasteboardContract, HoldsEmptyTextAsText) {
     expectKept("");
 }
 
-TEST_P(PasteboardContract, HoldsNoTextOnceCleared) {
+TEST_P(PasteboardContract, HoldsNoTextAfterClearing) {
     pasteboard_->clearContents();
     ASSERT_TRUE(set("milk", PasteboardType::string));
     pasteboard_->clearContents();
     EXPECT_EQ(get(PasteboardType::string), std::nullopt);
 }
 
-TEST_P(PasteboardContract, ForgetsEverythingBeforeTheLatestClearing) {
+TEST_P(PasteboardContract, DropsEverythingSetBeforeTheLatestClearing) {
     pasteboard_->clearContents();
     ASSERT_TRUE(set("milk", PasteboardType::string));
     ASSERT_TRUE(set("<b>milk</b>", PasteboardType::html));
@@ -74,7 +74,7 @@ TEST_P(PasteboardContract, ReplacesATextOfTheSameType) {
     EXPECT_EQ(get(PasteboardType::string), "bread");
 }
 
-TEST_P(PasteboardContract, GivesTheSameTextAgainAndAgain) {
+TEST_P(PasteboardContract, ReturnsTheSameTextOnEveryRead) {
     pasteboard_->clearContents();
     ASSERT_TRUE(set("milk", PasteboardType::string));
     EXPECT_EQ(get(PasteboardType::string), "milk");

@@ -13,6 +13,8 @@
 //   latin1        "caf\xE9" as STRING alone
 //   plain         the text as text/plain alone
 //   plain-latin1  "caf\xE9" as text/plain alone
+//   text-utf8     the text as TEXT alone, in UTF-8
+//   text-latin1   "caf\xE9" as TEXT alone, in Latin-1
 //   empty         as normal, with an empty text
 //   ill-formed    as normal, with bytes that are not UTF-8: "a\xFF\xC3(b"
 //   bom           as normal, with a text that begins with U+FEFF
@@ -153,6 +155,9 @@ std::map<std::string, std::string> contentsFor(const Settings& settings) {
     }
     if (mode == "plain-latin1") {
         return {{"text/plain", "caf\xE9"}};
+    }
+    if (mode == "text-utf8" || mode == "text-latin1") {
+        return {{"TEXT", mode == "text-utf8" ? settings.text : "caf\xE9"}};
     }
     if (mode == "image") {
         return {{"image/png", png}};
@@ -315,12 +320,20 @@ class Owner {
         _exit(1);
     }
 
+    /// The type of an answer: TEXT is answered in an encoding of the owner's choice.
+    xcb_atom_t typeOf(xcb_atom_t target) {
+        if (settings_.mode == "text-latin1") {
+            return XCB_ATOM_STRING;
+        }
+        return settings_.mode == "text-utf8" ? client_.atom("UTF8_STRING") : target;
+    }
+
     void give(const xcb_selection_request_event_t& request, const std::string& bytes) {
         if (settings_.mode == "wrong-format") {
             const std::vector<std::uint32_t> items(bytes.begin(), bytes.end());
             put(request, request.target, 32, items.size(), items.data());
         } else if (settings_.chunk == 0 || bytes.size() <= settings_.chunk) {
-            put(request, request.target, 8, bytes.size(), bytes.data());
+            put(request, typeOf(request.target), 8, bytes.size(), bytes.data());
         } else {
             const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
             xcb_change_window_attributes(

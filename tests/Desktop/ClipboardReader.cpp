@@ -17,8 +17,7 @@
 // Options:
 //   --timeout MS        the longest time without progress (10000)
 //   --stop-after BYTES  (get) pauses a transfer in pieces once it has that many, prints "stopped"
-//   on
-//                       standard error and resumes at SIGUSR1
+//                       on standard error and resumes at SIGUSR1
 //   --property none     (get) names no property in the request, as obsolete clients do
 //   --time T            the request's time: "now", "current" for the constant, or a number
 //   --selection NAME    instead of CLIPBOARD

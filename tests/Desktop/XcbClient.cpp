@@ -86,7 +86,7 @@ xcb_timestamp_t XcbClient::time() {
             xcb_destroy_window(connection_, window);
             return notify->time;
         }
-        putOff_.push_back(std::move(event));
+        deferred_.push_back(std::move(event));
     }
 }
 
@@ -94,9 +94,9 @@ Reply<xcb_generic_event_t> XcbClient::event(std::optional<std::chrono::milliseco
     using Clock = std::chrono::steady_clock;
     const auto deadline = Clock::now() + limit.value_or(std::chrono::milliseconds(0));
     xcb_flush(connection_);
-    if (!putOff_.empty()) {
-        auto event = std::move(putOff_.front());
-        putOff_.pop_front();
+    if (!deferred_.empty()) {
+        auto event = std::move(deferred_.front());
+        deferred_.pop_front();
         return event;
     }
     while (true) {

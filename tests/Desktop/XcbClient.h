@@ -49,7 +49,7 @@ class XcbClient : foundation::Pinned {
     xcb_connection_t* connection_;
     xcb_window_t window_ = XCB_WINDOW_NONE;
     std::map<std::string, xcb_atom_t> atoms_;
-    std::deque<Reply<xcb_generic_event_t>> putOff_;
+    std::deque<Reply<xcb_generic_event_t>> deferred_;
 };
 
 } // namespace testing_support

@@ -2,8 +2,7 @@
 
 #include "Foundation/Interface.h"
 #include "Foundation/Logger.h"
-#include "Platform/Linux/Clipboard/TextFormats.h"
-#include "Platform/Linux/Clipboard/TransferLimits.h"
+#include "Platform/Linux/Clipboard/TextTransfer.h"
 #include "Platform/Linux/X11/X11Connection.h"
 #include "Platform/Linux/X11/X11EventQueue.h"
 
@@ -35,10 +34,10 @@ struct X11ClipboardAtoms {
     /// The property of our own windows that receives answers.
     xcb_atom_t exchange = XCB_ATOM_NONE;
 
-    /// The atom of a name in Clipboard/TextFormats.h.
+    /// The atom of a name in Clipboard/TextTransfer.h.
     [[nodiscard]] xcb_atom_t format(std::string_view name) const;
 
-    /// Those of `offers` that Clipboard/TextFormats.h names.
+    /// Those of `offers` that Clipboard/TextTransfer.h names.
     [[nodiscard]] FormatNames formatNames(const std::vector<xcb_atom_t>& offers) const;
 
   private:

@@ -1,7 +1,6 @@
 #include "Platform/Linux/X11/X11Pasteboard.h"
 
 #include "Foundation/Utf8.h"
-#include "Platform/Linux/X11/ClipboardHandOver.h"
 
 #include <chrono>
 #include <new>
@@ -91,7 +90,7 @@ std::optional<foundation::TextBuffer> X11Pasteboard::string(PasteboardType type)
 
 void X11Pasteboard::handOver() {
     try {
-        handOverClipboard(context_, owner_);
+        owner_.handOver();
     } catch (const std::bad_alloc&) {
         context_.logger.error("Out of memory while handing over the clipboard");
     }

@@ -2,7 +2,7 @@
 
 #include "Foundation/Logger.h"
 #include "Foundation/TextBuffer.h"
-#include "Platform/Linux/Clipboard/TransferLimits.h"
+#include "Platform/Linux/Clipboard/TextTransfer.h"
 #include "Platform/Linux/EventLoop.h"
 #include "Platform/Linux/X11/X11ClipboardContext.h"
 #include "Platform/Linux/X11/X11Connection.h"

@@ -27,6 +27,18 @@ bool isShortlyBefore(xcb_timestamp_t left, xcb_timestamp_t right) {
     return left != right && right - left < day;
 }
 
+/// Whether the event is from the client that created the window `manager`: the server assigns each
+/// client a range of identifiers, which differ in the bits of `idMask` only.
+bool isFromClientOf(xcb_window_t manager, const xcb_generic_event_t& event, std::uint32_t idMask) {
+    xcb_window_t window = XCB_WINDOW_NONE;
+    if (eventType(event) == XCB_SELECTION_REQUEST) {
+        window = eventAs<xcb_selection_request_event_t>(event).requestor;
+    } else if (eventType(event) == XCB_PROPERTY_NOTIFY) {
+        window = eventAs<xcb_property_notify_event_t>(event).window;
+    }
+    return ((window ^ manager) & ~idMask) == 0;
+}
+
 } // namespace
 
 X11SelectionOwner::X11SelectionOwner(X11ClipboardContext& context, MainQueue& queue)
@@ -218,6 +230,66 @@ bool X11SelectionOwner::convertMultiple(xcb_window_t requestor, xcb_atom_t prope
             requestor, property, context_.atoms.atomPair, pairs.data(), pairs.size());
     }
     return true;
+}
+
+void X11SelectionOwner::handOver() {
+    const X11Connection& connection = *context_.connection;
+    if (texts_.empty() || !owns()) {
+        return;
+    }
+    const xcb_window_t manager = connection.ownerOf(context_.atoms.clipboardManager);
+    if (manager == XCB_WINDOW_NONE) {
+        return;
+    }
+    const auto requestTime = requestSaving();
+    if (!requestTime) {
+        return;
+    }
+    const std::uint32_t idMask = xcb_get_setup(connection.get())->resource_id_mask;
+    auto deadline = X11EventQueue::Clock::now() + context_.limits.silence;
+    const auto any = [](const xcb_generic_event_t&) { return true; };
+    while (const auto event = context_.events.waitFor(any, deadline)) {
+        if (eventType(*event) == XCB_SELECTION_NOTIFY) {
+            const auto& notify = eventAs<xcb_selection_notify_event_t>(*event);
+            // The time tells this answer from a late one to an earlier request.
+            if (notify.requestor == window_ &&
+                notify.selection == context_.atoms.clipboardManager &&
+                notify.time == *requestTime) {
+                if (notify.property == XCB_ATOM_NONE) {
+                    context_.logger.error("The clipboard manager refuses to save the clipboard");
+                }
+                return;
+            }
+        }
+        handle(*event);
+        // Only the manager's requests extend the wait: other clients may never stop.
+        if (isFromClientOf(manager, *event, idMask)) {
+            deadline = X11EventQueue::Clock::now() + context_.limits.silence;
+        } else if (X11EventQueue::Clock::now() >= deadline) {
+            break;
+        }
+    }
+    context_.logger.error("The clipboard manager does not respond");
+}
+
+/// Requests the manager to save our targets. The server time of the request, or nullopt if the
+/// server does not answer.
+std::optional<xcb_timestamp_t> X11SelectionOwner::requestSaving() {
+    const X11ClipboardAtoms& atoms = context_.atoms;
+    const auto time =
+        context_.events.serverTime(window_, X11EventQueue::Clock::now() + context_.limits.silence);
+    if (time) {
+        const std::vector<xcb_atom_t> targets = offeredTexts();
+        context_.connection->setProperty(
+            window_, atoms.exchange, XCB_ATOM_ATOM, targets.data(), targets.size());
+        xcb_convert_selection(context_.connection->get(),
+                              window_,
+                              atoms.clipboardManager,
+                              atoms.saveTargets,
+                              atoms.exchange,
+                              *time);
+    }
+    return time;
 }
 
 } // namespace platform

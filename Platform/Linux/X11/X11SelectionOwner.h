@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace platform {
@@ -50,7 +51,14 @@ class X11SelectionOwner : foundation::Pinned {
     /// all other events. A request is refused if memory runs out.
     void handle(const xcb_generic_event_t& event);
 
+    /// Leaves the contents to the desktop's clipboard manager, before the program exits: an X11
+    /// clipboard ends with its owner. Returns when the manager has saved them, refuses, or makes no
+    /// progress for the time in the limits; at once if we own nothing or there is no manager.
+    /// Throws std::bad_alloc.
+    void handOver();
+
   private:
+    [[nodiscard]] std::optional<xcb_timestamp_t> requestSaving();
     [[nodiscard]] bool isLoss(const xcb_generic_event_t& event) const;
     void serve(const xcb_selection_request_event_t& request);
     [[nodiscard]] bool isForUs(const xcb_selection_request_event_t& request) const;

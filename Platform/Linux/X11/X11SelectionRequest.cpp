@@ -110,17 +110,15 @@ X11SelectionRequest::Answer X11SelectionRequest::receiveIncrementally(std::size_
         const auto& notify = eventAs<xcb_property_notify_event_t>(*event);
         const Outcome outcome =
             notify.state == XCB_PROPERTY_NEW_VALUE ? takeProperty(answer) : Outcome::refused;
-        if (outcome == Outcome::refused) {
-            // No property: the event reported a deletion, or the announcement that was taken.
-            if (X11EventQueue::Clock::now() >= deadline_) {
-                answer.outcome = Outcome::silent;
+        if (outcome != Outcome::refused) {
+            noteProgress();
+            if (outcome != Outcome::received || answer.bytes.size() == sizeBefore) {
+                answer.outcome = outcome;
                 return answer;
             }
-            continue;
-        }
-        noteProgress();
-        if (outcome != Outcome::received || answer.bytes.size() == sizeBefore) {
-            answer.outcome = outcome;
+        } else if (X11EventQueue::Clock::now() >= deadline_) {
+            // Events without a property: of deletions, or of the announcement that was taken.
+            answer.outcome = Outcome::silent;
             return answer;
         }
     }

@@ -40,7 +40,7 @@ class X11SelectionRequest : foundation::Pinned {
     /// The context outlives the request.
     explicit X11SelectionRequest(X11ClipboardContext& context);
 
-    /// Stops listening. The window stays, for whoever destroys it.
+    /// Deselects all events. The caller destroys the window.
     ~X11SelectionRequest();
 
     [[nodiscard]] xcb_window_t window() const { return window_; }

@@ -18,8 +18,8 @@ namespace testing_support {
 
 namespace {
 
-/// What the reading process tells the writing one. A set order is followed by the text, and each
-/// order is answered by one byte: 1 when it was carried out.
+/// A command to the writing process, which answers each with one byte, 1 on success. The text
+/// follows a `set` command.
 struct Order {
     enum class Kind : std::uint8_t { clear, set };
 
@@ -28,7 +28,7 @@ struct Order {
     std::size_t size = 0;
 };
 
-/// Moves all `size` bytes with read or write. False when the other end is gone.
+/// Transfers `size` bytes with read or write. False if the other end is closed.
 template <typename Move, typename Bytes>
 bool moveAll(Move move, int descriptor, Bytes* bytes, std::size_t size) {
     while (size > 0) {
@@ -51,10 +51,10 @@ bool receiveAll(int descriptor, void* bytes, std::size_t size) {
     return moveAll(read, descriptor, static_cast<char*>(bytes), size);
 }
 
-/// The life of the writing process: carries out orders until the other process closes its end.
-void writeUntilTheEnd(const std::string& display, int descriptor) {
+/// Runs the writing process: executes commands until the other end is closed.
+void writeUntilClosed(const std::string& display, int descriptor) {
     X11PasteboardOnALoop world(display);
-    const auto carryOut = [&] {
+    const auto execute = [&] {
         Order order;
         if (!receiveAll(descriptor, &order, sizeof order)) {
             _exit(0);
@@ -73,7 +73,7 @@ void writeUntilTheEnd(const std::string& display, int descriptor) {
         const char answer = isDone ? 1 : 0;
         sendAll(descriptor, &answer, 1);
     };
-    const auto watch = world.loop().watchReadable(descriptor, carryOut);
+    const auto watch = world.loop().watchReadable(descriptor, execute);
     QCoreApplication::exec();
 }
 
@@ -89,16 +89,16 @@ bool give(int descriptor, const Order& order, std::string_view text) {
 PairOfX11Pasteboards::PairOfX11Pasteboards() {
     std::array<int, 2> ends{};
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) {
-        throw std::runtime_error("no socket could be made");
+        throw std::runtime_error("cannot create a socket");
     }
     writer_ = fork();
     if (writer_ < 0) {
-        throw std::runtime_error("no process could be started");
+        throw std::runtime_error("cannot start a process");
     }
     if (writer_ == 0) {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         close(ends[0]);
-        writeUntilTheEnd(server_.display(), ends[1]);
+        writeUntilClosed(server_.display(), ends[1]);
         _exit(1);
     }
     close(ends[1]);

@@ -11,8 +11,8 @@
 
 namespace testing_support {
 
-/// Two X11 pasteboards on one server, in two processes: what is set is set in the other process,
-/// and what is read is read here, through the server.
+/// Two X11 pasteboards on one server, in two processes: texts are set in the other process and read
+/// in this one, through the server.
 class PairOfX11Pasteboards final : public platform::Pasteboard {
   public:
     PairOfX11Pasteboards();

@@ -15,7 +15,7 @@
 
 namespace testing_support {
 
-/// An X11 pasteboard with the event loop that it needs.
+/// An X11 pasteboard with its event loop.
 class X11PasteboardOnALoop {
   public:
     explicit X11PasteboardOnALoop(const std::string& display);
@@ -36,8 +36,8 @@ class X11PasteboardOnALoop {
     platform::X11Pasteboard pasteboard_;
 };
 
-/// An X11 pasteboard on a server of its own, which reads back what it has set itself. The loop
-/// turns between any two operations.
+/// An X11 pasteboard on a private server, which reads back what it has set itself. The loop runs
+/// between any two operations.
 class SingleX11Pasteboard final : public platform::Pasteboard {
   public:
     void clearContents() override;

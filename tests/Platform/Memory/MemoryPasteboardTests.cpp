@@ -11,7 +11,7 @@ using foundation::TextBuffer;
 using platform::MemoryPasteboard;
 using platform::PasteboardType;
 
-TEST(MemoryPasteboardTests, RefusesTheTypeThatItWasToldToAndKeepsTheOther) {
+TEST(MemoryPasteboardTests, RefusesOneTypeOnDemand) {
     MemoryPasteboard pasteboard;
     pasteboard.refuse(PasteboardType::html);
     pasteboard.clearContents();
@@ -22,7 +22,7 @@ TEST(MemoryPasteboardTests, RefusesTheTypeThatItWasToldToAndKeepsTheOther) {
               (std::vector<std::string>{"clear", "set string", "set html refused"}));
 }
 
-TEST(MemoryPasteboardTests, AnswersNothingForAnImageAndKeepsIt) {
+TEST(MemoryPasteboardTests, ReadsNoTextFromAnImage) {
     MemoryPasteboard pasteboard;
     pasteboard.copyElsewhere("text");
     pasteboard.copyImageElsewhere();

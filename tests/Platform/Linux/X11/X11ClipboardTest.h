@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Foundation/Logger.h"
-#include "Platform/Linux/Clipboard/TransferLimits.h"
+#include "Platform/Linux/Clipboard/TextTransfer.h"
 #include "Platform/Linux/Qt/QtEventLoop.h"
 #include "Platform/Linux/Qt/QtMainQueue.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"
@@ -22,49 +22,49 @@
 
 namespace testing_support {
 
-/// An X server, a real event loop, and other programs on the same clipboard.
+/// An X server, an event loop, and other programs on the same clipboard.
 class X11ClipboardTest : public testing::Test {
   protected:
     using Program = std::unique_ptr<ChildProcess>;
 
     X11ClipboardTest();
 
-    /// Whatever was logged, none of it is what the clipboard held.
+    /// Checks that no clipboard text was logged.
     void TearDown() override;
 
     /// Makes the pasteboard under test, with limits_.
     void open();
 
-    /// The pasteboard's text; none stays none.
+    /// Reads from the pasteboard under test.
     [[nodiscard]] std::optional<std::string> read(platform::PasteboardType type) const;
 
     [[nodiscard]] std::optional<std::string> readString() const {
         return read(platform::PasteboardType::string);
     }
 
-    /// Clears the pasteboard and sets both types, without turning the loop; whether all went well.
+    /// Clears the pasteboard and sets both types, without running the loop. False on failure.
     bool convert(std::string_view text, std::string_view html);
 
-    /// Starts a program that owns the clipboard (see tests/Desktop/ClipboardOwner.cpp) and waits
-    /// until it does.
+    /// Starts a program that owns the clipboard (tests/Desktop/ClipboardOwner.cpp) and waits until
+    /// it does.
     [[nodiscard]] Program startOwner(const std::vector<std::string>& arguments);
 
-    /// Starts a program that reads it (see tests/Desktop/ClipboardReader.cpp).
+    /// Starts a program that reads it (tests/Desktop/ClipboardReader.cpp).
     [[nodiscard]] Program startReader(const std::vector<std::string>& arguments);
 
-    /// Turns the loop until the program has ended; its exit code.
+    /// Runs the loop until the program exits; its exit code.
     std::optional<int> turnUntilEnd(ChildProcess& program);
 
-    /// Turns the loop until the program has written `text`.
+    /// Runs the loop until the program has written `text`.
     bool turnUntilOutput(ChildProcess& program, std::string_view text);
 
-    /// What another program gets for `target`; none when it is refused or nothing comes.
+    /// What another program receives as `target`; nullopt if it is refused or times out.
     std::optional<std::string> readElsewhere(const std::string& target);
 
     bool turnUntil(const std::function<bool()>& condition);
 
-    /// Has the pasteboard that open() makes give up soon. Otherwise it is as patient as the tests,
-    /// so that a busy machine is not taken for a program that hangs.
+    /// Shortens the time limit of the pasteboard that open() creates. By default it is as long as
+    /// the tests', so that a busy machine does not look like an unresponsive program.
     void beImpatient() { limits_.silence = std::chrono::milliseconds(500); }
 
     [[nodiscard]] bool hasLogged(std::string_view message) const;

@@ -17,8 +17,7 @@ using testing_support::generatedText;
 
 class X11PasteboardHandOverTests : public testing_support::X11ClipboardTest {
   protected:
-    /// Starts a desktop's own clipboard manager, on a session bus of its own, and waits until it
-    /// offers its services.
+    /// Starts a desktop's clipboard manager on a private session bus and waits until it is ready.
     Program startManager() {
         auto environment = server_->environment();
         environment["NO_AT_BRIDGE"] = "1";
@@ -39,15 +38,15 @@ class X11PasteboardHandOverTests : public testing_support::X11ClipboardTest {
         return manager;
     }
 
-    /// The longest time that a hand over without anything to wait for could not hide.
+    /// A limit so long that a hand-over that waits for it times out the test.
     static constexpr std::chrono::hours longTime{1};
 
   private:
-    /// The manager's; what runs on it ends with it.
+    /// The manager's session bus, which stops whatever runs on it.
     Program bus_;
 };
 
-TEST_F(X11PasteboardHandOverTests, LeavesBothFormsToTheClipboardManager) {
+TEST_F(X11PasteboardHandOverTests, LeavesBothTypesToTheClipboardManager) {
     const Program manager = startManager();
     open();
     ASSERT_TRUE(convert("caf\xC3\xA9", "<b>caf\xC3\xA9</b>"));
@@ -72,7 +71,7 @@ TEST_F(X11PasteboardHandOverTests, LeavesLongTextsToTheClipboardManager) {
     EXPECT_EQ(readElsewhere("text/html"), generatedText(2'000'000));
 }
 
-TEST_F(X11PasteboardHandOverTests, GivesUpAClipboardManagerThatHangs) {
+TEST_F(X11PasteboardHandOverTests, GivesUpAnUnresponsiveClipboardManager) {
     const Program manager = startOwner({"manager-hang"});
     beImpatient();
     open();
@@ -95,7 +94,7 @@ TEST_F(X11PasteboardHandOverTests, DoesNotWaitForAClipboardManagerThatRefuses) {
     EXPECT_EQ(readElsewhere("UTF8_STRING"), "list");
 }
 
-TEST_F(X11PasteboardHandOverTests, DoesNotTakeALateAnswerForTheAnswerToTheNextQuestion) {
+TEST_F(X11PasteboardHandOverTests, NeverMistakesALateAnswerForTheNextOne) {
     const Program manager = startOwner({"manager-late", "--delay", "2000"});
     beImpatient();
     open();
@@ -106,7 +105,7 @@ TEST_F(X11PasteboardHandOverTests, DoesNotTakeALateAnswerForTheAnswerToTheNextQu
     EXPECT_FALSE(hasLogged("The clipboard manager refuses to save the clipboard"));
 }
 
-TEST_F(X11PasteboardHandOverTests, DoesNotWaitForAHangingManagerWhileOthersGoOnAsking) {
+TEST_F(X11PasteboardHandOverTests, GivesUpAnUnresponsiveManagerWhileOthersKeepRequesting) {
     const Program manager = startOwner({"manager-hang"});
     beImpatient();
     open();
@@ -121,7 +120,7 @@ TEST_F(X11PasteboardHandOverTests, DoesNotWaitForAHangingManagerWhileOthersGoOnA
     EXPECT_TRUE(hasLogged("The clipboard manager does not respond"));
 }
 
-TEST_F(X11PasteboardHandOverTests, DoesNotWaitWhereThereIsNoClipboardManager) {
+TEST_F(X11PasteboardHandOverTests, DoesNotWaitWithoutAClipboardManager) {
     limits_.silence = longTime;
     open();
     ASSERT_TRUE(convert("list", "<b>list</b>"));
@@ -129,7 +128,7 @@ TEST_F(X11PasteboardHandOverTests, DoesNotWaitWhereThereIsNoClipboardManager) {
     EXPECT_TRUE(sink_.entries().empty());
 }
 
-TEST_F(X11PasteboardHandOverTests, LeavesTheClipboardManagerAloneWhenItOwnsNothing) {
+TEST_F(X11PasteboardHandOverTests, MakesNoRequestIfItOwnsNothing) {
     limits_.silence = longTime;
     const Program manager = startOwner({"manager-hang"});
     open();

@@ -22,8 +22,8 @@ constexpr std::size_t megabyte = std::size_t{1024} * 1024;
 
 class X11PasteboardReadingTests : public testing_support::X11ClipboardTest {
   protected:
-    /// Expects that the owner yields no text within a bound that tells bounded from hanging, and
-    /// that it still owns what it owned.
+    /// Expects that the owner's text cannot be read, in bounded time, and that it keeps owning the
+    /// clipboard.
     void expectNoText(const std::vector<std::string>& ownerArguments) {
         const Program owner = startOwner(ownerArguments);
         beImpatient();
@@ -35,7 +35,7 @@ class X11PasteboardReadingTests : public testing_support::X11ClipboardTest {
         EXPECT_EQ(owner->standardOutput().find("lost"), std::string::npos);
     }
 
-    /// How many windows of the server still hold an answer to the pasteboard.
+    /// The number of windows on the server that still hold an answer.
     [[nodiscard]] int answersLeftOnTheServer() const {
         const auto connection = platform::X11Connection::open(server_->display());
         xcb_connection_t* const xcb = connection->get();
@@ -56,7 +56,7 @@ class X11PasteboardReadingTests : public testing_support::X11ClipboardTest {
             }));
     }
 
-    /// The targets that the owner was asked for, in order.
+    /// The targets requested from the owner so far, in order, of which `last` is the last.
     static std::string asked(testing_support::ChildProcess& owner, const std::string& last) {
         EXPECT_TRUE(owner.waitForOutput("asked " + last + "\n"));
         const std::string& output = owner.standardOutput();
@@ -64,21 +64,21 @@ class X11PasteboardReadingTests : public testing_support::X11ClipboardTest {
     }
 };
 
-TEST_F(X11PasteboardReadingTests, ReadsTheTextOfAnOwnerOfSeveralForms) {
+TEST_F(X11PasteboardReadingTests, ReadsTextOfferedInSeveralFormats) {
     const Program owner = startOwner({"normal"});
     open();
     EXPECT_EQ(readString(), "milk\nbread");
     EXPECT_EQ(read(PasteboardType::html), "<b>milk</b>");
 }
 
-TEST_F(X11PasteboardReadingTests, AsksForTheListFirstAndThenForTheBestFormOnIt) {
+TEST_F(X11PasteboardReadingTests, RequestsTargetsAndThenTheBestOfThem) {
     const Program owner = startOwner({"normal"});
     open();
     EXPECT_EQ(readString(), "milk\nbread");
     EXPECT_EQ(asked(*owner, "UTF8_STRING"), "asked TARGETS\nasked UTF8_STRING\n");
 }
 
-TEST_F(X11PasteboardReadingTests, TurnsATextThatIsOnlyThereInLatin1IntoUtf8) {
+TEST_F(X11PasteboardReadingTests, ConvertsLatin1ToUtf8) {
     const Program owner = startOwner({"latin1"});
     open();
     EXPECT_EQ(readString(), "caf\xC3\xA9");
@@ -98,13 +98,21 @@ TEST_F(X11PasteboardReadingTests, ReadsTextPlainThatIsNotUtf8AsLatin1) {
     EXPECT_EQ(readString(), "caf\u00E9");
 }
 
-TEST_F(X11PasteboardReadingTests, ReadsFromAnOwnerThatCannotListWhatItHas) {
+TEST_F(X11PasteboardReadingTests, ReadsTextInTheEncodingThatTheOwnerStates) {
+    const Program utf8Owner = startOwner({"text-utf8", "--text", "\u20AC"});
+    open();
+    EXPECT_EQ(readString(), "\u20AC");
+    const Program latin1Owner = startOwner({"text-latin1"});
+    EXPECT_EQ(readString(), "caf\u00E9");
+}
+
+TEST_F(X11PasteboardReadingTests, ReadsFromAnOwnerThatRefusesTargets) {
     const Program owner = startOwner({"no-targets"});
     open();
     EXPECT_EQ(readString(), "milk\nbread");
 }
 
-TEST_F(X11PasteboardReadingTests, TakesAnEmptyTextForAText) {
+TEST_F(X11PasteboardReadingTests, ReadsEmptyTextAsText) {
     const Program owner = startOwner({"empty"});
     open();
     EXPECT_EQ(readString(), "");
@@ -122,22 +130,22 @@ TEST_F(X11PasteboardReadingTests, RepairsIllFormedText) {
     EXPECT_EQ(readString(), "a\uFFFD\uFFFD(b");
 }
 
-TEST_F(X11PasteboardReadingTests, FindsNothingWhereNobodyOwnsTheClipboard) {
+TEST_F(X11PasteboardReadingTests, ReadsNothingIfTheClipboardHasNoOwner) {
     open();
     EXPECT_EQ(readString(), std::nullopt);
     EXPECT_TRUE(sink_.entries().empty());
 }
 
-TEST_F(X11PasteboardReadingTests, FindsNoTextInAnImage) {
+TEST_F(X11PasteboardReadingTests, ReadsNoTextFromAnImage) {
     expectNoText({"image"});
     EXPECT_TRUE(sink_.entries().empty());
 }
 
-TEST_F(X11PasteboardReadingTests, FindsNoTextInFilesThatAFileManagerCopied) {
+TEST_F(X11PasteboardReadingTests, ReadsNoTextFromFilesCopiedInAFileManager) {
     expectNoText({"files"});
 }
 
-TEST_F(X11PasteboardReadingTests, FindsNoTextInAListOfFileAddresses) {
+TEST_F(X11PasteboardReadingTests, ReadsNoTextFromAUriListOfFiles) {
     expectNoText({"file-uris"});
 }
 
@@ -147,13 +155,13 @@ TEST_F(X11PasteboardReadingTests, ReadsTheTextOfACopiedLink) {
     EXPECT_EQ(readString(), "milk\nbread");
 }
 
-TEST_F(X11PasteboardReadingTests, ReadsTheTextOfCellsThatAreOfferedAsAnImageToo) {
+TEST_F(X11PasteboardReadingTests, ReadsTextThatIsAlsoOfferedAsAnImage) {
     const Program owner = startOwner({"spreadsheet"});
     open();
     EXPECT_EQ(readString(), "milk\nbread");
 }
 
-TEST_F(X11PasteboardReadingTests, LeavesThePrimarySelectionAlone) {
+TEST_F(X11PasteboardReadingTests, IgnoresThePrimarySelection) {
     const Program owner = startOwner({"normal", "--selection", "PRIMARY"});
     open();
     EXPECT_EQ(readString(), std::nullopt);
@@ -163,46 +171,46 @@ TEST_F(X11PasteboardReadingTests, LeavesThePrimarySelectionAlone) {
     EXPECT_EQ(reader->standardOutput(), "milk\nbread");
 }
 
-TEST_F(X11PasteboardReadingTests, TakesARefusalForNoText) {
+TEST_F(X11PasteboardReadingTests, ReadsNothingIfTheOwnerRefusesEverything) {
     expectNoText({"refuse"});
     EXPECT_TRUE(hasLogged("The clipboard owner refuses to convert its text"));
 }
 
-TEST_F(X11PasteboardReadingTests, TakesTheRefusalOfEveryListedFormForNoText) {
+TEST_F(X11PasteboardReadingTests, ReadsNothingIfTheOwnerRefusesItsOwnTargets) {
     expectNoText({"refuse-text"});
     EXPECT_TRUE(hasLogged("The clipboard owner refuses to convert its text"));
 }
 
-TEST_F(X11PasteboardReadingTests, TakesAnAnswerThatIsNotMadeOfBytesForNoText) {
+TEST_F(X11PasteboardReadingTests, ReadsNothingIfTheAnswerIsNotInBytes) {
     expectNoText({"wrong-format"});
 }
 
-TEST_F(X11PasteboardReadingTests, GivesUpAnOwnerThatHangs) {
+TEST_F(X11PasteboardReadingTests, GivesUpAnUnresponsiveOwner) {
     expectNoText({"hang"});
     EXPECT_TRUE(hasLogged("The clipboard owner does not respond"));
 }
 
-TEST_F(X11PasteboardReadingTests, GivesUpAnOwnerThatHangsAfterItsList) {
+TEST_F(X11PasteboardReadingTests, GivesUpAnOwnerThatStopsRespondingAfterTargets) {
     expectNoText({"hang-text"});
     EXPECT_TRUE(hasLogged("The clipboard owner does not respond"));
 }
 
-TEST_F(X11PasteboardReadingTests, GivesUpAnOwnerThatStallsInTheMiddleOfATransfer) {
+TEST_F(X11PasteboardReadingTests, GivesUpAnOwnerThatStallsDuringATransfer) {
     expectNoText({"stall"});
     EXPECT_TRUE(hasLogged("The clipboard owner does not respond"));
 }
 
-TEST_F(X11PasteboardReadingTests, GivesUpAnOwnerThatSendsEventsWithoutAnEndInsteadOfAnAnswer) {
+TEST_F(X11PasteboardReadingTests, GivesUpAnOwnerThatFloodsItWithEventsInsteadOfAnswering) {
     expectNoText({"flood"});
     EXPECT_TRUE(hasLogged("The clipboard owner does not respond"));
 }
 
-TEST_F(X11PasteboardReadingTests, GivesUpAnOwnerThatTellsOfPiecesWithoutAnEndAndSendsNone) {
+TEST_F(X11PasteboardReadingTests, GivesUpAnOwnerThatEndlesslyAnnouncesPiecesButSendsNone) {
     expectNoText({"flood-pieces"});
     EXPECT_TRUE(hasLogged("The clipboard owner does not respond"));
 }
 
-TEST_F(X11PasteboardReadingTests, GivesUpATransferThatGoesOnInAnotherForm) {
+TEST_F(X11PasteboardReadingTests, GivesUpATransferThatChangesItsType) {
     const Program owner = startOwner({"mixed"});
     open();
     EXPECT_EQ(readString(), std::nullopt);
@@ -212,7 +220,7 @@ TEST_F(X11PasteboardReadingTests, GivesUpATransferThatGoesOnInAnotherForm) {
     EXPECT_EQ(owner->standardOutput().find("asked text/plain"), std::string::npos);
 }
 
-TEST_F(X11PasteboardReadingTests, WaitsForASlowTransferForAsLongAsItGoesOn) {
+TEST_F(X11PasteboardReadingTests, WaitsForASlowTransferThatMakesProgress) {
     const std::string text = generatedText(100);
     const Program owner = startOwner({"slow", "--size", "100", "--chunk", "10", "--delay", "100"});
     beImpatient();
@@ -222,42 +230,41 @@ TEST_F(X11PasteboardReadingTests, WaitsForASlowTransferForAsLongAsItGoesOn) {
     EXPECT_GT(std::chrono::steady_clock::now() - start, limits_.silence);
 }
 
-TEST_F(X11PasteboardReadingTests, GivesUpAnOwnerThatEndsInTheMiddleOfATransfer) {
+TEST_F(X11PasteboardReadingTests, GivesUpAnOwnerThatExitsDuringATransfer) {
     const Program owner = startOwner({"die"});
     open();
     EXPECT_EQ(readString(), std::nullopt);
     EXPECT_TRUE(hasLogged("The clipboard owner changed during a read"));
 }
 
-TEST_F(X11PasteboardReadingTests, GivesUpWhenTheOwnerChangesInTheMiddleOfATransfer) {
+TEST_F(X11PasteboardReadingTests, GivesUpIfTheOwnerChangesDuringATransfer) {
     const Program owner = startOwner({"change"});
     open();
     EXPECT_EQ(readString(), std::nullopt);
     EXPECT_TRUE(hasLogged("The clipboard owner changed during a read"));
 }
 
-TEST_F(X11PasteboardReadingTests, NeverTakesALateAnswerForTheAnswerToTheNextQuestion) {
+TEST_F(X11PasteboardReadingTests, NeverMistakesALateAnswerForTheNextOne) {
     const Program late = startOwner({"late-text", "--delay", "900", "--text", "too late"});
     beImpatient();
     open();
     EXPECT_EQ(readString(), std::nullopt);
     const Program next =
         startOwner({"slow", "--text", "in time", "--chunk", "1", "--delay", "100"});
-    // The late answer comes while this one is on its way.
+    // The late answer arrives during this transfer.
     EXPECT_EQ(readString(), "in time");
     EXPECT_TRUE(late->waitForOutput("answered UTF8_STRING"));
     EXPECT_TRUE(late->isRunning());
     EXPECT_TRUE(turnUntil([&] { return answersLeftOnTheServer() == 0; }));
 }
 
-TEST_F(X11PasteboardReadingTests, ReadsATextThatComesInSmallPieces) {
+TEST_F(X11PasteboardReadingTests, ReadsTextSentInSmallPieces) {
     const Program owner = startOwner({"normal", "--size", "10000", "--chunk", "7"});
     open();
     EXPECT_EQ(readString(), generatedText(10'000));
 }
 
-TEST_F(X11PasteboardReadingTests,
-       ReadsALongTextThatComesInSmallPiecesInTimeThatGrowsWithItsLength) {
+TEST_F(X11PasteboardReadingTests, ReadsLongTextSentInSmallPiecesInLinearTime) {
     const Program owner =
         startOwner({"normal", "--size", std::to_string(8 * megabyte), "--chunk", "64"});
     open();
@@ -266,7 +273,7 @@ TEST_F(X11PasteboardReadingTests,
     EXPECT_LT(std::chrono::steady_clock::now() - start, 3 * testing_support::patience);
 }
 
-TEST_F(X11PasteboardReadingTests, ReadsALongTextThatComesInOnePiece) {
+TEST_F(X11PasteboardReadingTests, ReadsLongTextSentInOnePiece) {
     const Program owner = startOwner({"normal", "--size", std::to_string(8 * megabyte + 5)});
     open();
     EXPECT_EQ(readString(), generatedText(8 * megabyte + 5));
@@ -279,13 +286,13 @@ TEST_F(X11PasteboardReadingTests, ReadsSixtyFourMegabytesInPieces) {
     EXPECT_EQ(readString(), generatedText(64 * megabyte));
 }
 
-TEST_F(X11PasteboardReadingTests, DoesNotTrustTheSizeThatATransferAnnounces) {
+TEST_F(X11PasteboardReadingTests, DoesNotTrustAnAnnouncedSize) {
     const Program owner = startOwner({"normal", "--chunk", "4", "--hint", "4294967295"});
     open();
     EXPECT_EQ(readString(), "milk\nbread");
 }
 
-TEST_F(X11PasteboardReadingTests, EndsATransferThatHasNoEndWithAnError) {
+TEST_F(X11PasteboardReadingTests, FailsOnAnEndlessTransfer) {
     limits_.maximumTextSize = megabyte;
     const Program owner = startOwner({"endless", "--size", "100000", "--chunk", "10000"});
     open();
@@ -293,7 +300,7 @@ TEST_F(X11PasteboardReadingTests, EndsATransferThatHasNoEndWithAnError) {
     EXPECT_TRUE(hasLogged("The text in the clipboard does not fit in memory"));
 }
 
-TEST_F(X11PasteboardReadingTests, ReportsALongTextInOnePieceThatDoesNotFitInMemory) {
+TEST_F(X11PasteboardReadingTests, FailsOnATextOverTheSizeLimit) {
     limits_.maximumTextSize = megabyte;
     const Program owner = startOwner({"normal", "--size", std::to_string(2 * megabyte)});
     open();
@@ -301,16 +308,16 @@ TEST_F(X11PasteboardReadingTests, ReportsALongTextInOnePieceThatDoesNotFitInMemo
     EXPECT_TRUE(hasLogged("The text in the clipboard does not fit in memory"));
 }
 
-TEST_F(X11PasteboardReadingTests, AnswersFromItsOwnTextsWhileItOwnsTheClipboard) {
+TEST_F(X11PasteboardReadingTests, ReadsItsOwnTextsWithoutARequest) {
     open();
     ASSERT_TRUE(convert("list", "<b>list</b>"));
-    // Nobody turns the loop here, so that asking ourselves through the server would hang.
+    // The loop does not run here, so a request to ourselves would never be answered.
     EXPECT_EQ(readString(), "list");
     EXPECT_EQ(read(PasteboardType::html), "<b>list</b>");
     EXPECT_TRUE(sink_.entries().empty());
 }
 
-TEST_F(X11PasteboardReadingTests, GoesOnWithATransferToAnotherProgramAfterAReading) {
+TEST_F(X11PasteboardReadingTests, ContinuesAnOutgoingTransferAfterARead) {
     limits_.chunkSize = 1000;
     open();
     const std::string text = generatedText(100'000);
@@ -321,7 +328,7 @@ TEST_F(X11PasteboardReadingTests, GoesOnWithATransferToAnotherProgramAfterAReadi
     const Program owner =
         startOwner({"slow", "--text", "slow and steady", "--chunk", "2", "--delay", "50"});
     reader->sendSignal(SIGUSR1);
-    // What the reader asks for arrives while the pasteboard waits for somebody else.
+    // The reader requests the next piece while the pasteboard waits for the other owner.
     EXPECT_EQ(readString(), "slow and steady");
     EXPECT_EQ(turnUntilEnd(*reader), 0);
     EXPECT_EQ(reader->standardOutput(), text);

@@ -13,7 +13,7 @@
 #include <iterator>
 #include <string>
 
-/// Has AddressSanitizer hand freed memory back soon, so that what grows is what is kept.
+/// Makes AddressSanitizer release freed memory early, so that growth means a leak.
 // NOLINTNEXTLINE(bugprone-reserved-identifier,readability-identifier-naming)
 extern "C" const char* __asan_default_options() {
     return "quarantine_size_mb=1";
@@ -35,7 +35,7 @@ std::size_t residentBytes() {
 
 class X11PasteboardResourcesTests : public testing_support::X11ClipboardTest {
   protected:
-    /// How many things of all kinds the server keeps for all of its clients.
+    /// The number of resources of all kinds that the server holds for all of its clients.
     [[nodiscard]] std::size_t serverResourceCount() const {
         const auto connection = platform::X11Connection::open(server_->display());
         const platform::XcbPointer<xcb_res_query_clients_reply_t> clients(
@@ -66,7 +66,7 @@ class X11PasteboardResourcesTests : public testing_support::X11ClipboardTest {
     }
 };
 
-TEST_F(X11PasteboardResourcesTests, AThousandConversionsLeaveNothingBehind) {
+TEST_F(X11PasteboardResourcesTests, LeaksNothingInAThousandConversions) {
     const std::string text = testing_support::generatedText(65'536);
     open();
     for (int i = 0; i < 50; ++i) {
@@ -81,11 +81,11 @@ TEST_F(X11PasteboardResourcesTests, AThousandConversionsLeaveNothingBehind) {
     }
     EXPECT_EQ(descriptorCount(), descriptorsBefore);
     EXPECT_EQ(serverResourceCount(), resourcesBefore);
-    // All the texts together would be 125 MB.
+    // All texts together would take 125 MB.
     EXPECT_LT(residentBytes(), memoryBefore + std::size_t{10} * 1024 * 1024);
 }
 
-TEST_F(X11PasteboardResourcesTests, AThousandReadingsLeaveNothingBehind) {
+TEST_F(X11PasteboardResourcesTests, LeaksNothingInAThousandReads) {
     const Program owner = startOwner({"normal", "--size", "65536", "--chunk", "65000"});
     open();
     for (int i = 0; i < 50; ++i) {
@@ -104,7 +104,7 @@ TEST_F(X11PasteboardResourcesTests, AThousandReadingsLeaveNothingBehind) {
     EXPECT_LT(residentBytes(), memoryBefore + std::size_t{10} * 1024 * 1024);
 }
 
-TEST_F(X11PasteboardResourcesTests, OwnersThatHangLeaveOnlyAFewWindowsBehind) {
+TEST_F(X11PasteboardResourcesTests, KeepsOnlyAFewWindowsForUnresponsiveOwners) {
     limits_.silence = std::chrono::milliseconds(20);
     const Program owner = startOwner({"hang"});
     open();

@@ -28,7 +28,7 @@ constexpr std::size_t megabyte = std::size_t{1024} * 1024;
 
 class X11PasteboardWritingTests : public testing_support::X11ClipboardTest {
   protected:
-    /// Sends the owner of CLIPBOARD a request on behalf of a window that does not exist.
+    /// Sends the owner of CLIPBOARD a request whose requestor does not exist.
     void requestForMissingWindow(const std::string& target) {
         const auto other = platform::X11Connection::open(server_->display());
         ASSERT_NE(other, nullptr);
@@ -49,12 +49,12 @@ class X11PasteboardWritingTests : public testing_support::X11ClipboardTest {
         std::array<char, 32> wire{};
         std::memcpy(wire.data(), &request, sizeof request);
         xcb_send_event(other->get(), 0, owner->owner, XCB_EVENT_MASK_NO_EVENT, wire.data());
-        // An answer to anything shows that the server has passed the request on.
+        // Any reply shows that the server has delivered the request.
         static_cast<void>(other->atom("DONE"));
     }
 };
 
-TEST_F(X11PasteboardWritingTests, OffersEveryNameThatOtherProgramsKnowTheTextsBy) {
+TEST_F(X11PasteboardWritingTests, OffersEveryCommonTarget) {
     open();
     ASSERT_TRUE(convert("list", "<b>list</b>"));
     const Program reader = startReader({"targets"});
@@ -78,7 +78,7 @@ TEST_F(X11PasteboardWritingTests, OffersEveryNameThatOtherProgramsKnowTheTextsBy
                             "text/plain;charset=utf-8"));
 }
 
-TEST_F(X11PasteboardWritingTests, OffersNoFormOfATextThatIsNotThere) {
+TEST_F(X11PasteboardWritingTests, OffersNoTargetForAMissingType) {
     open();
     pasteboard_->clearContents();
     ASSERT_TRUE(pasteboard_->setString(TextBuffer("list"), PasteboardType::string));
@@ -86,7 +86,7 @@ TEST_F(X11PasteboardWritingTests, OffersNoFormOfATextThatIsNotThere) {
     EXPECT_EQ(readElsewhere("UTF8_STRING"), "list");
 }
 
-TEST_F(X11PasteboardWritingTests, GivesEachFormInItsOwnEncoding) {
+TEST_F(X11PasteboardWritingTests, EncodesTheTextForEachTarget) {
     open();
     ASSERT_TRUE(convert("caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x8D\x9E", "<b>\xC3\xA9</b>"));
     const Program reader = startReader(
@@ -99,7 +99,7 @@ TEST_F(X11PasteboardWritingTests, GivesEachFormInItsOwnEncoding) {
                   "text/html 9\n<b>\xC3\xA9</b>\n");
 }
 
-TEST_F(X11PasteboardWritingTests, AnswersSeveralQuestionsAtOnceAndRefusesWhatItHasNot) {
+TEST_F(X11PasteboardWritingTests, ServesMultipleAndRefusesMissingTargetsInIt) {
     open();
     ASSERT_TRUE(convert("list", "<b>list</b>"));
     const Program reader = startReader({"multiple", "image/png,UTF8_STRING,SAVE_TARGETS"});
@@ -108,7 +108,7 @@ TEST_F(X11PasteboardWritingTests, AnswersSeveralQuestionsAtOnceAndRefusesWhatItH
               "image/png refused\nUTF8_STRING 4\nlist\nSAVE_TARGETS 0\n\n");
 }
 
-TEST_F(X11PasteboardWritingTests, TellsSinceWhenItOwnsTheClipboard) {
+TEST_F(X11PasteboardWritingTests, ReportsTheTimeOfItsAcquisition) {
     open();
     ASSERT_TRUE(convert("list", "<b>list</b>"));
     const auto timestamp = readElsewhere("TIMESTAMP");
@@ -117,7 +117,7 @@ TEST_F(X11PasteboardWritingTests, TellsSinceWhenItOwnsTheClipboard) {
     EXPECT_NE(*timestamp, std::string(4, '\0'));
 }
 
-TEST_F(X11PasteboardWritingTests, ServesClientsThatNameNoProperty) {
+TEST_F(X11PasteboardWritingTests, ServesObsoleteClientsThatSpecifyNoProperty) {
     open();
     ASSERT_TRUE(convert("list", "<b>list</b>"));
     const Program reader = startReader({"get", "STRING", "--property", "none"});
@@ -125,7 +125,7 @@ TEST_F(X11PasteboardWritingTests, ServesClientsThatNameNoProperty) {
     EXPECT_EQ(reader->standardOutput(), "list");
 }
 
-TEST_F(X11PasteboardWritingTests, RefusesAQuestionFromBeforeItOwnedTheClipboard) {
+TEST_F(X11PasteboardWritingTests, RefusesARequestFromBeforeItsAcquisition) {
     const Program former = startOwner({"normal"});
     const auto formerSince = readElsewhere("TIMESTAMP");
     ASSERT_TRUE(formerSince.has_value());
@@ -140,7 +140,7 @@ TEST_F(X11PasteboardWritingTests, RefusesAQuestionFromBeforeItOwnedTheClipboard)
     EXPECT_EQ(turnUntilEnd(*timeless), 0);
 }
 
-TEST_F(X11PasteboardWritingTests, AnswersAQuestionThatComesAMonthAfterItTookTheClipboard) {
+TEST_F(X11PasteboardWritingTests, ServesARequestAMonthAfterItsAcquisition) {
     open();
     ASSERT_TRUE(convert("list", "<b>list</b>"));
     const auto since = readElsewhere("TIMESTAMP");
@@ -154,7 +154,7 @@ TEST_F(X11PasteboardWritingTests, AnswersAQuestionThatComesAMonthAfterItTookTheC
     EXPECT_EQ(late->standardOutput(), "list");
 }
 
-TEST_F(X11PasteboardWritingTests, ChangesTheOwnerOnceForEachConversionWithBothFormsInPlace) {
+TEST_F(X11PasteboardWritingTests, ChangesTheOwnerOncePerConversionWithBothTypesInPlace) {
     open();
     const Program watcher = startReader({"changes"});
     ASSERT_TRUE(turnUntilOutput(*watcher, "ready"));
@@ -163,7 +163,7 @@ TEST_F(X11PasteboardWritingTests, ChangesTheOwnerOnceForEachConversionWithBothFo
         ASSERT_TRUE(convert("list", "<b>list</b>"));
         ASSERT_TRUE(turnUntilOutput(*watcher, "change " + std::to_string(i) + ":"));
     }
-    // The next change that is seen is the other program's: there was none in between.
+    // The next change is the other program's: there was none in between.
     const Program other = startOwner({"latin1"});
     ASSERT_TRUE(turnUntilOutput(*watcher, "change 51: TARGETS TIMESTAMP STRING\n"));
 
@@ -177,7 +177,7 @@ TEST_F(X11PasteboardWritingTests, ChangesTheOwnerOnceForEachConversionWithBothFo
     }
 }
 
-TEST_F(X11PasteboardWritingTests, RefusesATextThatWasNotPrecededByClearing) {
+TEST_F(X11PasteboardWritingTests, RefusesATextWithoutClearingFirst) {
     open();
     EXPECT_FALSE(pasteboard_->setString(TextBuffer("list"), PasteboardType::string));
 }
@@ -204,11 +204,11 @@ TEST_F(X11PasteboardWritingTests, AddsTextsWithoutWaitingForTheServer) {
     EXPECT_EQ(readElsewhere("UTF8_STRING"), "list");
 }
 
-TEST_F(X11PasteboardWritingTests, IsNotMisledByTheNewsOfALossThatItHasMadeGoodSince) {
+TEST_F(X11PasteboardWritingTests, IgnoresALossThatPrecedesItsLatestAcquisition) {
     open();
     ASSERT_TRUE(convert("first", "<b></b>"));
     const Program other = startOwner({"normal"});
-    // The news of the loss waits to be read, the clipboard is ours again by then.
+    // The event of the loss is still unread, and the clipboard is ours again.
     ASSERT_TRUE(convert("second", "<b></b>"));
     ASSERT_TRUE(other->waitForOutput("lost"));
     EXPECT_EQ(readElsewhere("UTF8_STRING"), "second");
@@ -216,7 +216,7 @@ TEST_F(X11PasteboardWritingTests, IsNotMisledByTheNewsOfALossThatItHasMadeGoodSi
     EXPECT_EQ(readElsewhere("UTF8_STRING"), "third");
 }
 
-TEST_F(X11PasteboardWritingTests, OutlivesQuestionsFromWindowsThatAreGone) {
+TEST_F(X11PasteboardWritingTests, SurvivesRequestsFromDestroyedWindows) {
     limits_.chunkSize = 1000;
     open();
     ASSERT_TRUE(convert("list", generatedText(10'000)));
@@ -228,7 +228,7 @@ TEST_F(X11PasteboardWritingTests, OutlivesQuestionsFromWindowsThatAreGone) {
     EXPECT_EQ(readElsewhere("text/html"), generatedText(10'000));
 }
 
-TEST_F(X11PasteboardWritingTests, SendsALongTextInPieces) {
+TEST_F(X11PasteboardWritingTests, SendsLongTextInPieces) {
     limits_.chunkSize = 7;
     open();
     ASSERT_TRUE(convert(generatedText(10'000), "<b></b>"));
@@ -255,7 +255,7 @@ TEST_F(X11PasteboardWritingTests, ServesManyReceiversAtOnce) {
     }
 }
 
-TEST_F(X11PasteboardWritingTests, AnswersSeveralLongQuestionsFromOneReceiver) {
+TEST_F(X11PasteboardWritingTests, SendsSeveralLongTextsToOneReceiver) {
     limits_.chunkSize = 1000;
     open();
     const std::string text = generatedText(5000);
@@ -266,7 +266,7 @@ TEST_F(X11PasteboardWritingTests, AnswersSeveralLongQuestionsFromOneReceiver) {
               "UTF8_STRING 5000\n" + text + "\ntext/html 5000\n" + text + "\n");
 }
 
-TEST_F(X11PasteboardWritingTests, ServesOthersWhileOneReceiverHasStoppedReading) {
+TEST_F(X11PasteboardWritingTests, ServesOthersWhileAReceiverHasStoppedReading) {
     limits_.chunkSize = 1000;
     open();
     const std::string text = generatedText(10'000);
@@ -277,7 +277,7 @@ TEST_F(X11PasteboardWritingTests, ServesOthersWhileOneReceiverHasStoppedReading)
     EXPECT_EQ(readElsewhere("text/html"), "<b></b>");
 }
 
-TEST_F(X11PasteboardWritingTests, EndsATransferWithTheTextThatItBeganWith) {
+TEST_F(X11PasteboardWritingTests, CompletesATransferWithTheTextItBeganWith) {
     limits_.chunkSize = 1000;
     open();
     const std::string text = generatedText(100'000);
@@ -291,7 +291,7 @@ TEST_F(X11PasteboardWritingTests, EndsATransferWithTheTextThatItBeganWith) {
     EXPECT_EQ(readElsewhere("UTF8_STRING"), "another");
 }
 
-TEST_F(X11PasteboardWritingTests, OutlivesTheServerAndDoesNotSpinAfterwards) {
+TEST_F(X11PasteboardWritingTests, SurvivesTheServerWithoutSpinning) {
     class CountingLoop final : public platform::EventLoop {
       public:
         explicit CountingLoop(platform::EventLoop& loop) : loop_(loop) {}
@@ -316,7 +316,7 @@ TEST_F(X11PasteboardWritingTests, OutlivesTheServerAndDoesNotSpinAfterwards) {
         platform::X11Connection::open(server_->display()), loop, queue_, loggers_);
     ASSERT_TRUE(convert("list", "<b>list</b>"));
     server_.reset();
-    // As in the program itself, where nobody has asked for broken pipes to be ignored.
+    // XCB itself must not raise SIGPIPE.
     static_cast<void>(std::signal(SIGPIPE, SIG_DFL));
     pasteboard_->clearContents();
     EXPECT_FALSE(pasteboard_->setString(TextBuffer("list"), PasteboardType::string));
@@ -331,7 +331,7 @@ TEST_F(X11PasteboardWritingTests, OutlivesTheServerAndDoesNotSpinAfterwards) {
     pasteboard_.reset();
 }
 
-TEST_F(X11PasteboardWritingTests, KeepsWhatItHasWhenTheServerDoesNotLetItBeginAnew) {
+TEST_F(X11PasteboardWritingTests, KeepsItsContentsIfAnAcquisitionTimesOut) {
     beImpatient();
     open();
     ASSERT_TRUE(convert("list", "<b>list</b>"));

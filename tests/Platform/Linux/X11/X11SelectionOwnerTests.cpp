@@ -26,10 +26,10 @@ using platform::PasteboardType;
 using testing_support::ChildProcess;
 using testing_support::generatedText;
 
-/// An owner whose time is virtual and whose events are handled when the test says so.
+/// An owner on virtual time, whose events are handled when the test says so.
 class X11SelectionOwnerTests : public testing::Test {
   protected:
-    /// Owns a text of 100 pieces that nobody else keeps alive.
+    /// Owns a text of 100 pieces that nothing else keeps alive.
     std::weak_ptr<const TextBuffer> ownLongText() {
         EXPECT_TRUE(owner_.acquire());
         auto text = std::make_shared<const TextBuffer>(generatedText(100'000));
@@ -69,7 +69,7 @@ class X11SelectionOwnerTests : public testing::Test {
     platform::X11SelectionOwner owner_{context_, queue_};
 };
 
-TEST_F(X11SelectionOwnerTests, KeepsATextForAsLongAsItIsOnItsWay) {
+TEST_F(X11SelectionOwnerTests, KeepsATextWhileItIsBeingSent) {
     const auto text = ownLongText();
     const auto reader = startStoppingReader();
     ASSERT_TRUE(handleUntilStopped(*reader));
@@ -87,13 +87,13 @@ TEST_F(X11SelectionOwnerTests, DropsAReceiverThatHasStoppedReading) {
     ASSERT_TRUE(handleUntilStopped(*reader));
     ASSERT_TRUE(owner_.acquire());
     queue_.advance(limits_.sending);
-    EXPECT_FALSE(text.expired()) << "it had read something since the last look";
+    EXPECT_FALSE(text.expired()) << "it made progress since the last check";
     queue_.advance(limits_.sending);
     EXPECT_TRUE(text.expired());
     EXPECT_EQ(queue_.pendingCount(), 0U);
 }
 
-TEST_F(X11SelectionOwnerTests, DropsAReceiverThatHasEnded) {
+TEST_F(X11SelectionOwnerTests, DropsAReceiverThatHasExited) {
     const auto text = ownLongText();
     const auto reader = startStoppingReader();
     ASSERT_TRUE(handleUntilStopped(*reader));
@@ -121,7 +121,7 @@ TEST_F(X11SelectionOwnerTests, SendsNothingToItsOwnWindow) {
     EXPECT_TRUE(text.expired());
 }
 
-TEST_F(X11SelectionOwnerTests, ForgetsItsTextsWhenAnotherProgramTakesTheClipboard) {
+TEST_F(X11SelectionOwnerTests, DropsItsTextsWhenAnotherProgramTakesTheClipboard) {
     const auto text = ownLongText();
     EXPECT_TRUE(owner_.owns());
     ChildProcess other({CLIPBOARD_OWNER, "normal"},

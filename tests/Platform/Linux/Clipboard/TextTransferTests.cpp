@@ -1,4 +1,4 @@
-#include "Platform/Linux/Clipboard/TextFormats.h"
+#include "Platform/Linux/Clipboard/TextTransfer.h"
 
 #include <gtest/gtest.h>
 
@@ -30,7 +30,7 @@ FormatNames accepted(PasteboardType type, const FormatNames& offers) {
     return names;
 }
 
-TEST(TextFormatsTests, PrefersUtf8ToUnspecifiedEncodingsToLatin1) {
+TEST(TextTransferTests, PrefersUtf8ToUnspecifiedEncodingsToLatin1) {
     EXPECT_EQ(
         accepted(PasteboardType::string,
                  {"TEXT",
@@ -43,19 +43,19 @@ TEST(TextFormatsTests, PrefersUtf8ToUnspecifiedEncodingsToLatin1) {
         (FormatNames{"UTF8_STRING", "text/plain;charset=utf-8", "text/plain", "STRING", "TEXT"}));
 }
 
-TEST(TextFormatsTests, AcceptsOnlyFormatsOfTheRequestedType) {
+TEST(TextTransferTests, AcceptsOnlyFormatsOfTheRequestedType) {
     EXPECT_EQ(accepted(PasteboardType::html, {"text/plain", "text/html"}),
               FormatNames{"text/html"});
     EXPECT_TRUE(accepted(PasteboardType::string, {"text/html", "image/png"}).empty());
 }
 
-TEST(TextFormatsTests, AcceptsNoTextBesideAListOfFiles) {
+TEST(TextTransferTests, AcceptsNoTextBesideAListOfFiles) {
     for (const std::string_view fileList : platform::fileListFormats) {
         EXPECT_TRUE(accepted(PasteboardType::string, {"UTF8_STRING", fileList}).empty());
     }
 }
 
-TEST(TextFormatsTests, RecognisesAFileAtTheStartOfAnUriList) {
+TEST(TextTransferTests, RecognisesAFileAtTheStartOfAnUriList) {
     EXPECT_TRUE(platform::startsWithFile("file:///list.txt\r\n"));
     EXPECT_TRUE(platform::startsWithFile("# a comment\r\n#another\nFILE:/list.txt"));
     EXPECT_FALSE(platform::startsWithFile("https://example.org/file:\r\n"));
@@ -64,17 +64,17 @@ TEST(TextFormatsTests, RecognisesAFileAtTheStartOfAnUriList) {
     EXPECT_FALSE(platform::startsWithFile(""));
 }
 
-TEST(TextFormatsTests, ReplacesIllFormedUtf8) {
+TEST(TextTransferTests, ReplacesIllFormedUtf8) {
     EXPECT_EQ(decoded("a\xFFz", TextEncoding::utf8), "a\uFFFDz");
 }
 
-TEST(TextFormatsTests, DecodesTextOfUnspecifiedEncodingAsLatin1UnlessItIsUtf8) {
+TEST(TextTransferTests, DecodesTextOfUnspecifiedEncodingAsLatin1UnlessItIsUtf8) {
     EXPECT_EQ(decoded("caf\u00E9", TextEncoding::utf8OrLatin1), "caf\u00E9");
     EXPECT_EQ(decoded("caf\xE9", TextEncoding::utf8OrLatin1), "caf\u00E9");
     EXPECT_EQ(decoded("", TextEncoding::utf8OrLatin1), "");
 }
 
-TEST(TextFormatsTests, ConvertsEveryLatin1ByteToUtf8AndBack) {
+TEST(TextTransferTests, ConvertsEveryLatin1ByteToUtf8AndBack) {
     std::string all;
     for (int byte = 0; byte < 256; ++byte) {
         all.push_back(static_cast<char>(byte));
@@ -86,16 +86,16 @@ TEST(TextFormatsTests, ConvertsEveryLatin1ByteToUtf8AndBack) {
     EXPECT_EQ(encoded(utf8, TextEncoding::latin1), all);
 }
 
-TEST(TextFormatsTests, EncodesCharactersThatLatin1LacksAsQuestionMarks) {
+TEST(TextTransferTests, EncodesCharactersThatLatin1LacksAsQuestionMarks) {
     EXPECT_EQ(encoded("a\u0100\u20AC\U0001F35Ez", TextEncoding::latin1), "a???z");
 }
 
-TEST(TextFormatsTests, KeepsEmptyTextInLatin1) {
+TEST(TextTransferTests, KeepsEmptyTextInLatin1) {
     EXPECT_EQ(decoded("", TextEncoding::latin1), "");
     EXPECT_EQ(encoded("", TextEncoding::latin1), "");
 }
 
-TEST(TextFormatsTests, EncodesUtf8WithoutACopy) {
+TEST(TextTransferTests, EncodesUtf8WithoutACopy) {
     const auto text = std::make_shared<const TextBuffer>("caf\u00E9");
     EXPECT_EQ(platform::encode(text, TextEncoding::utf8), text);
 }

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Clipboard/TextFormats.h"
+#include "Platform/Linux/Clipboard/TextTransfer.h"
 
 #include "Foundation/Utf8.h"
 
