@@ -145,7 +145,7 @@ class MacButton final : public MacViewOf<Button, NSButton> {
     }
 
   private:
-    PWActionTarget* const target_;
+    [[maybe_unused]] PWActionTarget* const target_; ///< Retained here: a button does not.
 };
 
 /// A window of the system's, which this object closes at its end. Main thread only.
