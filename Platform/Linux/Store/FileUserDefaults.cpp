@@ -181,8 +181,8 @@ void FileUserDefaults::write() {
     if (!mayWrite_) {
         return;
     }
-    disk_.start([this, bytes = serializePropertyList(settings_)] {
-        const std::string error = replace(file_, bytes);
+    disk_.start([this, settings = settings_] {
+        const std::string error = replace(file_, serializePropertyList(settings));
         const bool hasFailedBefore = hasLastWriteFailed_.exchange(!error.empty());
         if (!error.empty() && !hasFailedBefore) {
             logger_.error("The settings cannot be saved in %{public}s: %{public}s",

@@ -59,8 +59,11 @@ QString dateElement(Date date) {
         QDateTime::fromSecsSinceEpoch(second.time_since_epoch().count(), QTimeZone::utc())
             .toString(Qt::ISODate)
             .left(lengthToTheSecond);
+    if (text.isEmpty()) {
+        return {};
+    }
     const QString fraction = QString::number((date - second).count()).rightJustified(6, u'0');
-    return text.isEmpty() ? QString() : "<date>" + text + u'.' + fraction + "Z</date>";
+    return "<date>" + text + u'.' + fraction + "Z</date>";
 }
 
 template <typename Held>
