@@ -1,5 +1,6 @@
 #include "Foundation/Logger.h"
 #include "Platform/Linux/DBus/DBusApplication.h"
+#include "Platform/Linux/DBus/SessionBus.h"
 #include "Platform/Linux/InstanceLock.h"
 #include "Platform/Linux/LinuxServices.h"
 #include "Platform/Linux/ProcessSetup.h"
@@ -25,9 +26,13 @@
 #include "Platform/Posix/FileStandardOutput.h"
 #include "Platform/Posix/SystemClock.h"
 
+#include <QAccessible>
 #include <QApplication>
+#include <QEventLoop>
 #include <QThreadPool>
+#include <QTimer>
 #include <chrono>
+#include <cstdint>
 #include <cstdlib>
 #include <functional>
 #include <memory>
@@ -39,14 +44,37 @@ namespace platform {
 
 namespace {
 
+using namespace std::chrono_literals;
+
 /// Empty if the variable is not set.
 std::string environmentVariable(const char* name) {
     const char* value = std::getenv(name);
     return value != nullptr ? value : "";
 }
 
+/// The address of the session bus, which Qt's own parts, such as its support for screen readers,
+/// will use too. Otherwise they would start a bus where there is none. Called before Qt has
+/// threads.
+std::string adoptBusAddress() {
+    std::string address = SessionBus::addressFromEnvironment();
+    setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
+    return address;
+}
+
+/// Makes the windows known to screen readers, for which Qt connects to the session bus and waits
+/// for it, so the bus must be known to answer. QApplication::exec() would do the same at once.
+void connectAccessibility() {
+    QAccessible::setRootObject(qApp);
+}
+
+enum class Instance : std::uint8_t {
+    first,
+    second,     ///< Another process is running, and there is nothing left to do.
+    unreachable ///< Another process is running that neither replies nor ends.
+};
+
 /// What makes the process a desktop program, whatever the display server: signals, Qt, the log, and
-/// the name and the lock that only one process can have.
+/// the lock that only one process can have.
 class DesktopProcess {
   public:
     DesktopProcess(int& argc, char** argv) : application_(argc, argv) {
@@ -55,34 +83,54 @@ class DesktopProcess {
         QApplication::setQuitOnLastWindowClosed(false);
     }
 
-    /// Whether this is the only process of its kind. Waits a few seconds for one that is about to
-    /// end. One that goes on was told where the bus allows it, unless the session manager and not
-    /// the user started this one.
-    [[nodiscard]] bool isFirst() {
-        using SecondStart = DBusApplication::SecondStart;
-        switch (busApplication_.claim(application_.isSessionRestored()
-                                          ? SecondStart::endsQuietly
-                                          : SecondStart::opensPreferences)) {
-        case DBusApplication::Claim::first:
-            break;
-        case DBusApplication::Claim::alreadyRunning:
-            return false;
-        case DBusApplication::Claim::noBus:
-            // Qt would look for the bus once more to tell screen readers of the windows. It would
-            // wait half a minute for one that hangs, or start one that outlives the program.
-            setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
-            break;
+    /// Finds out whether another instance is running. If so, asks it to open its preferences, or
+    /// leaves it alone if the session manager and not the user started this one. Waits a few
+    /// seconds for an instance that does not reply: it may be about to end.
+    [[nodiscard]] Instance instance() {
+        if (lock_.tryToLock()) {
+            return Instance::first;
         }
-        // The name alone does not tell of a process that found no bus at its start. It comes first,
-        // so that of all new starts with a bus one alone waits for the lock.
-        constexpr std::chrono::seconds patience{3};
-        lock_.emplace(InstanceLock::defaultPath(), patience);
-        return lock_->result() != InstanceLock::Result::taken;
+        if (application_.isSessionRestored()) {
+            return Instance::second;
+        }
+        QEventLoop loop;
+        const auto end = [&loop](Instance result) { loop.exit(static_cast<int>(result)); };
+        const auto watch = watchTermination([&] { end(Instance::second); });
+        bool isAsking = false;
+        std::function<void()> ask; // Empty without a bus.
+        const auto handleReply = [&](bool isPositive) {
+            isAsking = false;
+            if (isPositive) {
+                end(Instance::second);
+            }
+        };
+        const SessionBus sessionBus(busAddress_, [&](const auto& bus) {
+            ask = nullptr;
+            if (bus.isConnected()) {
+                ask = [&, bus] { DBusApplication::askOtherInstance(bus, &loop, handleReply); };
+            }
+        });
+        QTimer poll;
+        QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
+            if (lock_.tryToLock()) {
+                end(Instance::first);
+            } else if (ask && !std::exchange(isAsking, true)) {
+                ask();
+            }
+        });
+        poll.start(20ms);
+        QTimer::singleShot(3s, &loop, [&] { end(Instance::unreachable); });
+        return static_cast<Instance>(loop.exec());
     }
 
-    [[nodiscard]] QApplication& application() { return application_; }
+    [[nodiscard]] std::unique_ptr<FileDescriptorWatch>
+    watchTermination(std::function<void()> terminate) {
+        return terminationSignals_.deliver(eventLoop_, std::move(terminate));
+    }
 
-    [[nodiscard]] DBusApplication& busApplication() { return busApplication_; }
+    [[nodiscard]] const std::string& busAddress() const { return busAddress_; }
+
+    [[nodiscard]] QApplication& application() { return application_; }
 
     [[nodiscard]] QtLogSink& logSink() { return logSink_; }
 
@@ -94,15 +142,13 @@ class DesktopProcess {
 
   private:
     TerminationSignals terminationSignals_;
+    std::string busAddress_ = adoptBusAddress();
     QApplication application_;
-    DBusApplication busApplication_{bringAllToFront};
-    std::optional<InstanceLock> lock_;
+    InstanceLock lock_;
     QtLogSink logSink_;
     foundation::LoggerFactory loggers_{logSink_, std::string(applicationId)};
     QtEventLoop eventLoop_;
     QtMainQueue mainQueue_;
-    std::unique_ptr<FileDescriptorWatch> terminationWatch_ =
-        terminationSignals_.deliver(eventLoop_, [] { QApplication::quit(); });
 };
 
 /// The services that depend on the display server.
@@ -156,11 +202,20 @@ struct LinuxServices {
     LinuxAccessibilityTrust accessibilityTrust;
     QtAlerts alerts;
     QtWorkspace workspace;
-    DBusApplication& application = process->busApplication();
+    DBusApplication application{bringAllToFront};
     TrayImages images;
-    TrayStatusBar statusBar{application.connection(), display.makeTrayManagerSelection};
+    TrayStatusBar statusBar{display.makeTrayManagerSelection};
     QtToolkit toolkit;
     QtKeyDownMonitors keyDownMonitors{display.nativeModifiers};
+    SessionBus sessionBus{process->busAddress(), [this](const auto& bus) {
+                              if (bus.isConnected()) {
+                                  application.joinBus(bus);
+                                  connectAccessibility();
+                              }
+                              statusBar.setBus(bus);
+                          }};
+    std::unique_ptr<FileDescriptorWatch> terminationWatch =
+        process->watchTermination([] { QApplication::quit(); });
 };
 
 class LinuxPlatform final : public PlatformOf<LinuxServices> {
@@ -184,7 +239,8 @@ class LinuxPlatform final : public PlatformOf<LinuxServices> {
 
     int run(const std::function<void()>& didFinishLaunching) override {
         didFinishLaunching();
-        const int exitCode = QApplication::exec();
+        // Not QApplication's exec(), which waits for the session bus: see connectAccessibility().
+        const int exitCode = QCoreApplication::exec();
         save();
         return exitCode;
     }
@@ -214,8 +270,13 @@ PlatformOrNot makePlatform(int& argc, char** argv) {
     setenv("QT_QPA_PLATFORM", choice.qtPlugin.c_str(), 1);
 
     auto process = std::make_unique<DesktopProcess>(argc, argv);
-    if (!process->isFirst()) {
+    switch (process->instance()) {
+    case Instance::first:
+        break;
+    case Instance::second:
         return AlreadyRunning{};
+    case Instance::unreachable:
+        return NoPlatform{"it is already running, but cannot be reached over the session bus"};
     }
     auto display = makeX11Services(*process, std::move(connection));
     if (!display) {

@@ -23,8 +23,16 @@ constexpr std::string_view launchedMessage = "Application launched successfully"
 
 class InstanceTests : public ResidentTest {
   protected:
-    /// Ends the program while it hands over what it converted, to a manager that keeps it waiting,
-    /// and expects that a start meanwhile becomes the running program.
+    /// Starts the program a second time and expects that start to fail with one line of reason.
+    void expectUnreachable(const std::map<std::string, std::string>& environment) {
+        const auto second = startAgain(environment);
+        EXPECT_EQ(second->waitForExit(), 1);
+        EXPECT_EQ(second->standardError(),
+                  "pastewise: it is already running, but cannot be reached over the session bus\n");
+    }
+
+    /// Ends the program while a clipboard manager keeps its hand-over waiting, and expects a start
+    /// in the meantime to become the running program.
     void restartDuringHandOver(const std::map<std::string, std::string>& environment) {
         const auto manager = startOwner({"manager-hang"});
         startProgram(environment);
@@ -55,7 +63,7 @@ TEST_F(InstanceTests, ARestoredSessionLeavesTheFirstAlone) {
     const auto restored = startAgain({}, {"sh", "-c", "exec \"$0\" -session 10abc_1700000000_2"});
     EXPECT_EQ(restored->waitForExit(), 0) << restored->standardError();
     EXPECT_EQ(restored->standardError().find(launchedMessage), std::string::npos);
-    // What the first is asked for comes in turn.
+    // Requests are carried out in order.
     activate("convert");
     ASSERT_TRUE(waitForLog(program_test::noTextMessage)) << program_->standardError();
     EXPECT_EQ(logged("Instantiating PreferencesWindowController"), 0U);
@@ -72,18 +80,18 @@ TEST_F(InstanceTests, EveryFurtherStartBringsTheSameWindowToTheFront) {
     EXPECT_EQ(logged("Instantiating PreferencesWindowController"), 1U);
 }
 
-TEST_F(InstanceTests, AStartAfterTheEndOfTheFirstIsAFirstOneAgain) {
+TEST_F(InstanceTests, AStartAfterTheEndOfTheFirstBecomesTheRunningProgram) {
     startProgram();
     endProgram();
     startProgram();
     EXPECT_EQ(preferencesWindowCount(), 0U);
 }
 
-TEST_F(InstanceTests, AStartWhileTheFirstHandsItsClipboardOverIsAFirstOne) {
+TEST_F(InstanceTests, AStartWhileTheFirstHandsItsClipboardOverBecomesTheRunningProgram) {
     restartDuringHandOver({});
 }
 
-TEST_F(InstanceTests, TheDesktopsOwnShortcutConvertsAsTheProgramsDoes) {
+TEST_F(InstanceTests, TheDesktopsOwnShortcutConvertsLikeTheProgramsOwn) {
     startProgram();
     const auto owner = startOwner({"normal", "--text", "- tea\n- cake"});
     activate("convert");
@@ -93,9 +101,10 @@ TEST_F(InstanceTests, TheDesktopsOwnShortcutConvertsAsTheProgramsDoes) {
     EXPECT_TRUE(waitForLog("Updated time saved display to: 20s"));
 }
 
-TEST_F(InstanceTests, AnActionThatIsRepeatedWhileItsKeyIsHeldConvertsOnce) {
+TEST_F(InstanceTests, AnActionRepeatedByAHeldKeyConvertsOnce) {
     startProgram();
     const auto owner = startOwner({"normal"});
+    waitForName();
     constexpr int repetitionCount = 20;
     std::vector<std::unique_ptr<ChildProcess>> repetitions;
     for (int i = 0; i < repetitionCount; ++i) {
@@ -106,12 +115,12 @@ TEST_F(InstanceTests, AnActionThatIsRepeatedWhileItsKeyIsHeldConvertsOnce) {
         EXPECT_EQ(repetition->waitForExit(), 0) << repetition->standardError();
     }
     ASSERT_TRUE(waitForLog(wroteMessage)) << program_->standardError();
-    // What the shortcut converts now comes after all that the repetitions could.
+    // A conversion by the shortcut now follows any that the repetitions caused.
     convert();
     EXPECT_EQ(logged(wroteMessage), 2U);
 }
 
-TEST_F(InstanceTests, TheActionConvertsAgainOnceItsKeyWasLetGo) {
+TEST_F(InstanceTests, TheActionConvertsAgainAfterItsKeyWasReleased) {
     startProgram();
     const auto owner = startOwner({"normal"});
     activate("convert");
@@ -123,37 +132,63 @@ TEST_F(InstanceTests, TheActionConvertsAgainOnceItsKeyWasLetGo) {
     }));
 }
 
-TEST_F(InstanceTests, WithoutASessionBusASecondStartLeavesTheShortcutToTheFirst) {
-    const std::map<std::string, std::string> busless{{"DBUS_SESSION_BUS_ADDRESS", "disabled:"}};
-    startProgram(busless);
-    const auto second = startAgain(busless);
-    EXPECT_EQ(second->waitForExit(), 0) << second->standardError();
-    EXPECT_EQ(second->standardError().find(launchedMessage), std::string::npos);
-    const auto owner = startOwner({"normal"});
-    convert();
-    EXPECT_TRUE(program_->isRunning());
+TEST_F(InstanceTests, QuitsWhenTheDesktopAsksForIt) {
+    startProgram();
+    activate("quit");
+    EXPECT_EQ(program_->waitForExit(), 0) << program_->standardError();
 }
 
-TEST_F(InstanceTests, OfTwoStartsOneOfWhichFindsNoSessionBusOnlyTheFirstRuns) {
+TEST_F(InstanceTests, ASecondStartSaysWhyItEndsIfTheFirstDoesNotRespond) {
+    startProgram();
+    program_->sendSignal(SIGSTOP);
+    expectUnreachable({});
+    program_->sendSignal(SIGCONT);
+    const auto owner = startOwner({"normal"});
+    convert();
+}
+
+TEST_F(InstanceTests, ASecondStartSaysWhyItEndsIfTheSessionBusHangs) {
+    startProgram();
+    session_.suspendBus(true);
+    expectUnreachable({});
+}
+
+TEST_F(InstanceTests, WithoutASessionBusASecondStartSaysWhyItEnds) {
+    const std::map<std::string, std::string> busless{{"DBUS_SESSION_BUS_ADDRESS", "disabled:"}};
+    startProgram(busless);
+    expectUnreachable(busless);
+    const auto owner = startOwner({"normal"});
+    convert();
+}
+
+TEST_F(InstanceTests, OfTwoStartsOneOfWhichHasNoSessionBusOnlyTheFirstRuns) {
     const std::map<std::string, std::string> busless{{"DBUS_SESSION_BUS_ADDRESS", "disabled:"}};
     const std::map<std::string, std::string> withBus;
     for (const auto& [environment, laterEnvironment] :
          {std::pair(busless, withBus), std::pair(withBus, busless)}) {
         startProgram(environment);
-        const auto second = startAgain(laterEnvironment);
-        EXPECT_EQ(second->waitForExit(), 0) << second->standardError();
-        EXPECT_EQ(second->standardError().find(launchedMessage), std::string::npos);
+        expectUnreachable(laterEnvironment);
         const auto owner = startOwner({"normal"});
         convert();
         endProgram();
     }
 }
 
-TEST_F(InstanceTests, WithoutASessionBusAStartWhileTheFirstHandsItsClipboardOverIsAFirstOne) {
+TEST_F(InstanceTests, OfTwoStartsThatShareNoLockTheSecondShowsThePreferencesOfTheFirstAndEnds) {
+    startProgram();
+    const auto second = startAgain({{"XDG_RUNTIME_DIR", ""}});
+    EXPECT_EQ(second->waitForExit(), 0) << second->standardError();
+    EXPECT_TRUE(waitForPreferencesInFront());
+    const auto owner = startOwner({"normal"});
+    convert();
+}
+
+TEST_F(InstanceTests,
+       WithoutASessionBusAStartWhileTheFirstHandsItsClipboardOverBecomesTheRunningProgram) {
     restartDuringHandOver({{"DBUS_SESSION_BUS_ADDRESS", "disabled:"}});
 }
 
-TEST_F(InstanceTests, WithoutASessionBusAStartAfterTheEndOfTheFirstIsAFirstOneAgain) {
+TEST_F(InstanceTests, WithoutASessionBusAStartAfterTheEndOfTheFirstBecomesTheRunningProgram) {
     const std::map<std::string, std::string> busless{{"DBUS_SESSION_BUS_ADDRESS", "disabled:"}};
     startProgram(busless);
     program_->sendSignal(SIGKILL);

@@ -1,5 +1,4 @@
 #include "tests/Desktop/ResidentTest.h"
-#include "tests/Support/PrivateBus.h"
 
 #include <gtest/gtest.h>
 
@@ -30,14 +29,14 @@ constexpr std::array<std::string_view, 11> launchSteps{
 
 class LaunchTests : public ResidentTest {};
 
-TEST_F(LaunchTests, WhatItPrintsArrivesThroughAPipeWhileItRuns) {
+TEST_F(LaunchTests, OutputArrivesThroughAPipeWhileTheProgramRuns) {
     startProgram();
-    // It stands before the launch ends, so it must be there by now: nothing keeps it back.
+    // The line is printed before the launch ends, so an unbuffered one has arrived by now.
     EXPECT_EQ(program_->standardOutput(), "Checking accessibility permissions...\n");
     EXPECT_TRUE(program_->isRunning());
 }
 
-TEST_F(LaunchTests, TellsItsLogEachStepInOrder) {
+TEST_F(LaunchTests, LogsEachStepInOrder) {
     startProgram();
     std::size_t last = 0;
     for (const std::string_view step : launchSteps) {
@@ -48,33 +47,32 @@ TEST_F(LaunchTests, TellsItsLogEachStepInOrder) {
     }
 }
 
-TEST_F(LaunchTests, ConvertsBeforeAnyTrayIsThere) {
+TEST_F(LaunchTests, ConvertsWithoutATray) {
     startProgram();
     const auto owner = startOwner({"normal"});
     convert();
     EXPECT_TRUE(waitForLog(program_test::creditedMessage));
 }
 
-TEST_F(LaunchTests, ConvertsAndEndsSoonBesideASessionBusThatHangs) {
-    testing_support::PrivateBus bus;
-    bus.suspend();
-    startProgram({{"DBUS_SESSION_BUS_ADDRESS", bus.address()}});
+TEST_F(LaunchTests, ConvertsAndEndsSoonWhileTheSessionBusHangs) {
+    session_.suspendBus(true);
+    startProgram();
     const auto owner = startOwner({"normal"});
     convert();
     endProgram();
 }
 
-TEST_F(LaunchTests, StartsNoSessionBusWhereThereIsNone) {
+TEST_F(LaunchTests, StartsNoSessionBusIfThereIsNone) {
     startProgram({{"DBUS_SESSION_BUS_ADDRESS", ""}});
     const auto owner = startOwner({"normal"});
     convert();
-    // Whoever starts a bus for a display leaves its address there.
+    // dbus-launch stores the address of a bus that it starts for a display there.
     EXPECT_FALSE(std::filesystem::exists(session_.environment().at("HOME") + "/.dbus"));
 }
 
 TEST_F(LaunchTests, ConvertsWithoutAnyStandardDescriptor) {
-    // With none of the three open, the first connection that is made would get their numbers, and
-    // what is printed would go to the X server.
+    // Otherwise the first connection would get one of their numbers, and output would go to the X
+    // server.
     program_ = std::make_unique<ChildProcess>(
         std::vector<std::string>{"sh", "-c", "exec \"$0\" <&- >&- 2>&-", PASTEWISE_PROGRAM},
         ChildProcess::Options{.environment = session_.environment()});

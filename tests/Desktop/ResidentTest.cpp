@@ -54,7 +54,12 @@ std::unique_ptr<ChildProcess> ResidentTest::requestAction(const std::string& nam
         ChildProcess::Options{.environment = session_.environment()});
 }
 
+void ResidentTest::waitForName() {
+    runTool({"gdbus", "wait", "--session", "--timeout", "10", "com.app.pastewise"});
+}
+
 void ResidentTest::activate(const std::string& action) {
+    waitForName();
     const auto request = requestAction(action);
     EXPECT_EQ(request->waitForExit(), 0) << request->standardError();
 }

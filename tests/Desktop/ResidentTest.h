@@ -38,6 +38,9 @@ class ResidentTest : public ProgramTest {
     requestAction(const std::string& name);
     void activate(const std::string& action);
 
+    /// Waits until the program has its name on the session bus, which it takes after its launch.
+    void waitForName();
+
     /// Waits until no checkmark is shown.
     [[nodiscard]] bool waitForEndOfFlash();
 

@@ -77,6 +77,28 @@ TEST_F(TrayPresenceTests, TheIconComesBackWhenTheTrayTakesItsNameAgain) {
     expectWorkingTray();
 }
 
+TEST_F(TrayPresenceTests, IconAndNameAppearWhenASessionBusThatHungAtTheStartAnswers) {
+    startTray();
+    session_.suspendBus(true);
+    startProgram();
+    const auto owner = startOwner({"normal"});
+    convert();
+    ASSERT_TRUE(waitForEndOfFlash());
+    session_.suspendBus(false);
+    expectWorkingTray();
+    activate("preferences");
+    EXPECT_TRUE(waitForPreferencesInFront());
+}
+
+TEST_F(TrayPresenceTests, IconAndNameComeBackWhenTheSessionBusWasRestarted) {
+    startProgramInTray();
+    session_.restartBus();
+    startTray();
+    expectWorkingTray();
+    activate("preferences");
+    EXPECT_TRUE(waitForPreferencesInFront());
+}
+
 TEST_F(TrayPresenceTests, WithoutATrayTheProgramConvertsAndASecondStartShowsThePreferences) {
     startProgram();
     const auto owner = startOwner({"normal"});

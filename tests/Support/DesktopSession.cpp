@@ -1,5 +1,7 @@
 #include "tests/Support/DesktopSession.h"
 
+#include <csignal>
+#include <filesystem>
 #include <stdexcept>
 #include <vector>
 
@@ -18,14 +20,7 @@ bool hasWindowManager(const std::map<std::string, std::string>& environment) {
 } // namespace
 
 DesktopSession::DesktopSession() {
-    bus_ = std::make_unique<ChildProcess>(
-        std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--print-address=1"},
-        ChildProcess::Options{.environment = server_.environment()});
-    if (!waitUntil([this] { return bus_->standardOutput().find('\n') != std::string::npos; })) {
-        throw std::runtime_error("no session bus: " + bus_->standardError());
-    }
-    busAddress_ = bus_->standardOutput().substr(0, bus_->standardOutput().find('\n'));
-
+    restartBus();
     windowManager_ = std::make_unique<ChildProcess>(
         std::vector<std::string>{"openbox"}, ChildProcess::Options{.environment = environment()});
     if (!waitUntil([this] { return hasWindowManager(environment()); })) {
@@ -35,10 +30,27 @@ DesktopSession::DesktopSession() {
 
 std::map<std::string, std::string> DesktopSession::environment() const {
     auto variables = server_.environment();
-    if (!busAddress_.empty()) {
-        variables["DBUS_SESSION_BUS_ADDRESS"] = busAddress_;
-    }
+    variables["DBUS_SESSION_BUS_ADDRESS"] = busAddress_;
     return variables;
+}
+
+void DesktopSession::suspendBus(bool isSuspended) {
+    bus_->sendSignal(isSuspended ? SIGSTOP : SIGCONT);
+}
+
+void DesktopSession::restartBus() {
+    bus_.reset();
+    std::filesystem::remove(busFolder_.path() / "bus");
+    bus_ =
+        std::make_unique<ChildProcess>(std::vector<std::string>{"dbus-daemon",
+                                                                "--session",
+                                                                "--nofork",
+                                                                "--print-address=1",
+                                                                "--address=" + busAddress_},
+                                       ChildProcess::Options{.environment = server_.environment()});
+    if (!bus_->waitForOutput("unix:path=")) {
+        throw std::runtime_error("no session bus: " + bus_->standardError());
+    }
 }
 
 } // namespace testing_support

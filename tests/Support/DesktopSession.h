@@ -2,6 +2,7 @@
 
 #include "tests/Support/ChildProcess.h"
 #include "tests/Support/PrivateXServer.h"
+#include "tests/Support/TemporaryFolder.h"
 
 #include <map>
 #include <memory>
@@ -21,6 +22,12 @@ class DesktopSession {
 
     [[nodiscard]] const std::string& busAddress() const { return busAddress_; }
 
+    /// Stops the session bus from answering until the next call with false.
+    void suspendBus(bool isSuspended);
+
+    /// Kills the session bus, if it is running, and starts another one at the same address.
+    void restartBus();
+
     /// Kills the X server.
     void killXServer() { server_.kill(); }
 
@@ -29,8 +36,9 @@ class DesktopSession {
 
   private:
     PrivateXServer server_;
+    TemporaryFolder busFolder_;
+    const std::string busAddress_ = "unix:path=" + (busFolder_.path() / "bus").string();
     std::unique_ptr<ChildProcess> bus_;
-    std::string busAddress_;
     std::unique_ptr<ChildProcess> windowManager_;
 };
 

@@ -9,23 +9,28 @@
 namespace testing_support {
 
 PrivateBus::PrivateBus() {
-    const std::filesystem::path configuration = folder_.path() / "bus.conf";
-    std::ofstream(configuration) << R"(<busconfig>
+    std::ofstream(folder_.path() / "bus.conf") << R"(<busconfig>
   <type>session</type>
-  <listen>unix:dir=)" << folder_.path().string()
-                                 << R"(</listen>
+  <listen>)" << address_ << R"(</listen>
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
     <allow eavesdrop="true"/>
     <allow own="*"/>
   </policy>
 </busconfig>)";
-    daemon_ = std::make_unique<ChildProcess>(std::vector<std::string>{
-        "dbus-daemon", "--config-file=" + configuration.string(), "--nofork", "--print-address=1"});
-    if (!waitUntil([this] { return daemon_->standardOutput().find('\n') != std::string::npos; })) {
+    start();
+}
+
+void PrivateBus::start() {
+    std::filesystem::remove(folder_.path() / "bus");
+    daemon_ = std::make_unique<ChildProcess>(
+        std::vector<std::string>{"dbus-daemon",
+                                 "--config-file=" + (folder_.path() / "bus.conf").string(),
+                                 "--nofork",
+                                 "--print-address=1"});
+    if (!daemon_->waitForOutput("unix:path=")) {
         throw std::runtime_error("no session bus: " + daemon_->standardError());
     }
-    address_ = daemon_->standardOutput().substr(0, daemon_->standardOutput().find('\n'));
 }
 
 void PrivateBus::suspend() {

@@ -15,6 +15,9 @@ class PrivateBus {
 
     [[nodiscard]] const std::string& address() const { return address_; }
 
+    /// Starts the bus again at the same address.
+    void start();
+
     /// Kills the bus.
     void kill() { daemon_.reset(); }
 
@@ -25,8 +28,8 @@ class PrivateBus {
 
   private:
     TemporaryFolder folder_;
+    const std::string address_ = "unix:path=" + (folder_.path() / "bus").string();
     std::unique_ptr<ChildProcess> daemon_;
-    std::string address_;
 };
 
 } // namespace testing_support

@@ -1,131 +1,102 @@
 #include "Platform/Linux/DBus/DBusApplication.h"
 
-#include "Platform/Linux/SessionBus.h"
-
 #include <QCoreApplication>
 #include <QDBusError>
 #include <QDBusMessage>
-#include <QMetaObject>
-#include <QVariant>
-#include <chrono>
-#include <cstdint>
-#include <functional>
+#include <QDBusPendingCallWatcher>
 #include <utility>
 
 namespace platform {
 
 namespace {
 
-using namespace std::chrono_literals;
-using std::chrono::milliseconds;
-using std::chrono::steady_clock;
-using Claim = DBusApplication::Claim;
-using SecondStart = DBusApplication::SecondStart;
+const QString applicationName = QString::fromUtf8(applicationId);
+const QString objectPath = '/' + QString(applicationName).replace('.', '/');
+const QString applicationInterface = "org.freedesktop.Application";
+const QString busName = "org.freedesktop.DBus";
 
-/// For a bus that answers at all, both are far more than it needs.
-constexpr auto patienceWithBus = 1000ms;
-constexpr auto patienceWithFirstInstance = 2000ms;
-
-const QString& applicationName() {
-    static const QString name = QStringLiteral("com.app.pastewise");
-    return name;
+/// Calls `done` with the reply or an error from the event loop, unless `context` is gone by then.
+void call(const QDBusConnection& bus,
+          QObject* context,
+          const QString& service,
+          const QString& path,
+          const QString& interface,
+          const QString& method,
+          const QVariantList& arguments,
+          std::function<void(const QDBusMessage&)> done) {
+    auto message = QDBusMessage::createMethodCall(service, path, interface, method);
+    message.setArguments(arguments);
+    auto* const watcher = new QDBusPendingCallWatcher(bus.asyncCall(message), context);
+    QObject::connect(
+        watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, done = std::move(done)] {
+            watcher->deleteLater();
+            done(watcher->reply());
+        });
 }
 
-const QString& objectPath() {
-    static const QString path = QStringLiteral("/com/app/pastewise");
-    return path;
-}
-
-enum class Ownership : std::uint8_t { ours, another, unknown };
-
-Ownership requestName(const QDBusConnection& connection) {
-    // Neither waiting for the name nor giving it away to whoever wants it.
-    constexpr uint doNotQueue = 4;
-    constexpr uint primaryOwner = 1;
-    constexpr uint exists = 3;
-    QDBusMessage call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
-                                                       QStringLiteral("/org/freedesktop/DBus"),
-                                                       QStringLiteral("org.freedesktop.DBus"),
-                                                       QStringLiteral("RequestName"));
-    call << applicationName() << doNotQueue;
-    const QDBusMessage reply =
-        connection.call(call, QDBus::Block, static_cast<int>(patienceWithBus.count()));
-    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) {
-        return Ownership::unknown;
-    }
-    const uint answer = reply.arguments().constFirst().toUInt();
-    return answer == primaryOwner ? Ownership::ours
-           : answer == exists     ? Ownership::another
-                                  : Ownership::unknown;
-}
-
-/// Returns false when the other process has not done what it is asked for: it may have gone.
-bool askOwnerForPreferences(const QDBusConnection& connection, milliseconds limit) {
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(applicationName(),
-                                       objectPath(),
-                                       QStringLiteral("org.freedesktop.Application"),
-                                       QStringLiteral("ActivateAction"));
-    call << QStringLiteral("preferences") << QVariantList() << QVariantMap();
-    call.setAutoStartService(false);
-    const QDBusMessage reply = connection.call(call, QDBus::Block, static_cast<int>(limit.count()));
-    return reply.type() == QDBusMessage::ReplyMessage;
-}
-
-Claim claimName(const QDBusConnection& connection, SecondStart secondStart) {
-    // A process that is about to end keeps its name for a while and answers no more. Once it has
-    // gone, the name may be another new start's, which is asked as well.
-    constexpr int askedOwnerCount = 3;
-    const auto deadline = steady_clock::now() + patienceWithFirstInstance;
-    for (int askedCount = 0;; ++askedCount) {
-        switch (requestName(connection)) {
-        case Ownership::ours:
-            return Claim::first;
-        case Ownership::unknown:
-            return Claim::noBus;
-        case Ownership::another:
-            break;
-        }
-        const auto left = std::chrono::ceil<milliseconds>(deadline - steady_clock::now());
-        if (secondStart == SecondStart::endsQuietly || askedCount == askedOwnerCount ||
-            left <= 0ms || askOwnerForPreferences(connection, left)) {
-            return Claim::alreadyRunning;
-        }
-    }
+void callBus(const QDBusConnection& bus,
+             QObject* context,
+             const QString& method,
+             const QVariantList& arguments,
+             std::function<void(const QDBusMessage&)> done) {
+    call(bus,
+         context,
+         busName,
+         "/org/freedesktop/DBus",
+         busName,
+         method,
+         arguments,
+         std::move(done));
 }
 
 } // namespace
 
 DBusApplication::DBusApplication(std::function<void()> bringToFront)
-    : bringToFront_(std::move(bringToFront)),
-      connectionName_(applicationName() +
-                      QString::number(reinterpret_cast<quintptr>(this))), // NOLINT: a number
-      object_([this](DBusRequest request) { handle(request); }) {}
+    : bringToFront_(std::move(bringToFront)) {}
 
-DBusApplication::~DBusApplication() {
-    QDBusConnection::disconnectFromBus(connectionName_);
+void DBusApplication::joinBus(QDBusConnection bus) {
+    // The object comes before the name: whoever sees the name can call it.
+    bus.registerObject(objectPath, this, QDBusConnection::ExportAllSlots);
+    constexpr uint noFlags = 0;
+    callBus(bus, this, "RequestName", {applicationName, noFlags}, [this, bus](const auto& reply) {
+        constexpr uint inQueue = 2;
+        if (reply.arguments().value(0).toUInt() == inQueue) {
+            askOtherInstance(bus, this, [](bool hasReplied) {
+                if (hasReplied) {
+                    QCoreApplication::quit();
+                }
+            });
+        }
+    });
 }
 
-DBusApplication::Claim DBusApplication::claim(SecondStart secondStart) {
-    const auto address = findSessionBus(patienceWithBus);
-    if (!address) {
-        return Claim::noBus;
-    }
-    QDBusConnection connection =
-        QDBusConnection::connectToBus(QString::fromStdString(*address), connectionName_);
-    if (!connection.isConnected()) {
-        return Claim::noBus;
-    }
-    // The object is there before the name, so that nobody who sees the name calls in vain.
-    connection.registerVirtualObject(objectPath(), &object_);
-    return claimName(connection, secondStart);
+void DBusApplication::askOtherInstance(const QDBusConnection& bus,
+                                       QObject* context,
+                                       std::function<void(bool)> done) {
+    // The owner's unique name: the well-known one may become ours before the call arrives.
+    callBus(bus, context, "GetNameOwner", {applicationName}, [=](const QDBusMessage& reply) {
+        const QString owner = reply.arguments().value(0).toString();
+        if (reply.type() != QDBusMessage::ReplyMessage || owner == bus.baseService()) {
+            done(false);
+            return;
+        }
+        call(bus,
+             context,
+             owner,
+             objectPath,
+             applicationInterface,
+             "ActivateAction",
+             {"preferences", QVariantList(), QVariantMap()},
+             [done](const QDBusMessage& answer) {
+                 done(answer.type() == QDBusMessage::ReplyMessage);
+             });
+    });
 }
 
 void DBusApplication::setRequests(Requests requests) {
     requests_ = std::move(requests);
-    for (const DBusRequest request : std::exchange(earlyRequests_, {})) {
-        QMetaObject::invokeMethod(
-            &object_, [this, request] { perform(request); }, Qt::QueuedConnection);
+    for (const Request request : std::exchange(earlyRequests_, {})) {
+        carryOutLater(request);
     }
 }
 
@@ -134,20 +105,41 @@ void DBusApplication::terminate() {
         QCoreApplication::instance(), [] { QCoreApplication::quit(); }, Qt::QueuedConnection);
 }
 
-void DBusApplication::handle(DBusRequest request) {
-    if (requests_) {
-        perform(request);
+void DBusApplication::Activate(const QVariantMap& /*platformData*/) {
+    carryOutLater(&Requests::openPreferences);
+}
+
+void DBusApplication::Open(const QStringList& /*uris*/, const QVariantMap& /*platformData*/) {
+    carryOutLater(&Requests::openPreferences);
+}
+
+void DBusApplication::ActivateAction(const QString& name,
+                                     const QVariantList& /*parameter*/,
+                                     const QVariantMap& /*platformData*/) {
+    if (name == "convert") {
+        carryOutLater(&Requests::convert);
+    } else if (name == "preferences") {
+        carryOutLater(&Requests::openPreferences);
+    } else if (name == "quit") {
+        terminate();
     } else {
-        earlyRequests_.push_back(request);
+        sendErrorReply(QDBusError::InvalidArgs, "There is no such action");
     }
 }
 
-void DBusApplication::perform(DBusRequest request) const {
-    const std::function<void()> answer =
-        request == DBusRequest::convert ? requests_->convert : requests_->openPreferences;
-    if (answer) {
-        answer();
+void DBusApplication::carryOutLater(Request request) {
+    if (!requests_) {
+        earlyRequests_.push_back(request);
+        return;
     }
+    QMetaObject::invokeMethod(
+        this,
+        [this, request] {
+            if (const auto carryOut = (*requests_).*request) {
+                carryOut();
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 } // namespace platform

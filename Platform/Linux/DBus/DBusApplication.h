@@ -1,69 +1,68 @@
 #pragma once
 
 #include "Platform/Application.h"
-#include "Platform/Linux/DBus/DBusApplicationObject.h"
 
 #include <QDBusConnection>
-#include <QString>
-#include <cstdint>
+#include <QDBusContext>
+#include <QObject>
+#include <QStringList>
+#include <QVariantList>
+#include <QVariantMap>
 #include <functional>
 #include <optional>
-#include <string>
+#include <string_view>
 #include <vector>
 
 namespace platform {
 
-/// The running program, which is on the session bus under a name that only one process can have:
-/// com.app.pastewise. Other programs start it a second time, open its preferences or have it
-/// convert through that name.
+/// The running program as an object on the session bus: org.freedesktop.Application with the
+/// actions "convert", "preferences" and "quit", under the application's identifier as its name.
+/// Callers get their reply before the request is carried out.
 ///
-/// When the bus goes away the program goes on without it and does not come back to a new one.
-/// Needs the QCoreApplication, whose event loop calls what is asked for, and ends before it. Main
-/// thread only.
-class DBusApplication final : public Application {
+/// Needs the QCoreApplication, whose event loop carries out the requests. Main thread only.
+class DBusApplication final : public QObject, public Application, protected QDBusContext {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+
   public:
-    enum class Claim : std::uint8_t {
-        first,          ///< The name is this process's until the object goes.
-        alreadyRunning, ///< Another process keeps the name.
-        noBus           ///< There is no session bus, or none that answers in time.
-    };
-
-    /// What becomes of a start beside a process that has the name.
-    enum class SecondStart : std::uint8_t {
-        opensPreferences, ///< The other process is asked to open its preferences.
-        endsQuietly       ///< The other process is not told.
-    };
-
     /// `bringToFront` does so with the program's windows.
     explicit DBusApplication(std::function<void()> bringToFront);
 
-    /// Gives the name back.
-    ~DBusApplication() override;
+    /// Exports the program on a bus and takes its name there. If another process owns the name, it
+    /// is asked to open its preferences, and this process terminates once it has replied. If it
+    /// does not, this process gets the name as soon as it is free.
+    void joinBus(QDBusConnection bus);
 
-    /// Takes the name, or does what a second start does. Waits at most a few seconds for a bus or a
-    /// process that hangs, or that ends instead of opening its preferences. Called once.
-    Claim claim(SecondStart secondStart = SecondStart::opensPreferences);
+    /// Asks another process that owns the name to open its preferences. Calls `done` from the event
+    /// loop with whether one did, unless `context` is gone by then.
+    static void
+    askOtherInstance(const QDBusConnection& bus, QObject* context, std::function<void(bool)> done);
 
-    /// The connection that the name belongs to, for whoever has other business on the bus; one that
-    /// is not connected where there is no bus. Valid once the name was asked for.
-    [[nodiscard]] QDBusConnection connection() const { return QDBusConnection(connectionName_); }
-
-    /// Answers requests that came before the first call from the event loop soon after it.
+    /// Requests that came before the first call are carried out from the event loop soon after it.
     void setRequests(Requests requests) override;
 
     void activateIgnoringOtherApps() override { bringToFront_(); }
 
     void terminate() override;
 
+    // The names are the interface's own, and `slots` is Qt's addition to the language.
+    // NOLINTBEGIN(readability-identifier-naming, readability-redundant-access-specifiers)
+  public Q_SLOTS:
+    void Activate(const QVariantMap& platformData);
+    void Open(const QStringList& uris, const QVariantMap& platformData);
+    void ActivateAction(const QString& name,
+                        const QVariantList& parameter,
+                        const QVariantMap& platformData);
+    // NOLINTEND(readability-identifier-naming, readability-redundant-access-specifiers)
+
   private:
-    void handle(DBusRequest request);
-    void perform(DBusRequest request) const;
+    using Request = std::function<void()> Requests::*;
+
+    void carryOutLater(Request request);
 
     std::function<void()> bringToFront_;
-    QString connectionName_;
-    DBusApplicationObject object_;
     std::optional<Requests> requests_;
-    std::vector<DBusRequest> earlyRequests_;
+    std::vector<Request> earlyRequests_;
 };
 
 } // namespace platform

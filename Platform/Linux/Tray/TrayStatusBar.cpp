@@ -17,15 +17,25 @@ class ItemWithoutPlace final : public StatusItem {
 
 } // namespace
 
-TrayStatusBar::TrayStatusBar(QDBusConnection bus, TrayManagerSelectionMaker makeManagerSelection)
-    : bus_(std::move(bus)), makeManagerSelection_(std::move(makeManagerSelection)) {}
+TrayStatusBar::TrayStatusBar(TrayManagerSelectionMaker makeManagerSelection)
+    : makeManagerSelection_(std::move(makeManagerSelection)) {}
+
+void TrayStatusBar::setBus(const QDBusConnection& bus) {
+    bus_ = bus;
+    if (TrayStatusItem* const item = itemInPlace_.get()) {
+        item->setBus(bus);
+    }
+}
 
 std::unique_ptr<StatusItem> TrayStatusBar::makeStatusItem(double /*length*/) {
     if (itemInPlace_.get() != nullptr) {
         return std::make_unique<ItemWithoutPlace>();
     }
-    auto item = std::make_unique<TrayStatusItem>(bus_, makeManagerSelection_);
+    auto item = std::make_unique<TrayStatusItem>(makeManagerSelection_);
     itemInPlace_ = item->reference();
+    if (bus_) {
+        item->setBus(*bus_);
+    }
     return item;
 }
 

@@ -6,6 +6,7 @@
 
 #include <QDBusConnection>
 #include <memory>
+#include <optional>
 
 namespace platform {
 
@@ -24,15 +25,19 @@ class TrayStatusItem;
 /// Needs a QApplication. Main thread only.
 class TrayStatusBar final : public StatusBar {
   public:
-    /// `bus` is the session bus, connected or not. `makeManagerSelection` watches for trays that
-    /// take windows; empty where the toolkit's windows are not the X server's.
-    TrayStatusBar(QDBusConnection bus, TrayManagerSelectionMaker makeManagerSelection);
+    /// `makeManagerSelection` watches for trays that embed windows; empty where Qt's windows are
+    /// not the X server's.
+    explicit TrayStatusBar(TrayManagerSelectionMaker makeManagerSelection);
+
+    /// To be called with each new connection to the session bus, and with one that is not connected
+    /// when there is no bus. Until the first call, nothing is shown.
+    void setBus(const QDBusConnection& bus);
 
     /// An item is as wide as the tray makes it, whatever `length` is.
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem(double length) override;
 
   private:
-    QDBusConnection bus_;
+    std::optional<QDBusConnection> bus_;
     TrayManagerSelectionMaker makeManagerSelection_;
     foundation::WeakReference<TrayStatusItem> itemInPlace_;
 };

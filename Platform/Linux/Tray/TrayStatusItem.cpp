@@ -26,41 +26,43 @@ QDBusMessage busCall(const QString& method) {
 
 } // namespace
 
-TrayStatusItem::TrayStatusItem(QDBusConnection bus, TrayManagerSelectionMaker makeManagerSelection)
-    : bus_(std::move(bus)),
-      service_(QString("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid())),
+TrayStatusItem::TrayStatusItem(TrayManagerSelectionMaker makeManagerSelection)
+    : service_(QString("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid())),
       button_(std::make_shared<TrayStatusBarButton>([this] { showImage(); })),
-      busItem_([this] { handleClick(); }) {
-    publish();
-    // A panel that starts takes windows a little before it shows items on the bus, and while it is
-    // busy its answer about the bus comes late. An icon made in between would have the toolkit
-    // decide for the bus (see XEmbedIcon) and show up as one item more, only to leave at once;
-    // there are panels that crash then. So the bus is asked again, and only its answer makes a
-    // window.
+      busItem_([this] { handleClick(); }),
+      hosts_(service_, std::move(makeManagerSelection), [this] { moveToHost(); }) {
+    // A panel that starts embeds windows a little before it shows items on the bus, and while it is
+    // busy its answer about the bus comes late. An icon made in between would make Qt choose the
+    // bus (see XEmbedIcon) and show up as a second item, only to leave at once; some panels crash
+    // then. So the bus is asked once more, and only its answer makes a window.
     settling_.setSingleShot(true);
     QObject::connect(&settling_, &QTimer::timeout, &busItem_, [this] {
-        hosts_->lookAgain([this] { makeWindow(); });
+        hosts_.lookAgain([this] { makeWindow(); });
     });
-    hosts_.emplace(bus_, service_, std::move(makeManagerSelection), [this] { moveToHost(); });
 }
 
 TrayStatusItem::~TrayStatusItem() {
     button_->detach();
-    bus_.unregisterObject(itemPath);
-    bus_.unregisterObject(menuPath);
-    bus_.asyncCall(busCall("ReleaseName") << service_);
+    if (bus_) {
+        bus_->unregisterObject(itemPath);
+        bus_->unregisterObject(menuPath);
+        bus_->asyncCall(busCall("ReleaseName") << service_);
+    }
 }
 
-/// Puts the objects on the bus and asks for the name. The answer is not waited for: the bus grants
-/// the name before it delivers what is sent next.
-void TrayStatusItem::publish() {
-    constexpr auto everything = QDBusConnection::ExportAllSlots |
-                                QDBusConnection::ExportAllSignals |
-                                QDBusConnection::ExportAllProperties;
-    constexpr uint doNotQueue = 4;
-    bus_.registerObject(menuPath, &busMenu_, everything);
-    bus_.registerObject(itemPath, &busItem_, everything);
-    bus_.asyncCall(busCall("RequestName") << service_ << doNotQueue);
+void TrayStatusItem::setBus(const QDBusConnection& bus) {
+    bus_ = bus;
+    if (bus.isConnected()) {
+        constexpr auto everything = QDBusConnection::ExportAllSlots |
+                                    QDBusConnection::ExportAllSignals |
+                                    QDBusConnection::ExportAllProperties;
+        constexpr uint doNotQueue = 4;
+        bus_->registerObject(menuPath, &busMenu_, everything);
+        bus_->registerObject(itemPath, &busItem_, everything);
+        // No need to wait for the reply: the bus grants the name before it delivers later messages.
+        bus_->asyncCall(busCall("RequestName") << service_ << doNotQueue);
+    }
+    hosts_.setBus(bus);
 }
 
 std::shared_ptr<StatusBarButton> TrayStatusItem::button() {
@@ -82,7 +84,7 @@ void TrayStatusItem::showImage() {
 }
 
 void TrayStatusItem::moveToHost() {
-    if (hosts_->kind() == TrayHostMonitor::Kind::xEmbed) {
+    if (hosts_.kind() == TrayHosts::Kind::xEmbed) {
         settling_.start(settlingTime);
     } else {
         settling_.stop();
@@ -91,7 +93,7 @@ void TrayStatusItem::moveToHost() {
 }
 
 void TrayStatusItem::makeWindow() {
-    if (!xEmbedIcon_ && hosts_->kind() == TrayHostMonitor::Kind::xEmbed) {
+    if (!xEmbedIcon_ && hosts_.kind() == TrayHosts::Kind::xEmbed) {
         xEmbedIcon_.emplace([this] { handleClick(); });
         xEmbedIcon_->setImage(button_->visibleImage());
     }

@@ -4,7 +4,7 @@
 #include "Platform/Linux/Tray/DBusMenu.h"
 #include "Platform/Linux/Tray/PopupMenu.h"
 #include "Platform/Linux/Tray/StatusNotifierItem.h"
-#include "Platform/Linux/Tray/TrayHostMonitor.h"
+#include "Platform/Linux/Tray/TrayHosts.h"
 #include "Platform/Linux/Tray/XEmbedIcon.h"
 #include "Platform/Linux/TrayManagerSelection.h"
 #include "Platform/StatusBar.h"
@@ -22,8 +22,11 @@ class TrayStatusBarButton;
 /// A status item in whatever tray there is at the moment; see TrayStatusBar.
 class TrayStatusItem final : public StatusItem {
   public:
-    TrayStatusItem(QDBusConnection bus, TrayManagerSelectionMaker makeManagerSelection);
+    explicit TrayStatusItem(TrayManagerSelectionMaker makeManagerSelection);
     ~TrayStatusItem() override;
+
+    /// See TrayStatusBar::setBus.
+    void setBus(const QDBusConnection& bus);
 
     [[nodiscard]] foundation::WeakReference<TrayStatusItem> reference() const {
         return self_.reference();
@@ -33,13 +36,12 @@ class TrayStatusItem final : public StatusItem {
     void setMenu(std::shared_ptr<Menu> menu) override;
 
   private:
-    void publish();
     void showImage();
     void moveToHost();
     void makeWindow();
     void handleClick();
 
-    QDBusConnection bus_;
+    std::optional<QDBusConnection> bus_;
     QString service_;
     std::shared_ptr<TrayStatusBarButton> button_;
     std::shared_ptr<Menu> menu_;
@@ -48,7 +50,7 @@ class TrayStatusItem final : public StatusItem {
     QTimer settling_;
     std::optional<XEmbedIcon> xEmbedIcon_;
     std::optional<PopupMenu> popupMenu_;
-    std::optional<TrayHostMonitor> hosts_;
+    TrayHosts hosts_;
     foundation::WeakReferenceSource<TrayStatusItem> self_{this};
 };
 

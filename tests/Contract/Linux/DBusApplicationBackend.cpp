@@ -1,4 +1,5 @@
 #include "Platform/Linux/DBus/DBusApplication.h"
+#include "Platform/Linux/DBus/SessionBus.h"
 #include "Platform/Linux/Qt/QtActivation.h"
 #include "tests/Contract/ApplicationContract.h"
 #include "tests/Support/ChildProcess.h"
@@ -23,7 +24,7 @@ using testing_support::QtTestLoop;
 class DBusApplicationBackend final : public ApplicationBackend {
   public:
     DBusApplicationBackend() {
-        EXPECT_EQ(application_.claim(), platform::DBusApplication::Claim::first);
+        EXPECT_TRUE(QtTestLoop::turnUntil([this] { return hasJoined_; }));
     }
 
     platform::Application& application() override { return application_; }
@@ -68,6 +69,11 @@ class DBusApplicationBackend final : public ApplicationBackend {
     testing_support::EnvironmentVariable address_{"DBUS_SESSION_BUS_ADDRESS",
                                                   bus_.address().c_str()};
     platform::DBusApplication application_{platform::bringAllToFront};
+    bool hasJoined_ = false;
+    platform::SessionBus sessionBus_{bus_.address(), [this](const auto& bus) {
+                                         application_.joinBus(bus);
+                                         hasJoined_ = true;
+                                     }};
     QWidget window_;
     std::optional<ChildProcess> other_;
 };

@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -16,9 +15,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using namespace std::chrono_literals;
 using platform::InstanceLock;
-using Result = platform::InstanceLock::Result;
 
 class InstanceLockTests : public testing::Test {
   protected:
@@ -26,78 +23,63 @@ class InstanceLockTests : public testing::Test {
     fs::path path_ = temporary_.path() / "lock";
 };
 
-TEST_F(InstanceLockTests, GoesToTheFirstInstance) {
+TEST_F(InstanceLockTests, OneInstanceGetsIt) {
     const InstanceLock first(path_);
-    EXPECT_EQ(first.result(), Result::acquired);
+    EXPECT_TRUE(first.tryToLock());
+    EXPECT_TRUE(first.tryToLock());
     const InstanceLock second(path_);
-    EXPECT_EQ(second.result(), Result::taken);
-    EXPECT_EXIT(std::exit(InstanceLock(path_).result() == Result::taken ? 0 : 1),
-                testing::ExitedWithCode(0),
-                "");
+    EXPECT_FALSE(second.tryToLock());
+    EXPECT_EXIT(std::exit(InstanceLock(path_).tryToLock() ? 0 : 1), testing::ExitedWithCode(1), "");
 }
 
-TEST_F(InstanceLockTests, IsFreeAgainWhenTheInstanceEnds) {
+TEST_F(InstanceLockTests, IsReleasedWhenTheInstanceEnds) {
     std::optional<InstanceLock> first(std::in_place, path_);
+    ASSERT_TRUE(first->tryToLock());
+    const InstanceLock second(path_);
+    ASSERT_FALSE(second.tryToLock());
     first.reset();
-    EXPECT_EQ(InstanceLock(path_).result(), Result::acquired);
+    EXPECT_TRUE(second.tryToLock());
 }
 
-TEST_F(InstanceLockTests, IsFreeAgainWhenTheInstanceWasKilled) {
+TEST_F(InstanceLockTests, IsReleasedWhenTheInstanceIsKilled) {
     EXPECT_EXIT(
         {
             const InstanceLock lock(path_);
-            if (lock.result() == Result::acquired) {
+            if (lock.tryToLock()) {
                 static_cast<void>(std::raise(SIGKILL));
             }
         },
         testing::KilledBySignal(SIGKILL),
         "");
     EXPECT_TRUE(fs::exists(path_));
-    EXPECT_EQ(InstanceLock(path_).result(), Result::acquired);
+    EXPECT_TRUE(InstanceLock(path_).tryToLock());
 }
 
-TEST_F(InstanceLockTests, IsWaitedForWhereTheInstanceEndsInTime) {
-    testing_support::ChildProcess other(
-        {"flock", path_.string(), "sh", "-c", "read line; sleep 0.5"}, {.keepsInputOpen = true});
-    ASSERT_TRUE(
-        testing_support::waitUntil([&] { return InstanceLock(path_).result() == Result::taken; }));
-    other.write("end\n");
-    EXPECT_EQ(InstanceLock(path_, testing_support::patience).result(), Result::acquired);
-}
-
-TEST_F(InstanceLockTests, IsGivenUpWhereTheInstanceStays) {
-    const InstanceLock first(path_);
-    const auto begin = std::chrono::steady_clock::now();
-    EXPECT_EQ(InstanceLock(path_, 100ms).result(), Result::taken);
-    const auto waited = std::chrono::steady_clock::now() - begin;
-    EXPECT_GE(waited, 100ms);
-    EXPECT_LT(waited, testing_support::patience);
-}
-
-TEST_F(InstanceLockTests, IsNotHandedToProgramsThatTheInstanceStarts) {
+TEST_F(InstanceLockTests, IsNotInheritedByProgramsThatTheInstanceStarts) {
     std::optional<InstanceLock> first(std::in_place, path_);
+    ASSERT_TRUE(first->tryToLock());
     const testing_support::ChildProcess program({"sleep", "60"});
     first.reset();
-    // The new program lets go of it where it begins to run.
-    EXPECT_TRUE(testing_support::waitUntil(
-        [&] { return InstanceLock(path_).result() == Result::acquired; }));
+    // The child has the descriptor until it executes the program.
+    const InstanceLock second(path_);
+    EXPECT_TRUE(testing_support::waitUntil([&] { return second.tryToLock(); }));
 }
 
-TEST_F(InstanceLockTests, IsForTheUserAlone) {
+TEST_F(InstanceLockTests, OnlyTheUserCanReadTheFile) {
     const mode_t previous = umask(0);
     const InstanceLock lock(path_);
     umask(previous);
     EXPECT_EQ(static_cast<unsigned>(fs::status(path_).permissions()), 0600U);
 }
 
-TEST_F(InstanceLockTests, IsUnavailableWhereTheFileCannotBeMade) {
-    EXPECT_EQ(InstanceLock(temporary_.path() / "missing" / "lock").result(), Result::unavailable);
-    EXPECT_EQ(InstanceLock({}).result(), Result::unavailable);
+TEST_F(InstanceLockTests, AFileThatCannotBeMadeKeepsNoInstanceFromRunning) {
+    EXPECT_TRUE(InstanceLock(temporary_.path() / "missing" / "lock").tryToLock());
+    EXPECT_TRUE(InstanceLock(fs::path()).tryToLock());
 }
 
-TEST_F(InstanceLockTests, FollowsNoLinkThatSomebodyPutInItsPlace) {
+TEST_F(InstanceLockTests, FollowsNoSymbolicLink) {
     fs::create_symlink(temporary_.path() / "victim", path_);
-    EXPECT_EQ(InstanceLock(path_).result(), Result::unavailable);
+    EXPECT_TRUE(InstanceLock(path_).tryToLock());
     EXPECT_FALSE(fs::exists(temporary_.path() / "victim"));
 }
 

@@ -27,16 +27,20 @@ TrayDesktop::AdoptedEnvironment::AdoptedEnvironment(
     setenv("QT_QPA_PLATFORM", "xcb", 1);
 }
 
-TrayDesktop::TrayDesktop()
-    : statusBar_(
-          QDBusConnection::connectToBus(QString::fromStdString(session_.busAddress()), busName),
-          managerSelectionMaker()) {
+TrayDesktop::TrayDesktop() : statusBar_(managerSelectionMaker()) {
+    connectToBus();
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
 TrayDesktop::~TrayDesktop() {
     item_.reset();
     QDBusConnection::disconnectFromBus(busName);
+}
+
+void TrayDesktop::connectToBus() {
+    QDBusConnection::disconnectFromBus(busName);
+    statusBar_.setBus(
+        QDBusConnection::connectToBus(QString::fromStdString(session_.busAddress()), busName));
 }
 
 bool TrayDesktop::turnUntil(const std::function<bool()>& condition,

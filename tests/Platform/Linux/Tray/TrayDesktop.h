@@ -26,6 +26,10 @@ class TrayDesktop : foundation::Pinned {
     TrayDesktop();
     ~TrayDesktop();
 
+    /// Gives the status bar a connection to the session's bus, connected or not. Called once by the
+    /// constructor.
+    void connectToBus();
+
     /// Turns the event loop until `condition` holds or patience ends.
     static bool turnUntil(const std::function<bool()>& condition,
                           std::chrono::milliseconds limit = testing_support::patience);

@@ -366,6 +366,7 @@ TEST_F(TrayStatusBarTests, TheIconBecomesAWindowWhenTheBusEnds) {
     ASSERT_TRUE(waitForIconInHost());
     EXPECT_EQ(tray.iconCount(), 0U);
     session_.killBus();
+    connectToBus();
     EXPECT_TRUE(waitForWindows(tray, 1));
     item_->button()->setImage(picture(checkmark));
     sample_.information->setTitle("nobody on the bus hears");
@@ -373,16 +374,44 @@ TEST_F(TrayStatusBarTests, TheIconBecomesAWindowWhenTheBusEnds) {
     EXPECT_TRUE(waitForWindows(tray, 0));
 }
 
+TEST_F(TrayStatusBarTests, TheIconComesBackWithABusThatWasRestarted) {
+    XEmbedTray tray(session_.display());
+    startHost();
+    makeItem();
+    ASSERT_TRUE(waitForIconInHost());
+    session_.killBus();
+    connectToBus();
+    ASSERT_TRUE(waitForWindows(tray, 1));
+    session_.restartBus();
+    startHost();
+    connectToBus();
+    EXPECT_TRUE(waitForIconInHost());
+    EXPECT_TRUE(waitForWindows(tray, 0));
+    EXPECT_EQ(ask("menu")["rows"].size(), 5U);
+}
+
+TEST_F(TrayStatusBarTests, NothingIsShownUntilItIsKnownWhetherThereIsABus) {
+    const XEmbedTray tray(session_.display());
+    platform::TrayStatusBar bar(managerSelectionMaker());
+    const auto item = bar.makeStatusItem(StatusBar::variableLength);
+    item->button()->setImage(picture("P"));
+    // Far longer than it takes to make a window.
+    EXPECT_FALSE(
+        turnUntil([] { return !QApplication::allWidgets().isEmpty(); }, std::chrono::seconds(1)));
+}
+
 TEST_F(TrayStatusBarTests, WithoutABusTheIconIsAWindow) {
     XEmbedTray tray(session_.display());
-    platform::TrayStatusBar bar(QDBusConnection("no such bus"), managerSelectionMaker());
+    platform::TrayStatusBar bar(managerSelectionMaker());
+    bar.setBus(QDBusConnection("no such bus"));
     const auto item = bar.makeStatusItem(StatusBar::variableLength);
     item->button()->setImage(picture("P"));
     EXPECT_TRUE(waitForWindows(tray, 1));
 }
 
 TEST_F(TrayStatusBarTests, WithoutBusAndXServerNothingIsShown) {
-    platform::TrayStatusBar bar(QDBusConnection("no such bus"), {});
+    platform::TrayStatusBar bar({});
+    bar.setBus(QDBusConnection("no such bus"));
     const auto item = bar.makeStatusItem(StatusBar::variableLength);
     item->button()->setImage(picture("P"));
     item->setMenu(sample_.menu);
