@@ -4,6 +4,7 @@
 
 #include <locale.h>
 
+#include <chrono>
 #include <stdexcept>
 
 namespace testing_support {
@@ -31,7 +32,8 @@ CommaLocale::CommaLocale() {
                             "--inputfile=de_DE",
                             "--charmap=UTF-8",
                             (folder_.path() / localeName).string()});
-    if (localedef.waitForExit() != 0) {
+    // Compiling a locale takes seconds of processor time.
+    if (localedef.waitForExit(std::chrono::seconds(45)) != 0) {
         throw std::runtime_error("localedef: " + localedef.standardError());
     }
 }
