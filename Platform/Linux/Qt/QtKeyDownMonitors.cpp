@@ -1,153 +1,130 @@
 #include "Platform/Linux/Qt/QtKeyDownMonitors.h"
 
+#include "HotKey/Key.h"
+#include "Platform/Linux/Keys/KeyCodes.h"
+
 #include <QCoreApplication>
-#include <QGuiApplication>
-#include <QInputMethod>
-#include <QInputMethodQueryEvent>
 #include <QKeyEvent>
-#include <QObject>
 #include <utility>
 
 namespace platform {
 
-class QtKeyDownMonitors::Filter final : public QObject {
-  public:
-    explicit Filter(QtKeyDownMonitors& monitors) : monitors_(monitors) {}
+namespace {
 
-    bool eventFilter(QObject* receiver, QEvent* event) override {
-        return monitors_.filter(*receiver, *event);
-    }
+using hotkey::Key;
+using hotkey::ModifierFlags;
 
-  private:
-    QtKeyDownMonitors& monitors_;
-};
+/// Caps Lock in X11's and Wayland's modifier states.
+constexpr quint32 lockBit = 0x2;
+
+/// Whether the key is a modifier or a lock on the user's layout, by its X11 keysym: the ISO level
+/// and group shifts, Shift_L to Hyper_R, Mode_switch and Num_Lock.
+bool isModifierKey(const QKeyEvent& event) {
+    const quint32 keysym = event.nativeVirtualKey();
+    return (keysym >= 0xFE01 && keysym <= 0xFE13) || (keysym >= 0xFFE1 && keysym <= 0xFFEE) ||
+           keysym == 0xFF7E || keysym == 0xFF7F;
+}
+
+ModifierFlags qtModifiers(const QKeyEvent& event) {
+    const Qt::KeyboardModifiers held = event.modifiers();
+    ModifierFlags flags;
+    const auto add = [&flags](bool isHeld, ModifierFlags flag) {
+        flags = isHeld ? flags | flag : flags;
+    };
+    add(held.testFlag(Qt::MetaModifier), ModifierFlags::command);
+    add(held.testFlag(Qt::AltModifier), ModifierFlags::option);
+    add(held.testFlag(Qt::ControlModifier), ModifierFlags::control);
+    add(held.testFlag(Qt::ShiftModifier), ModifierFlags::shift);
+    add((event.nativeModifiers() & lockBit) != 0, ModifierFlags::capsLock);
+    return flags;
+}
+
+/// nullopt also for the places of modifiers, which a layout may use for another key.
+std::optional<Key> keyAt(quint32 nativeScanCode) {
+    const auto key = keyFromXkbKeyCode(nativeScanCode);
+    const bool isModifierPlace =
+        key && ((*key >= Key::command && *key <= Key::capsLock) || *key == Key::keypadClear);
+    return isModifierPlace ? std::nullopt : key;
+}
+
+} // namespace
 
 QtKeyDownMonitors::QtKeyDownMonitors(NativeModifiers nativeModifiers)
     : nativeModifiers_(std::move(nativeModifiers)) {}
 
-QtKeyDownMonitors::~QtKeyDownMonitors() = default;
-
 foundation::ObserverToken QtKeyDownMonitors::addLocalMonitor(Handler handler) {
-    const foundation::ObserverToken token =
-        handlers_.add([handler = std::move(handler)](std::optional<KeyEvent>& event) {
-            if (event) {
-                event = handler(*event);
-            }
-        });
-    tokens_.insert(token);
-    installOrRemoveFilter();
-    if (tokens_.size() == 1) {
-        QGuiApplication::inputMethod()->update(Qt::ImEnabled);
-    }
-    return token;
+    // Installing it again has no effect but to put it before all other filters.
+    QCoreApplication::instance()->installEventFilter(this);
+    return handlers_.add([handler = std::move(handler)](std::optional<KeyEvent>& event) {
+        if (event) {
+            event = handler(*event);
+        }
+    });
 }
 
 void QtKeyDownMonitors::removeMonitor(foundation::ObserverToken token) {
     handlers_.remove(token);
-    if (tokens_.erase(token) == 0) {
-        return;
-    }
-    installOrRemoveFilter();
-    if (tokens_.empty()) {
-        QGuiApplication::inputMethod()->update(Qt::ImEnabled);
-    }
 }
 
-bool QtKeyDownMonitors::filter(QObject& receiver, QEvent& event) {
-    if (event.type() == QEvent::InputMethodQuery) {
-        auto& query = static_cast<QInputMethodQueryEvent&>(event);
-        const bool asksWhetherText = query.queries().testFlag(Qt::ImEnabled);
-        if (asksWhetherText && !tokens_.empty()) {
-            query.setValue(Qt::ImEnabled, false);
-        }
-        return asksWhetherText && !tokens_.empty();
-    }
-    // A window is where the system's event comes in, once; from there it wanders through widgets.
-    if (!receiver.isWindowType()) {
+bool QtKeyDownMonitors::eventFilter(QObject* receiver, QEvent* event) {
+    // The windowing system's event comes to the window first and from there to the widgets.
+    if (!receiver->isWindowType()) {
         return false;
     }
-    switch (event.type()) {
-    case QEvent::ShortcutOverride:
-    case QEvent::KeyPress:
-        return filterPress(static_cast<QKeyEvent&>(event));
-    case QEvent::KeyRelease:
-        return filterRelease(static_cast<QKeyEvent&>(event));
-    case QEvent::FocusOut:
-        // Another window hears of the releases.
-        held_.clear();
-        installOrRemoveFilter();
-        return false;
-    default:
-        return false;
+    if (event->type() == QEvent::ShortcutOverride && handlers_.size() > 0) {
+        // An accepted override keeps Qt from looking for a shortcut: the press itself follows.
+        event->accept();
+        return true;
     }
+    if (event->type() == QEvent::KeyPress) {
+        return swallowsPress(static_cast<const QKeyEvent&>(*event));
+    }
+    return event->type() == QEvent::KeyRelease &&
+           swallowsRelease(static_cast<const QKeyEvent&>(*event));
 }
 
-bool QtKeyDownMonitors::filterPress(QKeyEvent& event) {
+KeyEvent QtKeyDownMonitors::keyEvent(const QKeyEvent& event) const {
+    KeyEvent translated;
+    translated.modifierFlags =
+        nativeModifiers_ ? nativeModifiers_(event.nativeModifiers()) : qtModifiers(event);
+    if (const auto key = keyAt(event.nativeScanCode())) {
+        translated.keyCode = hotkey::carbonKeyCode(*key);
+        translated.modifierFlags = translated.modifierFlags | positionFlags(*key);
+    }
+    return translated;
+}
+
+bool QtKeyDownMonitors::swallowsPress(const QKeyEvent& event) {
     if (isModifierKey(event)) {
         return false;
     }
-    const auto decision = std::exchange(decision_, std::nullopt);
-    const bool isDecided = event.type() == QEvent::KeyPress && decision &&
-                           decision->nativeKeyCode == event.nativeScanCode() &&
-                           decision->timestamp == event.timestamp();
-    const bool isSwallowed = isDecided ? decision->isSwallowed : offer(event);
-    if (event.type() == QEvent::ShortcutOverride) {
-        decision_ = {event.nativeScanCode(), event.timestamp(), isSwallowed};
-        // Somebody wants this key as a key: no shortcut is looked for.
-        event.setAccepted(isSwallowed);
+    const quint32 key = event.nativeScanCode();
+    bool isSwallowed = false;
+    if (handlers_.size() > 0) {
+        std::optional<KeyEvent> remaining = keyEvent(event);
+        handlers_.notify(remaining);
+        isSwallowed = !remaining;
+    } else {
+        // A repetition is a release and a press of the same time, which Qt does not always
+        // recognize.
+        isSwallowed = (event.isAutoRepeat() && swallowedKeys_.contains(key)) ||
+                      swallowedRelease_ == std::pair(key, event.timestamp());
+    }
+    if (isSwallowed) {
+        swallowedKeys_.insert(key);
+    } else {
+        swallowedKeys_.erase(key);
     }
     return isSwallowed;
 }
 
-bool QtKeyDownMonitors::filterRelease(const QKeyEvent& event) {
-    const auto held = held_.find(event.nativeScanCode());
-    if (held == held_.end()) {
+bool QtKeyDownMonitors::swallowsRelease(const QKeyEvent& event) {
+    const quint32 key = event.nativeScanCode();
+    if (swallowedKeys_.erase(key) == 0) {
         return false;
     }
-    if (!event.isAutoRepeat()) {
-        held->second = event.timestamp();
-    }
+    swallowedRelease_.emplace(key, event.timestamp());
     return true;
-}
-
-bool QtKeyDownMonitors::offer(const QKeyEvent& event) {
-    const quint32 nativeKeyCode = event.nativeScanCode();
-    if (tokens_.empty() && repeatsSwallowedPress(event)) {
-        held_[nativeKeyCode].reset();
-        return true;
-    }
-    // Whatever was released before has no repetitions any more.
-    std::erase_if(held_, [](const auto& press) { return press.second.has_value(); });
-    std::optional<KeyEvent> remaining = keyEvent(event, nativeModifiers_);
-    handlers_.notify(remaining);
-    if (remaining) {
-        held_.erase(nativeKeyCode);
-    } else if (nativeKeyCode != 0) {
-        held_[nativeKeyCode].reset();
-    }
-    installOrRemoveFilter();
-    return !remaining;
-}
-
-bool QtKeyDownMonitors::repeatsSwallowedPress(const QKeyEvent& event) const {
-    const auto held = held_.find(event.nativeScanCode());
-    return held != held_.end() && (event.isAutoRepeat() || held->second == event.timestamp());
-}
-
-void QtKeyDownMonitors::installOrRemoveFilter() {
-    const bool isNeeded = !tokens_.empty() || !held_.empty();
-    if (isNeeded == isInstalled_) {
-        return;
-    }
-    isInstalled_ = isNeeded;
-    if (isNeeded) {
-        if (!filter_) {
-            filter_ = std::make_unique<Filter>(*this);
-        }
-        QCoreApplication::instance()->installEventFilter(filter_.get());
-    } else {
-        QCoreApplication::instance()->removeEventFilter(filter_.get());
-    }
 }
 
 } // namespace platform
