@@ -1,4 +1,4 @@
-#include "Platform/Linux/Qt/QtAlerts.h"
+#include "Platform/Linux/Qt/QtPermissions.h"
 #include "tests/Contract/AlertsContract.h"
 #include "tests/Support/QtDesktop.h"
 
@@ -24,7 +24,7 @@ class QtAlertsBackend final : public AlertsBackend {
             if (buttonIndex) {
                 buttonWith(question.buttonTitles.at(*buttonIndex), *box)->click();
             } else {
-                box->close();
+                box->reject();
             }
         });
     }

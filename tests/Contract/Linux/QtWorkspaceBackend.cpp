@@ -1,4 +1,4 @@
-#include "Platform/Linux/Qt/QtWorkspace.h"
+#include "Platform/Linux/Qt/QtPermissions.h"
 #include "tests/Contract/WorkspaceContract.h"
 #include "tests/Support/EnvironmentVariable.h"
 #include "tests/Support/QtDesktop.h"
