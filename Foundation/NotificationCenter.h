@@ -46,7 +46,7 @@ class NotificationCenter : Pinned {
 
   private:
     MainThread& mainThread_;
-    ObserverList<Notification> observers_;
+    ObserverList<const Notification&> observers_;
     WeakReferenceSource<NotificationCenter> self_{this};
 };
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -70,6 +71,17 @@ TEST_F(NotificationCenterTests, CallsObserversOnTheMainThreadLaterWhenAnotherOne
     EXPECT_EQ(notes_, "");
     queue_.drain();
     EXPECT_EQ(notes_, "ab");
+}
+
+TEST_F(NotificationCenterTests, PassesOneNotificationToAllObservers) {
+    std::vector<const Notification*> seen;
+    const auto note = [&seen](const Notification& notification) { seen.push_back(&notification); };
+    center_->addObserver("changed", note);
+    center_->addObserver("changed", note);
+    const Notification notification{.name = "changed", .object = 1.5};
+    center_->post(notification);
+    ASSERT_EQ(seen.size(), 2U);
+    EXPECT_EQ(seen[0], seen[1]);
 }
 
 TEST_F(NotificationCenterTests, HandsOverTheNameAndTheObject) {
