@@ -1,7 +1,7 @@
-# Compiles and links the program for macOS on Linux, against the stand-in for the SDK that make-sdk
-# puts together: a check of the sources, never something to ship.
+# Compiles and links the program for macOS on Linux, against the substitute SDK that make-sdk makes:
+# a check of the sources, never something to ship.
 #
-# Wants CMAKE_OSX_SYSROOT, the stand-in's folder, and CMAKE_OSX_ARCHITECTURES, one processor.
+# Needs CMAKE_OSX_SYSROOT, the substitute's folder, and CMAKE_OSX_ARCHITECTURES, one processor.
 
 set(CMAKE_SYSTEM_NAME Darwin)
 set(CMAKE_SYSTEM_PROCESSOR "${CMAKE_OSX_ARCHITECTURES}")
@@ -18,7 +18,7 @@ set(CMAKE_OTOOL llvm-otool-19 CACHE FILEPATH "")
 
 set(common "-D_GNU_SOURCE -isystem ${CMAKE_CURRENT_LIST_DIR}/Shim")
 set(CMAKE_CXX_FLAGS_INIT "${common}")
-# GNUstep's protocols know no optional methods.
+# GNUstep's protocols have no optional methods.
 set(CMAKE_OBJCXX_FLAGS_INIT "${common} -Wno-protocol")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-fuse-ld=lld-19 -mlinker-version=609")
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)

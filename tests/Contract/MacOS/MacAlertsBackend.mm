@@ -7,9 +7,9 @@
 
 /// A user who waits for an alert and answers it.
 @interface PWTestUser : NSObject
-/// Of the button that the user presses; nil ends the alert without an answer.
+/// The title of the button to press; nil closes the alert without an answer.
 @property(nonatomic, copy) NSString* title;
-/// Of the alert that was answered.
+/// The texts of the answered alert.
 @property(nonatomic, copy) NSArray<NSString*>* shownTexts;
 @end
 
@@ -17,8 +17,8 @@
     std::atomic<bool> _hasAnswered;
 }
 
-/// In a thread of its own: the loop that waits for an answer looks for one only after something
-/// came from outside, which a timer does not.
+/// Runs in a thread of its own: the modal loop checks for an answer only after an event from
+/// outside, and a timer is not one.
 - (void)watch {
     @autoreleasepool {
         while (!_hasAnswered) {

@@ -6,7 +6,7 @@ namespace contract {
 
 namespace {
 
-/// For a user whose calendar is the Gregorian one.
+/// Assumes that the user's calendar is Gregorian.
 class MacCalendarBackend final : public CalendarBackend {
   public:
     MacCalendarBackend() { setHoursAheadOfUtc(0); }

@@ -2,7 +2,7 @@
 #include "tests/Contract/KeyDownMonitorsContract.h"
 #import "tests/Support/MacOS/AppKitLoop.h"
 
-/// Takes the keyboard and notes what it is told to type.
+/// Has the keyboard focus and records what is typed.
 @interface PWTestKeyView : NSView
 @property(nonatomic) NSUInteger count;
 @end

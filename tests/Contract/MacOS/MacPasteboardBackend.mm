@@ -9,7 +9,7 @@ namespace contract {
 
 namespace {
 
-/// A pasteboard of the test's own: what the user has copied stays.
+/// A pasteboard of the test's own: the user's stays as it is.
 class UniqueMacPasteboard final : public platform::Pasteboard {
   public:
     UniqueMacPasteboard() = default;

@@ -8,7 +8,7 @@ namespace {
 
 class MacToolkitBackend final : public ToolkitBackend {
   public:
-    /// A process cannot fork and go on with the system's toolkit.
+    /// A forked process cannot use the system's toolkit.
     MacToolkitBackend() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 
     platform::Toolkit& toolkit() override { return toolkit_; }

@@ -8,7 +8,7 @@ namespace contract {
 
 namespace {
 
-/// Settings of the test's own, apart from those of any program.
+/// Settings of the test's own, separate from any program's.
 class MacUserDefaultsBackend final : public UserDefaultsBackend {
   public:
     MacUserDefaultsBackend() { open(); }

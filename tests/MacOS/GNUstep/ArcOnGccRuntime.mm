@@ -1,8 +1,8 @@
-// Lets objects of code compiled under ARC live on gcc's Objective-C runtime, which Debian's GNUstep
-// runs on and for which clang refuses ARC. Such code is compiled for the first GNUstep runtime,
-// whose modules differ in little from gcc's: that is put right here as each module is loaded, and
-// the functions that ARC calls are those below. This file itself is compiled for gcc's runtime,
-// without ARC. One thread at a time may use weak references.
+// Runs code compiled with ARC on gcc's Objective-C runtime, which Debian's GNUstep uses and for
+// which clang does not support ARC. Such code is compiled for the first GNUstep runtime, whose
+// modules differ little from gcc's: they are adapted here as they are loaded, and the functions
+// that ARC calls are implemented below. This file itself is compiled for gcc's runtime, without
+// ARC. Only one thread at a time may use weak references.
 
 #import <Block.h>
 #import <Foundation/Foundation.h>
@@ -58,7 +58,7 @@ struct ClassRecord {
     void* sibling;
     ProtocolList* protocols;
     void* reserved;
-    // gcc's runtime knows nothing of what follows.
+    // gcc's runtime does not know the fields that follow.
     long abiVersion;
     int** ivarOffsets;
 };
@@ -89,7 +89,7 @@ struct Module {
 constexpr unsigned long gccModuleVersion = 8;
 constexpr long gccProtocolVersion = 2;
 constexpr long gnustepProtocolVersion = 3;
-/// To gcc's runtime this bit says that the class is still being made.
+/// In gcc's runtime this bit marks a class under construction.
 constexpr unsigned long gnustepAbiFlag = 0x10;
 
 void adaptProtocols(ProtocolList* list) {
@@ -104,13 +104,13 @@ void adaptProtocols(ProtocolList* list) {
     }
 }
 
-/// The sizes of the instances of all classes that were adapted.
+/// The instance sizes of all adapted classes.
 std::map<std::string, long>& adaptedSizes() {
     static std::map<std::string, long> sizes;
     return sizes;
 }
 
-/// Zero where the class is not known yet.
+/// 0 if the class is not known yet.
 long instanceSize(const char* className) {
     const auto adapted = adaptedSizes().find(className);
     if (adapted != adaptedSizes().end()) {
@@ -120,8 +120,7 @@ long instanceSize(const char* className) {
     return known == Nil ? 0 : static_cast<long>(class_getInstanceSize(known));
 }
 
-/// Gives the instance variables their places behind those of the superclass. False where that is
-/// not known yet.
+/// Lays out the instance variables after those of the superclass. False if that is not known yet.
 bool adaptClass(ClassRecord& record) {
     const long start = instanceSize(record.superclass);
     if (start == 0) {
@@ -153,7 +152,7 @@ void adaptClasses(SymbolTable& symbols) {
     }
 }
 
-/// What a message's sender asks for the method: the compiler reads it at once.
+/// What a message send looks its method up in; the compiler reads it at once.
 struct Slot {
     Class owner;
     Class cachedFor;
@@ -168,7 +167,7 @@ thread_local Slot slot;
 
 extern "C" {
 
-// The linker gives calls of __objc_exec_class to the first and keeps the second for the original.
+// The linker redirects calls of __objc_exec_class to the first; the second is the original.
 void __wrap___objc_exec_class(Module* module);
 void __real___objc_exec_class(Module* module);
 
@@ -198,7 +197,7 @@ Slot* objc_slot_lookup_super(objc_super* super, SEL selector) {
 
 int __gxx_personality_v0(int version, int actions, unsigned long kind, void* object, void* context);
 
-/// Enough for C++ exceptions and for the ends of scopes; nothing here catches Objective-C's.
+/// Handles C++ exceptions and scope exits; nothing here catches Objective-C exceptions.
 int __gnustep_objcxx_personality_v0(
     int version, int actions, unsigned long kind, void* object, void* context) {
     return __gxx_personality_v0(version, actions, kind, object, context);
@@ -212,7 +211,7 @@ extern void* _NSConcreteStackBlock[];
 
 namespace {
 
-/// To the library of blocks that is used here, a block is no object.
+/// For this blocks library, a block is not an object.
 bool isBlock(id object) {
     void* const kind = *reinterpret_cast<void**>(object);
     return kind == _NSConcreteGlobalBlock || kind == _NSConcreteMallocBlock ||
@@ -225,7 +224,7 @@ id copyBlock(id block) {
 
 } // namespace
 
-/// Releases a block when it goes itself, which a pool can see to.
+/// Releases a block when it is destroyed, for autorelease pools.
 @interface PWTestBlockOwner : NSObject {
   @public
     void* block;

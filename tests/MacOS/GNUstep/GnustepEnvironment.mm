@@ -14,8 +14,8 @@
 
 namespace {
 
-/// Starts an X server, with a home folder of its own, before anything asks GNUstep for an
-/// application or for settings.
+/// Starts an X server with a home folder of its own before GNUstep makes an application or reads
+/// settings.
 class GnustepEnvironment final : public testing::Environment {
   public:
     void SetUp() override {
@@ -29,7 +29,7 @@ class GnustepEnvironment final : public testing::Environment {
     void TearDown() override { server_.reset(); }
 
   private:
-    /// GNUstep looks for the user's folder in the list of users, whatever the environment says.
+    /// GNUstep takes the home folder from the user database and ignores the environment.
     static void writeBelow(const std::string& home) {
         NSString* const folder = [NSString stringWithUTF8String:home.c_str()];
         NSMutableDictionary* const configuration = [GNUstepConfig(nil) mutableCopy];
@@ -41,14 +41,14 @@ class GnustepEnvironment final : public testing::Environment {
         tellOtherPrograms(configuration, home + "/GNUstep.conf");
     }
 
-    /// An application starts one that lists what services there are.
+    /// An application starts a program that lists the services.
     static void tellOtherPrograms(NSDictionary* configuration, const std::string& path) {
         std::ofstream file(path);
         for (NSString* entry in configuration) {
             file << entry.UTF8String << '=' << [configuration[entry] UTF8String] << '\n';
         }
         setenv("GNUSTEP_CONFIG_FILE", path.c_str(), 1);
-        // GNUstep hands on the environment that it has seen, and that was another one.
+        // GNUstep passes on the environment of its start, which was another one.
         std::array arguments{program_invocation_name, static_cast<char*>(nullptr)};
         GSInitializeProcess(1, arguments.data(), environ);
     }

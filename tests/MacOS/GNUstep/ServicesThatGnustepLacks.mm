@@ -1,4 +1,4 @@
-// Services of the system that the adapters use and GNUstep lacks, as little as their tests need.
+// System services that the adapters use and GNUstep lacks, as far as the tests need them.
 
 #import <AppKit/AppKit.h>
 #import <dispatch/dispatch.h>
@@ -29,8 +29,8 @@
 
 extern "C" void* _NSConcreteGlobalBlock[];
 
-/// A block to whoever keeps or releases it, and so one that stays: an object would have to be made
-/// at run time.
+/// Retained and released like an object, so it is a global block: a real object would have to be
+/// made at run time.
 struct dispatch_queue_s {
     void* kind = _NSConcreteGlobalBlock;
     int flags = 1 << 28;
@@ -38,7 +38,7 @@ struct dispatch_queue_s {
 
 dispatch_queue_s _dispatch_main_q;
 
-/// In nanoseconds from now: nobody here waits before using it.
+/// In nanoseconds from now: it is always used at once.
 dispatch_time_t dispatch_time(dispatch_time_t /*when*/, int64_t nanoseconds) {
     return static_cast<dispatch_time_t>(nanoseconds);
 }
@@ -61,7 +61,7 @@ CFTypeID CFBooleanGetTypeID() {
     return 1;
 }
 
-/// Of all types only that of booleans is told from the others: they are two objects.
+/// Only booleans, which are two objects, are distinguished from the other types.
 CFTypeID CFGetTypeID(CFTypeRef object) {
     return object == (__bridge CFTypeRef)[NSNumber numberWithBool:YES] ||
                    object == (__bridge CFTypeRef)[NSNumber numberWithBool:NO]
@@ -69,8 +69,8 @@ CFTypeID CFGetTypeID(CFTypeRef object) {
                : 2;
 }
 
-/// GNUstep stores settings under the name of the process, whatever the suite is called; the folder
-/// is the test's own here.
+/// GNUstep stores settings under the name of the process and ignores the suite; the folder is the
+/// test's own.
 @interface PWTestSuite : NSUserDefaults
 @end
 
@@ -87,7 +87,7 @@ CFTypeID CFGetTypeID(CFTypeRef object) {
 - (instancetype)initWithSuiteName:(NSString*)name {
     NSUserDefaults* const suite = [[PWTestSuite alloc] init];
     suite.searchList = @[ [[NSProcessInfo processInfo] processName] ];
-    // Reads what is stored, which GNUstep does not do by itself.
+    // Reads the stored settings, which GNUstep does not do by itself.
     [suite synchronize];
     return suite;
 }

@@ -1,4 +1,4 @@
-// Parts of AppKit that the adapters use and GNUstep lacks, as little as their tests need.
+// Parts of AppKit that the adapters use and GNUstep lacks, as far as the tests need them.
 
 #import <AppKit/AppKit.h>
 #import <objc/runtime.h>
@@ -32,7 +32,7 @@
 
 @end
 
-// Only what the tests need of it is there.
+// Only the part that the tests need.
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wincomplete-implementation"
 
@@ -48,12 +48,12 @@
 
 @implementation NSView (Missing)
 
-/// Nothing moves: the end is there at once.
+/// Without animation: the final value applies at once.
 - (instancetype)animator {
     return self;
 }
 
-/// Constraints move nothing here either.
+/// Constraints have no effect.
 - (void)layoutSubtreeIfNeeded {
 }
 
@@ -125,7 +125,7 @@ NSMutableArray* monitors() {
     return added;
 }
 
-/// Has `hook` stand for a method; the method as it was.
+/// Replaces a method by `hook` and returns the original.
 IMP replaceMethod(Class owner, SEL selector, IMP hook) {
     return method_setImplementation(class_getInstanceMethod(owner, selector), hook);
 }

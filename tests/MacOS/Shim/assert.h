@@ -1,4 +1,4 @@
-// A failed assertion under the name that macOS exports it by.
+// A failed assertion under the name that macOS exports.
 #include_next <assert.h>
 
 #ifdef __cplusplus

@@ -1,4 +1,4 @@
-// The place of errno under the name that macOS exports it by.
+// The location of errno under the name that macOS exports.
 #pragma once
 
 #include_next <errno.h>

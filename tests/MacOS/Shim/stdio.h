@@ -1,4 +1,4 @@
-// The standard streams under the names that macOS exports them by.
+// The standard streams under the names that macOS exports.
 #pragma once
 
 #include_next <stdio.h>

@@ -1,4 +1,4 @@
-// What the C++ library's headers expect of macOS's <xlocale.h> and <ctype.h> beyond musl's.
+// What the C++ library's headers expect from macOS's <xlocale.h> and <ctype.h> beyond musl's.
 #pragma once
 
 #include <locale.h>

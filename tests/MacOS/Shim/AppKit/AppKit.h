@@ -1,11 +1,11 @@
-// GNUstep's AppKit, and what the real one has beyond it as far as this program uses it.
+// GNUstep's AppKit and the additional parts of the real one that this program uses.
 #pragma once
 
 #include_next <AppKit/AppKit.h>
 #import <AppKit/NSStatusBarButton.h>
 #import <Foundation/Foundation.h>
 
-// Enumerators under their present names; the values are the same.
+// Enumerators under their current names; the values are the same.
 static const NSEventType NSEventTypeKeyDown = NSKeyDown;
 static const NSEventType NSEventTypeKeyUp = NSKeyUp;
 static const NSEventType NSEventTypeFlagsChanged = NSFlagsChanged;
@@ -145,8 +145,7 @@ typedef enum NSStackViewDistribution : NSInteger {
 + (void)removeMonitor:(id)monitor;
 @end
 
-// The system's own methods do something in some versions, so a view controller passes these calls
-// on.
+// The system's own implementations do something in some versions, so overrides call super.
 @interface NSViewController (Present)
 - (void)viewDidLoad __attribute__((objc_requires_super));
 - (void)viewWillAppear __attribute__((objc_requires_super));

@@ -1,5 +1,5 @@
-// The part of CoreFoundation that bridges to Foundation. Each type names the class that it is free
-// to be cast to.
+// The part of CoreFoundation that bridges to Foundation. Each type names the class that it is
+// toll-free bridged to.
 #pragma once
 
 #include <stdint.h>

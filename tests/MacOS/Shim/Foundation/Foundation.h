@@ -1,4 +1,4 @@
-// GNUstep's Foundation, and what the real one has beyond it.
+// GNUstep's Foundation and the additional parts of the real one.
 #pragma once
 
 #include <Availability.h>
@@ -7,7 +7,7 @@
 #import <dispatch/dispatch.h>
 
 #ifndef API_AVAILABLE
-#error "Availability.h is another one than the shim's"
+#error "this is not the Availability.h of the shim"
 #endif
 
 #ifdef __cplusplus

@@ -40,8 +40,8 @@ void _os_log_impl(void* dso,
 }
 #endif
 
-// The format stands in a section of its own, so it must be a literal; the compiler lays the values
-// out and checks them against the format.
+// The format goes into a section of its own, so it must be a literal; the compiler encodes the
+// values and checks them against the format.
 #define os_log_with_type(log, type, format, ...)                                                   \
     __extension__({                                                                                \
         os_log_t _log = (log);                                                                     \

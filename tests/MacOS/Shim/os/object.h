@@ -1,11 +1,11 @@
-// The base of the system's C objects that Objective-C counts references of.
+// The base of the system's C objects that Objective-C retains and releases.
 #pragma once
 
 #import <Foundation/NSObject.h>
 
 #define OS_OBJECT_USE_OBJC 1
 
-// A type `name_t` for pointers to objects of a protocol of its own: two such types do not mix.
+// A pointer type `name_t` with a protocol of its own: two such types do not convert to each other.
 #define OS_OBJECT_DECL(name)                                                                       \
     @protocol OS_                                                                                  \
     ##name<NSObject> @end                                                                          \
