@@ -2,7 +2,7 @@
 
 namespace foundation {
 
-/// Base of classes whose objects stay where they were made: never copied, never moved.
+/// Base of classes whose objects are neither copied nor moved.
 class Pinned {
   public:
     Pinned() = default;
@@ -15,7 +15,7 @@ class Pinned {
     ~Pinned() = default;
 };
 
-/// Base of abstract classes, whose implementations are destroyed through them and never copied.
+/// Base of abstract classes. Implementations are destroyed through it.
 class Interface : public Pinned {
   public:
     virtual ~Interface() = default;

@@ -17,7 +17,7 @@ struct ValuePrinter {
 
     void operator()(std::uint64_t value) const { out += std::to_string(value); }
 
-    /// With a point in every language of the user.
+    /// With a decimal point in every locale.
     void operator()(double value) const {
         std::ostringstream text;
         text.imbue(std::locale::classic());

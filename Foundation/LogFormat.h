@@ -31,13 +31,13 @@ enum class LogConversion : std::uint8_t {
 /// Without an option a number is public and a text private.
 struct LogPlaceholder {
     std::size_t begin = 0; ///< Offset of the percent sign.
-    std::size_t end = 0;   ///< Offset just behind the conversion.
+    std::size_t end = 0;   ///< Offset just after the conversion.
     LogConversion conversion = LogConversion::text;
     LogPrivacy privacy = LogPrivacy::isPrivate;
 };
 
-/// The first placeholder of `format` at or behind `from`; none when there is no further one. A
-/// percent sign that begins no placeholder throws, which at a call site is a compile-time error.
+/// The first placeholder of `format` at or after `from`; none if there is none. A percent sign that
+/// starts no placeholder throws, which at a call site is a compile-time error.
 constexpr std::optional<LogPlaceholder> nextLogPlaceholder(std::string_view format,
                                                            std::size_t from) {
     const std::size_t begin = format.find('%', from);
@@ -91,14 +91,14 @@ constexpr std::optional<LogPlaceholder> nextLogPlaceholder(std::string_view form
     return placeholder;
 }
 
-/// A log format with the types of its values, checked when the program is compiled: one value per
-/// placeholder, each of the placeholder's kind. A value may also be a function without arguments
-/// that returns one; it is called only when the message is written.
+/// A log format with the types of its values, checked at compile time: one value per placeholder,
+/// each of the placeholder's kind. A value may also be a function without arguments that returns
+/// one; it is called only if the message is written.
 template <typename... Values>
 class LogFormat {
   public:
     template <std::size_t Size>
-    // NOLINTNEXTLINE(google-explicit-constructor): a literal at a call site is to become a format.
+    // NOLINTNEXTLINE(google-explicit-constructor): a literal at a call site converts to a format.
     consteval LogFormat(const char (&literal)[Size]) : text_(literal, Size - 1) {
         std::size_t at = 0;
         (takePlaceholder<Values>(at), ...);
@@ -160,14 +160,14 @@ struct LogPiece {
     LogPrivacy privacy = LogPrivacy::isPublic;
 };
 
-/// The text of a record, the format with each placeholder replaced by its value, in pieces that are
-/// public and private by turns, the first one public. Floating-point values have six decimals.
+/// The text of a record, each placeholder replaced by its value, in pieces that are alternately
+/// public and private, the first one public. Floating-point values have six decimals.
 [[nodiscard]] std::vector<LogPiece> logPieces(const LogRecord& record);
 
-/// Whether values marked private stand in a rendered message as they are or as "<private>".
+/// Whether private values appear in a rendered message as they are or as "<private>".
 enum class LogRendering : std::uint8_t { redacted, whole };
 
-/// The text of a record as one.
+/// The text of a record in one piece.
 [[nodiscard]] std::string renderLogMessage(const LogRecord& record, LogRendering rendering);
 
 } // namespace foundation

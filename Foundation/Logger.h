@@ -16,9 +16,9 @@ namespace foundation {
 
 /// One class's handle on the log: a subsystem (the application) and a category (the class).
 ///
-/// Call sites read like printf, with the privacy of each value in the format: see LogFormat. When
-/// the level is off nothing is formatted, and a value given as a function is not computed.
-/// Copyable; the sink and both names outlive it. Any thread.
+/// Call sites read like printf, with the privacy of each value in the format: see LogFormat. If the
+/// level is off, nothing is formatted and a value given as a function is not computed. Copyable;
+/// the sink and both names outlive it. Any thread.
 class Logger {
   public:
     Logger(LogSink& sink, std::string_view subsystem, std::string_view category)
@@ -46,7 +46,7 @@ class Logger {
         if (!channel_->isEnabled(level)) {
             return;
         }
-        // Results of functions live here for as long as the record points at them.
+        // Keeps the results of functions alive while the record points to them.
         const auto evaluated = std::tuple<decltype(evaluate(values))...>{evaluate(values)...};
         const auto record = std::apply(
             [](const auto&... value) {
@@ -89,14 +89,14 @@ class Logger {
     std::string_view category_;
 };
 
-/// Makes the loggers of one subsystem, which is the application's identifier. Outlives every
-/// logger that it made; does not own the sink. Main thread only.
+/// Makes the loggers of one subsystem, the application's identifier. Outlives the loggers that it
+/// made; does not own the sink. Main thread only.
 class LoggerFactory : Pinned {
   public:
     LoggerFactory(LogSink& sink, std::string subsystem)
         : sink_(sink), subsystem_(std::move(subsystem)) {}
 
-    /// `category` is a text that lives as long as the program: the name of the class that logs.
+    /// `category` is the name of the class that logs, a text that lives as long as the program.
     [[nodiscard]] Logger logger(std::string_view category) const {
         return {sink_, subsystem_, category};
     }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Foundation/Interface.h"
-#include "Foundation/MainThread.h"
 #include "Foundation/ObserverList.h"
+#include "Foundation/Threads.h"
 #include "Foundation/Value.h"
 #include "Foundation/WeakReference.h"
 
@@ -14,18 +14,18 @@
 
 namespace foundation {
 
-/// What is posted: a name, and with it a value or none.
+/// What is posted: a name and an optional value.
 struct Notification {
     std::string name;
     std::optional<Value> object;
 };
 
-/// Tells observers by name what has happened elsewhere in the program. They run on the main thread,
-/// in the order of their registration: before post() returns when it is called there, later when it
-/// is called from another thread.
+/// Notifies observers by name of what has happened elsewhere in the program. They run on the main
+/// thread in the order of their registration: before post() returns if it is called there, later if
+/// it is called from another thread.
 ///
-/// post() may be called from any thread for as long as the center exists; everything else belongs
-/// to the main thread.
+/// post() may be called from any thread while the center exists; everything else is main thread
+/// only.
 class NotificationCenter : Pinned {
   public:
     using Handler = std::function<void(const Notification&)>;
@@ -33,15 +33,15 @@ class NotificationCenter : Pinned {
     /// `mainThread` outlives the center.
     explicit NotificationCenter(MainThread& mainThread) : mainThread_(mainThread) {}
 
-    /// The observer stays until it is removed. The handler holds weakly whatever may end before.
+    /// The observer stays until it is removed. The handler holds weakly what may not outlive it.
     ObserverToken addObserver(std::string_view name, Handler handler);
 
-    /// Does nothing when the observer was removed before.
+    /// Does nothing if the observer is already gone.
     void removeObserver(ObserverToken token);
 
     void post(Notification notification);
 
-    /// How many observers have been added and not removed, whatever their names.
+    /// How many observers there are, whatever their names.
     [[nodiscard]] std::size_t observerCount() const { return observers_.size(); }
 
   private:

@@ -8,25 +8,46 @@
 
 namespace foundation {
 
-/// An object whose published properties announce each coming change before it happens, for views
-/// that are bound to it. One thread only.
+/// An object that announces each change of its published properties before it happens, so that
+/// views can be bound to it. One thread only.
 class ObservableObject : Pinned {
   public:
     ObservableObject() = default;
 
-    /// Has `handler` called before every change from now on, while the old value still stands.
+    /// Calls `handler` before every change, while the property still has its old value.
     ObserverToken addObjectWillChangeObserver(std::function<void()> handler) {
         return objectWillChange_.add(std::move(handler));
     }
 
     void removeObjectWillChangeObserver(ObserverToken token) { objectWillChange_.remove(token); }
 
-  protected:
   private:
     template <typename Value>
     friend class Published;
 
+    void announceChange() { objectWillChange_.notify(); }
+
     ObserverList<> objectWillChange_;
+};
+
+/// A property of an observable object, which it is a member of. Every assignment is announced
+/// first, even one that does not change the value. One thread only.
+template <typename Value>
+class Published : Pinned {
+  public:
+    explicit Published(ObservableObject& owner, Value initial = {})
+        : owner_(owner), value_(std::move(initial)) {}
+
+    [[nodiscard]] const Value& get() const { return value_; }
+
+    void set(Value value) {
+        owner_.announceChange();
+        value_ = std::move(value);
+    }
+
+  private:
+    ObservableObject& owner_;
+    Value value_;
 };
 
 } // namespace foundation

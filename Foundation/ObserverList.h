@@ -12,14 +12,14 @@
 
 namespace foundation {
 
-/// Names one registered observer, so that it can be removed again.
+/// Identifies a registered observer, so that it can be removed.
 enum class ObserverToken : std::uint64_t {};
 
 /// Functions to call when something happens, in the order in which they were added.
 ///
-/// Observers may add and remove observers, themselves included, while they are being called: an
-/// observer that is removed is not called any more, one that is added waits for the next time. The
-/// list may even end during a call. One thread only.
+/// An observer may add and remove observers, itself included: a removed one is not called any
+/// more, an added one is first called by the next notify(). It may even destroy the list. One
+/// thread only.
 template <typename... Arguments>
 class ObserverList : Pinned {
   public:
@@ -33,7 +33,7 @@ class ObserverList : Pinned {
         return token;
     }
 
-    /// Does nothing when the token is not of this list, or was removed before.
+    /// Does nothing if the token is not in this list.
     void remove(ObserverToken token) {
         std::erase_if(*observers_, [token](const Observer& one) { return one.token == token; });
     }
@@ -41,7 +41,7 @@ class ObserverList : Pinned {
     [[nodiscard]] std::size_t size() const { return observers_->size(); }
 
     void notify(const Arguments&... arguments) const {
-        // Both the list and the handler that runs are kept, whatever the handlers do to them.
+        // Keeps the list and the running handler alive, whatever the handlers do to them.
         const std::shared_ptr<const Observers> current = observers_;
         const Observers atStart(current->begin(), current->end());
         for (const Observer& observer : atStart) {

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <limits>
+#include <random>
 #include <type_traits>
 
 namespace foundation {
@@ -37,6 +38,18 @@ std::optional<std::uint64_t> exactUint64(double number) {
 }
 
 } // namespace
+
+Uuid Uuid::random() {
+    std::random_device source;
+    std::uniform_int_distribution<unsigned> anyByte(0, 0xFF);
+    Uuid uuid;
+    for (std::uint8_t& byte : uuid.bytes) {
+        byte = static_cast<std::uint8_t>(anyByte(source));
+    }
+    uuid.bytes[6] = static_cast<std::uint8_t>((uuid.bytes[6] & 0x0FU) | 0x40U);
+    uuid.bytes[8] = static_cast<std::uint8_t>((uuid.bytes[8] & 0x3FU) | 0x80U);
+    return uuid;
+}
 
 std::optional<bool> boolValue(const Value& value) {
     return ofNumber<bool>(value, [](auto number) { return number != 0; });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <cstdint>
 #include <functional>
@@ -12,6 +13,16 @@ namespace foundation {
 
 /// An instant, in microseconds since the start of 1970 in UTC, without leap seconds.
 using Date = std::chrono::sys_time<std::chrono::microseconds>;
+
+/// A universally unique identifier.
+struct Uuid {
+    std::array<std::uint8_t, 16> bytes{};
+
+    /// A new random identifier (version 4). Any thread.
+    [[nodiscard]] static Uuid random();
+
+    bool operator==(const Uuid&) const = default;
+};
 
 /// A value of a type that the program has no use for, an array for example. It can be read but not
 /// stored: only its type is known.

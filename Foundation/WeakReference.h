@@ -7,9 +7,9 @@
 
 namespace foundation {
 
-/// Holds an object without owning it and notices when it goes. Copyable; may outlive the object.
-/// Any thread may make, copy and drop one while the object exists; get() belongs to the thread on
-/// which the object ends. Made by the object's WeakReferenceSource.
+/// Refers to an object without owning it, and is null once the object is gone. Made by the object's
+/// WeakReferenceSource. Any thread may make, copy and drop one while the object exists; get() is
+/// for the thread that destroys the object.
 template <typename Object>
 class WeakReference {
   public:
@@ -17,15 +17,15 @@ class WeakReference {
 
     explicit WeakReference(std::shared_ptr<Object* const> cell) : cell_(std::move(cell)) {}
 
-    /// The object; null once its end has begun.
+    /// The object; null once its destruction has begun.
     [[nodiscard]] Object* get() const { return cell_ ? *cell_ : nullptr; }
 
   private:
     std::shared_ptr<Object* const> cell_;
 };
 
-/// A member of an object that others hold weakly. Unlike a shared pointer it leaves the object's
-/// owner alone, and a caller that is inside the object does not keep it from ending.
+/// A member of an object that others refer to weakly. Unlike a shared pointer it does not affect
+/// who owns the object, and a call into the object does not keep it alive.
 template <typename Object>
 class WeakReferenceSource : Pinned {
   public:
@@ -35,7 +35,7 @@ class WeakReferenceSource : Pinned {
 
     [[nodiscard]] WeakReference<Object> reference() const { return WeakReference<Object>(cell_); }
 
-    /// Ends all references now, for a destructor that has more to do.
+    /// Makes all references null now, for a destructor that has more to do.
     void end() { *cell_ = nullptr; }
 
   private:

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Foundation/Interface.h"
-#include "Foundation/Uuid.h"
+#include "Foundation/Value.h"
 #include "Foundation/WeakReference.h"
 #include "HotKey/CarbonEvents.h"
 #include "HotKey/EventHotKeyService.h"

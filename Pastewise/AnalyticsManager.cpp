@@ -1,11 +1,11 @@
 #include "Pastewise/AnalyticsManager.h"
 
 #include "Foundation/FatalError.h"
+#include "Pastewise/SettingsKeys.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstddef>
 #include <cstdio>
 #include <utility>
 
@@ -13,16 +13,11 @@ namespace pastewise {
 
 namespace {
 
-constexpr std::string_view lastInteractionSavedSecondsKey = "analytics.lastInteractionSavedSeconds";
-constexpr std::string_view lastInteractionDateKey = "analytics.lastInteractionDate";
-constexpr std::string_view confirmationRequiresMiroFocusKey =
-    "analytics.confirmationRequiresMiroFocus";
-
 /// The nearest whole number, halves away from zero.
 std::int64_t wholeSeconds(double seconds) {
     constexpr double twoToThe63rd = 9223372036854775808.0;
     const double rounded = std::round(seconds);
-    // Written so that NaN fails it.
+    // False for NaN.
     const bool fits = rounded >= -twoToThe63rd && rounded < twoToThe63rd;
     if (!fits) {
         foundation::fatalError("a duration is not a number of seconds that fits 64 bits");
@@ -30,12 +25,22 @@ std::int64_t wholeSeconds(double seconds) {
     return static_cast<std::int64_t>(rounded);
 }
 
-/// At least two digits of a number below 60.
+/// A number below 60 with two digits.
 std::string padded(std::int64_t number) {
     return (number < 10 ? "0" : "") + std::to_string(number);
 }
 
 } // namespace
+
+std::string_view description(ConversionSource source) {
+    switch (source) {
+    case ConversionSource::hotkey:
+        return "hotkey";
+    case ConversionSource::manual:
+        return "manual";
+    }
+    foundation::fatalError("a conversion has an unknown source");
+}
 
 AnalyticsManager::AnalyticsManager(platform::UserDefaults& defaults,
                                    platform::Clock& clock,
@@ -143,14 +148,14 @@ std::string AnalyticsManager::formatDuration(double seconds) {
 
 std::string AnalyticsManager::dayKey(foundation::Date date) const {
     const platform::DateComponents components = calendar_.dateComponents(date);
-    std::array<char, 80> text{};
-    const int length = std::snprintf(text.data(),
-                                     text.size(),
-                                     "analytics.todaySavedSeconds.%04d-%02d-%02d",
-                                     components.year.value_or(1970),
-                                     components.month.value_or(1),
-                                     components.day.value_or(1));
-    return {text.data(), static_cast<std::size_t>(length)};
+    std::array<char, 40> day{};
+    std::snprintf(day.data(),
+                  day.size(),
+                  "%04d-%02d-%02d",
+                  components.year.value_or(1970),
+                  components.month.value_or(1),
+                  components.day.value_or(1));
+    return std::string(todaySavedSecondsKeyPrefix) + day.data();
 }
 
 void AnalyticsManager::postSavingsApplied(double seconds) {

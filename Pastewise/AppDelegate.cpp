@@ -3,7 +3,6 @@
 #include "Pastewise/PermissionsManager.h"
 
 #include <array>
-#include <chrono>
 #include <new>
 #include <span>
 #include <utility>
@@ -25,7 +24,7 @@ std::string joined(std::string_view prefix, const std::string& text) {
     return std::string(prefix) + text;
 }
 
-/// The first symbol of the list that the system has, as a template; none when it has none of them.
+/// The first of the symbols that the system has, as a template image; a null image if it has none.
 struct FoundSymbol {
     std::shared_ptr<Image> image;
     std::string_view name;
@@ -121,7 +120,7 @@ void AppDelegate::handleShortcutTriggered() {
     try {
         convertClipboard();
     } catch (const std::bad_alloc&) {
-        // Nothing is lost: writing hands over texts that are already complete.
+        // The clipboard is intact: it is written only once both texts are complete.
         logger_.error("Not enough memory to go on with the conversion");
     }
 }
@@ -296,7 +295,7 @@ std::shared_ptr<Image> AppDelegate::makeGlyphIcon(std::string_view text) {
         constexpr platform::SystemFont font{13.0, platform::FontWeight::bold};
         canvas.fill({{0, 0}, iconSize}, Color::clear);
         const platform::Size textSize = canvas.measure(text, font);
-        // Half a point below the middle a capital looks centred, as it has nothing below the line.
+        // A capital has no descender: half a point below the middle it looks centred.
         canvas.drawText(text,
                         {(iconSize.width - textSize.width) * 0.5,
                          (iconSize.height - textSize.height) * 0.5 - 0.5},
@@ -309,7 +308,6 @@ std::shared_ptr<Image> AppDelegate::makeGlyphIcon(std::string_view text) {
 }
 
 void AppDelegate::flashCheckmarkIcon() {
-    using namespace std::chrono_literals;
     if (!appState_.shouldFlashSavings()) {
         logger_.debug("Icon flash disabled by user preference; skipping");
         return;
@@ -328,7 +326,7 @@ void AppDelegate::flashCheckmarkIcon() {
             delegate->restoreBaseStatusIcon(*button);
         }
     });
-    platform_.mainQueue().asyncAfter(900ms, iconFlashWorkItem_);
+    platform_.mainQueue().asyncAfter(flashTime, iconFlashWorkItem_);
 }
 
 void AppDelegate::restoreBaseStatusIcon(platform::StatusBarButton& button) {

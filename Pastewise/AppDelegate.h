@@ -13,29 +13,30 @@
 #include "Platform/Platform.h"
 #include "Platform/StatusBar.h"
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <string_view>
 
 namespace pastewise {
 
-/// Leads the program: what happens at launch, the status item with its menu and icons, and what
-/// happens each time the shortcut is pressed. Main thread only; everything it is given outlives it.
+/// Runs the launch sequence, the status item with its menu and icons, and the conversion each time
+/// the shortcut is pressed. Main thread only; does not own what it is given.
 class AppDelegate final : public platform::MenuDelegate {
   public:
     AppDelegate(platform::Platform& platform, SharedInstances& shared);
     ~AppDelegate() override;
 
-    /// Called once, when the event loop is about to run.
+    /// Called once, when the event loop starts.
     void applicationDidFinishLaunching();
 
-    /// Turns the list on the clipboard into a sheet, all within this call. A failure is logged and
-    /// leaves the clipboard as it was, except when the system refuses half of what is written.
+    /// Converts the list on the clipboard to a sheet, all within this call. A failure is logged and
+    /// leaves the clipboard unchanged, unless the system refuses one of the two texts.
     void handleShortcutTriggered();
 
     void menuWillOpen(platform::Menu& menu) override;
 
-    /// What the rows of the menu do.
+    /// The actions of the menu's rows.
     void clearSavedTime();
     void openPreferencesAction();
     void openPreferences();
@@ -43,6 +44,7 @@ class AppDelegate final : public platform::MenuDelegate {
 
   private:
     static constexpr platform::Size iconSize{18.0, 18.0};
+    static constexpr std::chrono::milliseconds flashTime{900};
 
     void launchApplication();
     void registerObservers();
@@ -54,7 +56,7 @@ class AppDelegate final : public platform::MenuDelegate {
     void showPreferences();
     void terminateApplication();
 
-    /// What a row of the menu does while the delegate exists.
+    /// A row's action, which does nothing once the delegate is gone.
     [[nodiscard]] platform::Action action(std::string name, void (AppDelegate::*method)());
     [[nodiscard]] std::string formattedTimeSaved() const;
     [[nodiscard]] std::string shortcutDisplayString() const;

@@ -1,12 +1,8 @@
 #include "Pastewise/AppState.h"
 
+#include "Pastewise/SettingsKeys.h"
+
 namespace pastewise {
-
-namespace {
-
-constexpr std::string_view shouldFlashSavingsKey = "analytics.shouldFlashSavings";
-
-} // namespace
 
 AppState::AppState(AnalyticsManager& analytics,
                    platform::UserDefaults& defaults,
@@ -77,7 +73,7 @@ void AppState::setShouldFlashSavings(bool enabled) {
 void AppState::resetStats() {
     logger_.debug("resetStats requested");
     analytics_.resetStatistics();
-    // What the manager posted has been taken as a credit of nothing at this time: not so here.
+    // The manager has posted the reset as a credit of 0, which set the time of the last credit.
     todaySavedSeconds_.set(0);
     lastInteractionSavedSeconds_.set(0);
     lastInteractionDate_.set(std::nullopt);

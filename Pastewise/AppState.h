@@ -3,7 +3,6 @@
 #include "Foundation/Logger.h"
 #include "Foundation/NotificationCenter.h"
 #include "Foundation/ObservableObject.h"
-#include "Foundation/Published.h"
 #include "Foundation/Value.h"
 #include "Foundation/WeakReference.h"
 #include "Pastewise/AnalyticsManager.h"
@@ -15,11 +14,12 @@
 
 namespace pastewise {
 
-/// What the user interface binds to: a copy of the analytics manager's totals, which follows what
-/// the manager posts, and the user's choice whether a credit is flashed.
+/// What the user interface binds to: a copy of the analytics manager's totals, updated by the
+/// manager's notifications, and the user's choice whether a credit is flashed.
 ///
-/// There may be several, each for itself: a choice made through one reaches another only when that
-/// is made anew. Main thread only. Everything that it is given outlives it. No operation fails.
+/// There may be several, independent of each other: a choice made through one is seen by another
+/// only once that is constructed again. Main thread only. Does not own what it is given. No
+/// operation fails.
 class AppState final : public foundation::ObservableObject {
   public:
     AppState(AnalyticsManager& analytics,
@@ -29,7 +29,7 @@ class AppState final : public foundation::ObservableObject {
              const foundation::LoggerFactory& loggers);
     ~AppState();
 
-    /// Whether the preferences are on the screen, as far as whoever shows them has said.
+    /// Whether the preferences have been shown, as reported by setIsPreferencesWindowShown().
     [[nodiscard]] bool isPreferencesWindowShown() const { return isPreferencesWindowShown_.get(); }
 
     void setIsPreferencesWindowShown(bool isShown) { isPreferencesWindowShown_.set(isShown); }
@@ -37,12 +37,12 @@ class AppState final : public foundation::ObservableObject {
     /// Seconds saved today.
     [[nodiscard]] double todaySavedSeconds() const { return todaySavedSeconds_.get(); }
 
-    /// Seconds credited last.
+    /// The last credit in seconds.
     [[nodiscard]] double lastInteractionSavedSeconds() const {
         return lastInteractionSavedSeconds_.get();
     }
 
-    /// When something was credited last; none when there is nothing.
+    /// The time of the last credit; none if there is none.
     [[nodiscard]] const std::optional<foundation::Date>& lastInteractionDate() const {
         return lastInteractionDate_.get();
     }
@@ -50,25 +50,24 @@ class AppState final : public foundation::ObservableObject {
     /// Whether the status icon flashes after a credit. True unless the user chose otherwise.
     [[nodiscard]] bool shouldFlashSavings() const { return shouldFlashSavings_.get(); }
 
-    /// The last credit that was to be flashed, in words; none before the first one and after a full
-    /// reset.
+    /// The last flashed credit as a duration; none before the first one and after a full reset.
     [[nodiscard]] const std::optional<std::string>& lastFlashValue() const {
         return lastFlashValue_.get();
     }
 
-    /// Holds the place of a check of the system's permissions: says so in the log and does nothing.
+    /// A placeholder that only logs: AppDelegate checks the permissions.
     void checkPermissions() const;
 
-    /// Takes over the manager's values as they are; the settings are not read again.
+    /// Copies the manager's values; does not read the settings.
     void refreshFromStorage();
 
-    /// Takes the user's choice and keeps it in the settings.
+    /// Sets the user's choice, here and in the settings.
     void setShouldFlashSavings(bool enabled);
 
-    /// Forgets the totals and the last credit, here, in the manager and in the settings.
+    /// Clears the totals and the last credit, here, in the manager and in the settings.
     void resetStats();
 
-    /// Sets today's total to 0 here and in the manager; the settings stay as they are.
+    /// Sets today's total to 0 here and in the manager, but not in the settings.
     void resetTodayOnly();
 
   private:
@@ -89,5 +88,21 @@ class AppState final : public foundation::ObservableObject {
     foundation::ObserverToken analyticsObserver_{};
     foundation::WeakReferenceSource<AppState> self_{this};
 };
+
+/// Owns the state that the application delegate uses. Main thread only; takes what the state takes.
+class AnalyticsStateBridge {
+  public:
+    AnalyticsStateBridge(AnalyticsManager& analytics,
+                         platform::UserDefaults& defaults,
+                         platform::Clock& clock,
+                         foundation::NotificationCenter& notificationCenter,
+                         const foundation::LoggerFactory& loggers)
+        : appState(analytics, defaults, clock, notificationCenter, loggers) {}
+
+    AppState appState;
+};
+
+/// An observable object without properties, for views that have no state of their own.
+class ContentViewModel final : public foundation::ObservableObject {};
 
 } // namespace pastewise

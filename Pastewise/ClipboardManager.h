@@ -2,8 +2,8 @@
 
 #include "Foundation/Logger.h"
 #include "Foundation/TextBuffer.h"
-#include "Pastewise/ConversionPayload.h"
 #include "Platform/Pasteboard.h"
+#include "Text/ConversionPayload.h"
 #include "Text/LineList.h"
 #include "Text/LineSanitiser.h"
 
@@ -11,6 +11,11 @@
 #include <string_view>
 
 namespace pastewise {
+
+using text::ConversionPayload;
+
+/// Stands beside ClipboardManager without a part in the conversion.
+class ConverterEngine {};
 
 /// The one object through which the application touches the clipboard: reads it as a list of
 /// lines, turns the lines into the payload, writes the payload back, and tells the log about each

@@ -8,24 +8,36 @@
 
 namespace pastewise {
 
-/// Makes one out of many calls that follow each other closely: where the desktop holds the key, it
-/// repeats what the key does. Main thread only.
+/// Reduces calls in quick succession to one: a desktop whose shortcut key is held down repeats the
+/// shortcut. Main thread only.
 class Debouncer : foundation::Pinned {
   public:
     /// The queue outlives the object.
     Debouncer(platform::MainQueue& queue, std::chrono::milliseconds quiet)
         : queue_(queue), quiet_(quiet) {}
 
-    ~Debouncer();
+    ~Debouncer() {
+        if (endOfQuiet_) {
+            endOfQuiet_->cancel();
+        }
+    }
 
-    /// Whether to act on a call that comes now: not when `quiet` has not yet passed since the call
-    /// before it, whether that one was acted on or not.
-    [[nodiscard]] bool accepts();
+    /// Whether to act on a call that comes now: only if the one before it, acted on or not, was at
+    /// least `quiet` ago.
+    [[nodiscard]] bool accepts() {
+        const bool isQuiet = endOfQuiet_ == nullptr;
+        if (!isQuiet) {
+            endOfQuiet_->cancel();
+        }
+        endOfQuiet_ = std::make_shared<platform::WorkItem>([this] { endOfQuiet_.reset(); });
+        queue_.asyncAfter(quiet_, endOfQuiet_);
+        return isQuiet;
+    }
 
   private:
     platform::MainQueue& queue_;
     std::chrono::milliseconds quiet_;
-    /// Runs when the quiet time is over; null when it is.
+    /// Null once the quiet time is over.
     std::shared_ptr<platform::WorkItem> endOfQuiet_;
 };
 

@@ -13,8 +13,7 @@ namespace pastewise {
 
 namespace {
 
-/// "{{x, y}, {width, height}}". The numbers have as many digits as keep their values and look the
-/// same in every language: 0, 12.5.
+/// "{{x, y}, {width, height}}", the numbers without loss and the same in every locale: 0, 12.5.
 std::string description(platform::Rect rect) {
     std::ostringstream text;
     text.imbue(std::locale::classic());

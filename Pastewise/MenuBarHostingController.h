@@ -9,25 +9,24 @@ namespace pastewise {
 
 class AppState;
 
-/// Places a declared tree of views inside the menu bar's interface. Without one it shows an empty
-/// view and says so in the log. Main thread only.
+/// Puts a declarative view into the menu bar's interface. Without one it shows an empty view and
+/// logs an error. Main thread only.
 ///
-/// The hosting view's content is laid out when it is loaded, whenever it was laid out and before it
-/// is shown: content that changes its size in between would otherwise be shown with the old one.
+/// The hosting view is laid out when it is loaded, after each layout of the window and before it is
+/// shown, because its content may change size in between.
 class MenuBarHostingController final : public platform::ViewController {
   public:
-    /// `hostingView` may be null. The others outlive the controller.
+    /// `hostingView` may be null. The controller does not own the others.
     MenuBarHostingController(std::shared_ptr<platform::HostingView> hostingView,
                              AppState& appState,
                              platform::Toolkit& toolkit,
                              const foundation::LoggerFactory& loggers);
 
-    /// The controller is always made by code: making it from an archive or from a nib is a fatal
-    /// error.
+    /// The controller cannot be made from an archive or a nib: both are fatal errors.
     [[noreturn]] static void initWithCoder();
     [[noreturn]] static void initWithNibName();
 
-    /// What the hosted content shows.
+    /// The state that the hosted content shows.
     [[nodiscard]] AppState& appState() const { return appState_; }
 
     void loadView() override;

@@ -6,8 +6,8 @@ namespace pastewise {
 
 namespace {
 
-/// Longer than the 660 ms after which a held key begins to repeat, and the desktop with it, which
-/// knows nothing of keys that are let go.
+/// Longer than the 660 ms after which a held key starts to repeat. A desktop repeats its shortcut
+/// with the key and does not report the key's release.
 constexpr std::chrono::milliseconds repeatSilence{750};
 
 } // namespace

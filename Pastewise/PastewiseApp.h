@@ -9,15 +9,15 @@
 
 namespace pastewise {
 
-/// The application: puts the program together from a platform, which outlives it. Main thread only.
+/// The application: assembles the program on a platform, which outlives it. Main thread only.
 class PastewiseApp : foundation::Pinned {
   public:
     explicit PastewiseApp(platform::Platform& platform);
 
-    /// What the desktop asks for from now on is left undone.
+    /// Requests from the desktop are ignored from now on.
     ~PastewiseApp();
 
-    /// Launches the program and runs it until it is asked to end. Returns its exit code.
+    /// Runs the program until it is asked to end. Returns its exit code.
     int main();
 
   private:
@@ -26,8 +26,7 @@ class PastewiseApp : foundation::Pinned {
     platform::Platform& platform_;
     SharedInstances shared_;
     AppDelegate appDelegate_;
-    /// The state that views of the application itself would be bound to. It follows the accounting
-    /// on its own, beside the one that the delegate uses.
+    /// The state for views of the application itself, independent of the delegate's.
     AppState appState_;
     Debouncer convertDebouncer_;
 };

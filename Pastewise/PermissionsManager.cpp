@@ -8,7 +8,7 @@ void PermissionsManager::requestAccessibilityPermissions(
     platform::Alerts& alerts,
     platform::Workspace& workspace) {
     standardOutput.writeLine("Requesting accessibility permissions...");
-    // The system's prompt may go unseen, so the program's own alert follows in any case.
+    // The system's prompt may go unseen, so the program's own alert always follows.
     static_cast<void>(accessibilityTrust.isProcessTrustedWithPrompt());
 
     constexpr std::size_t openSystemPreferences = 0;

@@ -5,13 +5,12 @@
 
 namespace pastewise {
 
-/// Guides the user to the system's setting that lets the program control the computer. Has no
-/// state. Main thread only.
+/// Guides the user to the system setting that lets the program control the computer. Main thread
+/// only.
 class PermissionsManager {
   public:
-    /// Has the system ask, then asks with the program's own alert, and opens the setting if the
-    /// user wants it. Returns when the alert was answered, whatever the answer; what goes wrong
-    /// goes wrong silently.
+    /// Shows the system's prompt, then the program's own alert, and opens the setting if the user
+    /// chooses to. Returns once the alert has been answered; failures are silent.
     static void requestAccessibilityPermissions(platform::StandardOutput& standardOutput,
                                                 platform::AccessibilityTrust& accessibilityTrust,
                                                 platform::Alerts& alerts,

@@ -4,6 +4,7 @@
 #include "Foundation/Value.h"
 #include "HotKey/Key.h"
 #include "HotKey/ModifierFlags.h"
+#include "Pastewise/SettingsKeys.h"
 #include "Pastewise/ShortcutManager.h"
 #include "Platform/Geometry.h"
 #include "Platform/MainQueue.h"
@@ -28,12 +29,9 @@ using platform::TextColor;
 
 using Anchor = LayoutConstraint::Anchor;
 
-/// Where the settings hold the shortcut: "keyCode" and "modifiers".
-constexpr std::string_view userDefinedShortcut = "userDefinedShortcut";
-
 constexpr std::string_view noShortcutText = "No shortcut set";
 
-/// What the user is shown in a state.
+/// What the window shows in a state.
 struct StateTexts {
     std::string_view buttonTitle;
     std::string_view status;
@@ -50,7 +48,7 @@ StateTexts textsFor(RecordingState state) {
     case RecordingState::completed:
         return {"Record New Shortcut", "Shortcut recorded successfully!"};
     }
-    foundation::fatalError("a recording is in no known state");
+    foundation::fatalError("a recording is in an unknown state");
 }
 
 struct LetterKeyName {
@@ -79,17 +77,29 @@ constexpr std::array<ModifierSymbol, 4> modifierSymbols{{
 
 constexpr std::uint64_t largestKeyCode = std::numeric_limits<std::uint16_t>::max();
 
-/// The part of the modifier flags that is the same for every keyboard.
+/// The modifier flags that do not depend on the keyboard.
 constexpr std::uint64_t deviceIndependentFlagsMask = 0xFFFF0000;
 
-/// The entry as a number that is an unsigned integer exactly; none when there is no such.
-std::optional<std::uint64_t> unsignedNumber(const foundation::Dictionary& dictionary,
-                                            std::string_view key) {
-    const auto found = dictionary.find(key);
-    return found != dictionary.end() ? foundation::exactUint64Value(found->second) : std::nullopt;
+/// The saved shortcut as the window shows it; none if there is none or it has the wrong form.
+std::optional<std::string> savedShortcutText(const platform::UserDefaults& userDefaults) {
+    const auto saved = userDefaults.dictionaryForKey(userDefinedShortcutKey);
+    if (!saved) {
+        return std::nullopt;
+    }
+    const auto keyCodeEntry = saved->find(shortcutKeyCodeEntry);
+    const auto modifiersEntry = saved->find(shortcutModifiersEntry);
+    if (keyCodeEntry == saved->end() || modifiersEntry == saved->end()) {
+        return std::nullopt;
+    }
+    const auto keyCode = foundation::exactUint64Value(keyCodeEntry->second);
+    const auto modifiers = foundation::exactUint64Value(modifiersEntry->second);
+    if (!keyCode || *keyCode > largestKeyCode || !modifiers) {
+        return std::nullopt;
+    }
+    return PreferencesViewController::shortcutDisplayString(*keyCode, *modifiers);
 }
 
-/// Rules that make the view exactly as large as its container.
+/// Constraints that make the view fill its container.
 std::vector<LayoutConstraint> pinToEdges(const std::shared_ptr<platform::View>& view,
                                          const std::shared_ptr<platform::View>& container) {
     std::vector<LayoutConstraint> constraints;
@@ -280,21 +290,14 @@ void PreferencesViewController::updateUI() {
 }
 
 void PreferencesViewController::updateShortcutDisplay() {
-    const auto saved = userDefaults_.dictionaryForKey(userDefinedShortcut);
-    const auto keyCode = saved ? unsignedNumber(*saved, "keyCode") : std::nullopt;
-    const auto modifiers = saved ? unsignedNumber(*saved, "modifiers") : std::nullopt;
-    if (keyCode && *keyCode <= largestKeyCode && modifiers) {
-        shortcutLabel()->setText(shortcutDisplayString(*keyCode, *modifiers));
-        shortcutLabel()->setTextColor(TextColor::label);
-    } else {
-        shortcutLabel()->setText(std::string(noShortcutText));
-        shortcutLabel()->setTextColor(TextColor::secondaryLabel);
-    }
+    const std::optional<std::string> text = savedShortcutText(userDefaults_);
+    shortcutLabel()->setText(text ? *text : std::string(noShortcutText));
+    shortcutLabel()->setTextColor(text ? TextColor::label : TextColor::secondaryLabel);
 }
 
 void PreferencesViewController::startRecording() {
     enterLater(100ms, RecordingState::waiting, RecordingState::recording);
-    // A reset in the middle of a recording leaves its monitor installed.
+    // A reset during a recording leaves its monitor installed.
     stopRecording();
     eventMonitor_ = keyDownMonitors_.addLocalMonitor(
         [weakSelf = self_.reference()](
@@ -322,7 +325,7 @@ void PreferencesViewController::handleKeyEvent(const platform::KeyEvent& event) 
     if (event.modifierFlags.contains(ModifierFlags::function)) {
         return;
     }
-    // Caps Lock is among the flags and suffices.
+    // Caps Lock is one of the flags and is enough.
     const ModifierFlags modifiers{event.modifierFlags.rawValue & deviceIndependentFlagsMask};
     if (modifiers == ModifierFlags{}) {
         return;

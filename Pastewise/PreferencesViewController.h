@@ -2,7 +2,6 @@
 
 #include "Foundation/ObserverList.h"
 #include "Foundation/WeakReference.h"
-#include "Pastewise/RecordingState.h"
 #include "Platform/KeyDownMonitors.h"
 #include "Platform/MainQueue.h"
 #include "Platform/UserDefaults.h"
@@ -18,12 +17,15 @@ namespace pastewise {
 
 class ShortcutManager;
 
-/// The content of the preferences window: shows the saved shortcut, records another one from the
-/// next combination that the user presses, and goes back to the default. Main thread only.
+/// The progress of recording a shortcut.
+enum class RecordingState : std::uint8_t { ready, waiting, recording, completed };
+
+/// The content of the preferences window: shows the saved shortcut, records a new one from the next
+/// combination that the user presses, and restores the default. Main thread only.
 ///
-/// While a recording runs no key press reaches the program's windows. A key that cannot be a
-/// shortcut is consumed in silence and the recording goes on. What the controller is given outlives
-/// it; work that it has put off does nothing once it is gone.
+/// While recording, no key press reaches the program's windows: a key that cannot be a shortcut is
+/// swallowed, and recording goes on. The controller does not own what it is given; deferred work
+/// does nothing once it is gone.
 class PreferencesViewController final : public platform::ViewController {
   public:
     PreferencesViewController(platform::Toolkit& toolkit,
@@ -35,21 +37,21 @@ class PreferencesViewController final : public platform::ViewController {
     void loadView() override;
     void viewDidLoad() override;
 
-    /// Ends a recording.
+    /// Stops recording.
     void viewDidDisappear() override;
 
     [[nodiscard]] RecordingState currentState() const { return currentState_; }
 
-    /// The record button's action: begins a recording, or gives it up.
+    /// The record button's action: starts or cancels recording.
     void toggleRecording();
 
-    /// The reset button's action. A key pressed afterwards in a recording that was going on may
-    /// still become the shortcut.
+    /// The reset button's action. Leaves a recording running: a key pressed afterwards may still
+    /// become the shortcut.
     void resetShortcut();
 
-    /// Command, option, shift and control as symbols in this order, then the key's letter in UTF-8.
-    /// A key without a letter shows its modifiers alone. `keyCode` is a Carbon virtual key code;
-    /// more than 16 bits of it are a fatal error. `modifiers` are those of hotkey::ModifierFlags.
+    /// The symbols of command, option, shift and control in this order, then the key's letter, if
+    /// it has one, in UTF-8. `keyCode` is a Carbon virtual key code; more than 16 bits are a fatal
+    /// error. `modifiers` are those of hotkey::ModifierFlags.
     [[nodiscard]] static std::string shortcutDisplayString(std::uint64_t keyCode,
                                                            std::uint64_t modifiers);
 
@@ -81,8 +83,7 @@ class PreferencesViewController final : public platform::ViewController {
     platform::UserDefaults& userDefaults_;
     ShortcutManager& shortcutManager_;
 
-    /// Always false, since currentState_ alone tells of a recording. It is kept as one of the
-    /// controller's properties and never read or changed.
+    /// Always false and never read: currentState_ alone says whether a recording runs.
     [[maybe_unused]] bool recordingShortcut_ = false;
     std::optional<foundation::ObserverToken> eventMonitor_;
     RecordingState currentState_ = RecordingState::ready;

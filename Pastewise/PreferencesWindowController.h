@@ -13,8 +13,8 @@ namespace pastewise {
 class PreferencesViewController;
 class ShortcutManager;
 
-/// The preferences window: small, of a fixed size, hidden until it is asked for and again when it
-/// is closed. Main thread only; what it is given outlives it.
+/// The preferences window: of a fixed size, hidden until it is shown and again once it is closed.
+/// Main thread only; does not own what it is given.
 class PreferencesWindowController : foundation::Pinned {
   public:
     PreferencesWindowController(platform::Toolkit& toolkit,
@@ -24,10 +24,10 @@ class PreferencesWindowController : foundation::Pinned {
                                 ShortcutManager& shortcutManager);
     ~PreferencesWindowController();
 
-    /// The window is always made by code: making it from an archive is a fatal error.
+    /// The window cannot be made from an archive: a fatal error.
     [[noreturn]] static void initWithCoder();
 
-    /// Shows the window in front of the program's others and gives it the keyboard.
+    /// Shows the window in front of the program's others, with the keyboard focus.
     void showWindow();
 
   private:
@@ -39,7 +39,7 @@ class PreferencesWindowController : foundation::Pinned {
     platform::UserDefaults& userDefaults_;
     ShortcutManager& shortcutManager_;
 
-    /// Made on first use. Outlives the window that shows it.
+    /// Made on first use; outlives the window.
     std::unique_ptr<PreferencesViewController> preferencesViewController_;
     std::unique_ptr<platform::Window> window_;
 };

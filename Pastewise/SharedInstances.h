@@ -2,19 +2,19 @@
 
 #include "Foundation/Logger.h"
 #include "Foundation/NotificationCenter.h"
-#include "Foundation/OnceOnly.h"
+#include "Foundation/Threads.h"
 #include "HotKey/HotKeysController.h"
 #include "Pastewise/AnalyticsManager.h"
-#include "Pastewise/AnalyticsStateBridge.h"
+#include "Pastewise/AppState.h"
 #include "Pastewise/ClipboardManager.h"
 #include "Pastewise/ShortcutManager.h"
 #include "Platform/Platform.h"
 
 namespace pastewise {
 
-/// The instances of which the process has one, each made when it is first asked for: what they log
-/// and load at their construction happens at that moment. They live until this object ends, the
-/// ones that lean on others first. The platform outlives it.
+/// The instances of which the process has one, each made on first use, when it logs and loads what
+/// its construction logs and loads. They are destroyed with this object, dependent ones first. The
+/// platform outlives it.
 class SharedInstances {
   public:
     explicit SharedInstances(platform::Platform& platform);

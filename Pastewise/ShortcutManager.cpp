@@ -1,6 +1,7 @@
 #include "Pastewise/ShortcutManager.h"
 
 #include "Foundation/Value.h"
+#include "Pastewise/SettingsKeys.h"
 
 #include <array>
 #include <cstdint>
@@ -16,27 +17,24 @@ using hotkey::ModifierFlags;
 
 namespace {
 
-constexpr std::string_view userDefinedShortcutKey = "userDefinedShortcut";
 constexpr std::string_view defaultDisplayString = "Command G";
 constexpr Key defaultKey = Key::g;
 constexpr ModifierFlags defaultModifiers = ModifierFlags::command;
 
-/// A combination as the settings hold it.
+/// A combination as it is saved.
 struct StoredShortcut {
-    /// Carbon's virtual key code.
-    std::uint32_t keyCode;
-    /// The raw value of ModifierFlags.
-    std::uint64_t modifiers;
+    std::uint32_t keyCode;   ///< Carbon virtual key code.
+    std::uint64_t modifiers; ///< The raw value of ModifierFlags.
 };
 
-/// None unless both numbers are there.
+/// None unless both numbers are there and in range.
 std::optional<StoredShortcut> storedShortcut(const platform::UserDefaults& defaults) {
     const std::optional<Dictionary> dictionary = defaults.dictionaryForKey(userDefinedShortcutKey);
     if (!dictionary) {
         return std::nullopt;
     }
-    const auto keyCodeEntry = dictionary->find("keyCode");
-    const auto modifiersEntry = dictionary->find("modifiers");
+    const auto keyCodeEntry = dictionary->find(shortcutKeyCodeEntry);
+    const auto modifiersEntry = dictionary->find(shortcutModifiersEntry);
     if (keyCodeEntry == dictionary->end() || modifiersEntry == dictionary->end()) {
         return std::nullopt;
     }
@@ -49,9 +47,10 @@ std::optional<StoredShortcut> storedShortcut(const platform::UserDefaults& defau
 }
 
 void storeShortcut(platform::UserDefaults& defaults, StoredShortcut shortcut) {
-    defaults.setObject(userDefinedShortcutKey,
-                       Dictionary{{"keyCode", std::uint64_t{shortcut.keyCode}},
-                                  {"modifiers", shortcut.modifiers}});
+    defaults.setObject(
+        userDefinedShortcutKey,
+        Dictionary{{std::string(shortcutKeyCodeEntry), std::uint64_t{shortcut.keyCode}},
+                   {std::string(shortcutModifiersEntry), shortcut.modifiers}});
 }
 
 std::string description(StoredShortcut shortcut) {
@@ -59,7 +58,7 @@ std::string description(StoredShortcut shortcut) {
            std::to_string(shortcut.modifiers) + "]";
 }
 
-/// The modifiers in words, for example "Command + Shift". Empty when there are none.
+/// The modifiers in words, for example "Command + Shift". Empty if there are none.
 std::string words(ModifierFlags modifiers) {
     constexpr std::array<std::pair<ModifierFlags, std::string_view>, 4> names{{
         {ModifierFlags::command, "Command"},
@@ -77,7 +76,7 @@ std::string words(ModifierFlags modifiers) {
     return text;
 }
 
-/// The key's text in upper case. Only ASCII letters have a case in the texts of keys.
+/// The key's text in upper case. Only ASCII letters in it have a case.
 std::string upperCaseDescription(Key key) {
     std::string text(hotkey::description(key));
     for (char& character : text) {
@@ -126,7 +125,7 @@ void ShortcutManager::setShortcut(Key key, ModifierFlags modifiers) {
     const std::string keyText(hotkey::description(key));
     const std::string modifierText = modifiers.description();
     logger_.debug("Setting shortcut - Key: %s, Modifiers: %s", keyText, modifierText);
-    // The old combination goes first, so that setting it once more does not meet itself.
+    // The old combination goes first, so that setting it again does not conflict with itself.
     hotKey_.reset();
     hotKey_ = std::make_unique<HotKey>(hotKeys_, key, modifiers);
     hotKey_->keyDownHandler = [weakSelf = self_.reference()] {
@@ -152,7 +151,7 @@ void ShortcutManager::clearShortcut() {
 
 void ShortcutManager::setUpDefaultShortcut() {
     hotKey_ = std::make_unique<HotKey>(hotKeys_, defaultKey, defaultModifiers);
-    // The press of a shortcut that nobody set is not worth a line in the log.
+    // Unlike the press of a shortcut that was set, this one is not logged.
     hotKey_->keyDownHandler = [weakSelf = self_.reference()] {
         if (const ShortcutManager* const self = weakSelf.get()) {
             self->callShortcutHandler();

@@ -16,43 +16,41 @@
 
 namespace pastewise {
 
-/// The name of what ShortcutManager posts after every change of the shortcut. The object is a text
-/// to show: glyphs for a shortcut that was set ("⌘ G"), words for the default ("Command G").
+/// Posted by ShortcutManager after every change of the shortcut. The object is a text to show:
+/// symbols for a shortcut that was set ("⌘ G"), words for the default ("Command G").
 inline constexpr std::string_view shortcutChanged = "shortcutChanged";
 
-/// The one global shortcut: takes it from the system, keeps the user's choice in the settings, and
-/// calls back on each press.
+/// The one global shortcut: registers it with the system, saves the user's choice and calls back on
+/// each press.
 ///
-/// There always is a shortcut, Command+G unless the user chose another. When the system refuses a
-/// combination, or another program has it, nobody is told: it is kept, announced and shown like any
-/// other, and never fires.
+/// There is always a shortcut, Command+G unless the user chose another. If the system refuses a
+/// combination, or another program has it, it is saved, announced and shown like any other, and
+/// never fires.
 ///
-/// Main thread only. Everything that it is given outlives it. No operation fails; what the settings
-/// hold in a wrong form counts as no choice.
+/// Main thread only. Does not own what it is given. No operation fails; a saved shortcut of the
+/// wrong form counts as none.
 class ShortcutManager {
   public:
-    /// Installs the shortcut of the settings. Without one, or when it names no key, installs the
-    /// default and stores that.
+    /// Installs the saved shortcut. If there is none, or it names no key, installs and saves the
+    /// default.
     ShortcutManager(hotkey::HotKeysController& hotKeys,
                     platform::UserDefaults& defaults,
                     foundation::NotificationCenter& notificationCenter,
                     const foundation::LoggerFactory& loggers);
 
-    /// Gives the old combination back, takes the new one and stores it, with every bit of
+    /// Unregisters the old combination, registers the new one and saves it, with every bit of
     /// `modifiers`.
     void setShortcut(hotkey::Key key, hotkey::ModifierFlags modifiers);
 
-    /// Goes back to the default, which is stored in place of the user's choice.
+    /// Restores the default, which replaces the user's choice in the settings.
     void clearShortcut();
 
-    /// The shortcut that the settings hold, in words: "Command + Shift K". The default's where they
-    /// hold none.
+    /// The saved shortcut in words: "Command + Shift K". The default if there is none.
     [[nodiscard]] static std::string
     currentShortcutDisplayString(const platform::UserDefaults& defaults);
 
-    /// Called on each press of the shortcut, inside the system's event. May be empty. It may do
-    /// anything to the manager, replacing or clearing the shortcut, replacing the handler and
-    /// destroying the manager included.
+    /// Called on each press of the shortcut, within the system's event. May be empty. It may
+    /// replace the shortcut or itself, and may destroy the manager.
     std::function<void()> shortcutHandler;
 
   private:

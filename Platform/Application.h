@@ -13,18 +13,17 @@ inline constexpr std::string_view applicationId = "com.app.pastewise";
 /// The running program as the system sees it. Main thread only.
 class Application : public foundation::Interface {
   public:
-    /// What the desktop can ask of the program besides keys and menus: a shortcut of the desktop's
+    /// What the desktop can ask of the program besides keys and menus: through a shortcut of its
     /// own, a launcher's action, a second start of the program. Called from the event loop.
     struct Requests {
         std::function<void()> convert;
         std::function<void()> openPreferences;
     };
 
-    /// Replaces what is called from now on. Requests that came before the first call are answered
-    /// then.
+    /// Replaces the handlers. Requests that came before the first call are answered by it.
     virtual void setRequests(Requests requests) = 0;
 
-    /// Brings the program's windows to the front, whatever program is active.
+    /// Brings the program's windows to the front, whichever program is active.
     virtual void activateIgnoringOtherApps() = 0;
 
     /// Asks the event loop to end; the program ends some time after this returns.
@@ -34,8 +33,8 @@ class Application : public foundation::Interface {
 /// The process's standard output. Main thread only.
 class StandardOutput : public foundation::Interface {
   public:
-    /// Writes the UTF-8 text and a line feed, through to whoever reads before it returns. A text
-    /// that cannot be written is lost silently.
+    /// Writes the UTF-8 text and a line feed, unbuffered. A text that cannot be written is lost
+    /// silently.
     virtual void writeLine(std::string_view text) = 0;
 };
 

@@ -40,7 +40,7 @@ struct SystemFont {
     bool operator==(const SystemFont&) const = default;
 };
 
-/// What a text is for; the system chooses the colour, also when its appearance changes.
+/// What a text is for; the system chooses the colour to match its appearance.
 enum class TextColor : std::uint8_t { label, secondaryLabel };
 
 } // namespace platform

@@ -10,26 +10,26 @@
 
 namespace platform {
 
-/// A picture made for the status bar. Shared by those who show it; main thread only.
+/// A picture for the status bar. Main thread only.
 class Image : public foundation::Interface {
   public:
-    /// In points, whatever the number of pixels that a screen has for one of them.
+    /// In points.
     [[nodiscard]] virtual Size size() const = 0;
     virtual void setSize(Size size) = 0;
 
-    /// Of a template only the opacity counts: the system paints it in the colour that stands out
-    /// from what is behind it.
+    /// Only a template's opacity counts: the system paints it in a colour that stands out from the
+    /// background.
     [[nodiscard]] virtual bool isTemplate() const = 0;
     virtual void setTemplate(bool isTemplate) = 0;
 };
 
-/// What an image is drawn on. The origin is the lower left corner and y grows upwards. Exists only
+/// What an image is drawn on. The origin is the lower left corner and y grows upwards. Valid only
 /// while the drawing function runs.
 class Canvas : public foundation::Interface {
   public:
     enum class Color : std::uint8_t { clear, white };
 
-    /// Replaces what is in the rectangle.
+    /// Replaces the contents of the rectangle.
     virtual void fill(Rect rect, Color color) = 0;
 
     /// The size that a line of UTF-8 text takes.
@@ -43,12 +43,12 @@ class Canvas : public foundation::Interface {
 /// Makes images. Main thread only.
 class Images : public foundation::Interface {
   public:
-    /// The picture that the system has for a name; null when it has none.
+    /// The system's picture of that name; null if there is none.
     [[nodiscard]] virtual std::shared_ptr<Image>
     systemSymbol(std::string_view name, std::string_view accessibilityDescription) = 0;
 
-    /// An image of that size that `draw` paints. It is called whenever the system needs the image
-    /// at another number of pixels, now or later, always with the same size in points.
+    /// An image of that size that `draw` paints: whenever the system needs another resolution, now
+    /// or later, always with the same size in points.
     [[nodiscard]] virtual std::shared_ptr<Image> draw(Size size,
                                                       std::function<void(Canvas&)> draw) = 0;
 };

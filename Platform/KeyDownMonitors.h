@@ -10,25 +10,26 @@
 
 namespace platform {
 
-/// A key pressed while one of the program's own windows has the keyboard, or repeated because it is
-/// held. Modifier keys alone are no such events.
+/// A key press in one of the program's own windows, or its repetition. Modifier keys alone are not
+/// events.
 struct KeyEvent {
-    /// What KeyEvent::keyCode is for a key without a Carbon virtual key code: no key has it.
+    /// The keyCode of a key that has no Carbon virtual key code.
     static constexpr std::uint32_t noKeyCode = 0xFFFF;
 
-    std::uint32_t keyCode = noKeyCode; ///< Carbon virtual key code: the key's place.
-    /// The modifiers held, Caps Lock when it is on, and the function flag for arrows, F-keys and
-    /// the navigation keys.
+    std::uint32_t keyCode = noKeyCode; ///< Carbon virtual key code: the key's position.
+    /// The modifiers held, Caps Lock if it is on, and the function flag for arrows, F-keys and
+    /// navigation keys.
     hotkey::ModifierFlags modifierFlags;
 };
 
-/// Lets the program see the key presses of its own windows before the windows do. Main thread only.
+/// Shows the program the key presses of its own windows before the windows get them. Main thread
+/// only.
 class KeyDownMonitors : public foundation::Interface {
   public:
-    /// Returns the event that the windows are to get; none swallows it.
+    /// Returns the event that the windows get; none swallows it.
     using Handler = std::function<std::optional<KeyEvent>(const KeyEvent&)>;
 
-    /// The monitor stays until it is removed, which its handler may do.
+    /// The monitor stays until it is removed; its handler may do that.
     [[nodiscard]] virtual foundation::ObserverToken addLocalMonitor(Handler handler) = 0;
 
     virtual void removeMonitor(foundation::ObserverToken token) = 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Foundation/MainThread.h"
+#include "Foundation/Threads.h"
 
 #include <chrono>
 #include <functional>
@@ -9,13 +9,13 @@
 
 namespace platform {
 
-/// A piece of work that was put off and can still be called off. Shared by the queue that will run
-/// it and by whoever may cancel it. Main thread only.
+/// Deferred work that can be cancelled. Shared by the queue that runs it and the caller that may
+/// cancel it. Main thread only.
 class WorkItem {
   public:
     explicit WorkItem(std::function<void()> work) : work_(std::move(work)) {}
 
-    /// Keeps work that has not begun from running; later calls and calls after it ran do nothing.
+    /// Keeps work that has not started from running; does nothing after that.
     void cancel() { isCancelled_ = true; }
 
     [[nodiscard]] bool isCancelled() const { return isCancelled_; }
@@ -34,12 +34,11 @@ class WorkItem {
 
 /// The queue of work that the main thread's event loop runs.
 ///
-/// async() may be called from any thread, asyncAfter() from the main thread alone. Work runs on
-/// the main thread, never inside the call that queued it, in the order of its due times and, among
-/// equal ones, in the order of queueing.
+/// async() may be called from any thread, asyncAfter() only from the main thread. Work runs on the
+/// main thread, never within the call that queued it, ordered by due time and then by queueing.
 class MainQueue : public foundation::MainThread {
   public:
-    /// Runs `item` not earlier than `delay` from now, unless it has been cancelled by then.
+    /// Runs `item` no earlier than `delay` from now, unless it is cancelled by then.
     virtual void asyncAfter(std::chrono::milliseconds delay, std::shared_ptr<WorkItem> item) = 0;
 };
 

@@ -13,9 +13,9 @@
 
 namespace platform {
 
-/// What a row of a menu or a control does for the user. None while `perform` is empty.
+/// What a menu's row or a control does. No action if `perform` is empty.
 struct Action {
-    /// An identifier, by which a system that sends messages to objects names the message.
+    /// An identifier: the name of the message, where the system sends messages to objects.
     std::string name;
     std::function<void()> perform;
 };
@@ -49,7 +49,7 @@ class MenuItem {
 
     [[nodiscard]] bool isEnabled() const { return action_.perform != nullptr; }
 
-    /// Its name is empty when the row is disabled.
+    /// Its name is empty if the row is disabled.
     [[nodiscard]] const Action& action() const { return action_; }
 
     [[nodiscard]] const std::string& title() const { return title_; }
@@ -58,22 +58,21 @@ class MenuItem {
         return keyEquivalent_;
     }
 
-    /// Observers hear of it only when it is another one.
+    /// Notifies the observers only if the title changes.
     void setTitle(std::string title) {
         if (std::exchange(title_, std::move(title)) != title_) {
             titleDidChange_.notify();
         }
     }
 
-    /// Does what the row is for; nothing when it is disabled.
+    /// Performs the row's action; does nothing if it is disabled.
     void perform() const {
         if (action_.perform) {
             action_.perform();
         }
     }
 
-    /// For whoever shows the row. The observer removes itself before the row ends or is never
-    /// called again.
+    /// For backends that show the row.
     foundation::ObserverToken addTitleObserver(std::function<void()> handler) {
         return titleDidChange_.add(std::move(handler));
     }
@@ -90,25 +89,25 @@ class MenuItem {
 
 class Menu;
 
-/// Hears what happens to a menu.
+/// Notified of what happens to a menu.
 class MenuDelegate : public foundation::Interface {
   public:
-    /// Called before the menu is shown, so that its rows can be brought up to date.
+    /// Called before the menu is shown, so that its rows can be updated.
     virtual void menuWillOpen(Menu& menu) = 0;
 };
 
-/// A menu as data: its rows from top to bottom. Shared by whoever made it and whoever shows it;
-/// built before it is shown for the first time, after which only titles change. Main thread only.
+/// A menu as data: its rows from top to bottom. Complete before it is first shown; after that only
+/// titles change. Main thread only.
 class Menu {
   public:
     void addItem(std::shared_ptr<MenuItem> item) { items_.push_back(std::move(item)); }
 
     [[nodiscard]] const std::vector<std::shared_ptr<MenuItem>>& items() const { return items_; }
 
-    /// The delegate is not owned and takes itself away before it ends; null for none.
+    /// The delegate is not owned and resets this to null before it is destroyed.
     void setDelegate(MenuDelegate* delegate) { delegate_ = delegate; }
 
-    /// For whoever shows the menu: to be called before each showing.
+    /// For backends: called before each time the menu is shown.
     void willOpen() {
         if (delegate_ != nullptr) {
             delegate_->menuWillOpen(*this);

@@ -20,12 +20,12 @@
 
 namespace platform {
 
-/// Everything that the program needs of a system, in one bundle. Made once, before anything else,
-/// and outlives all that was handed a service of it. Only the entry and the application delegate
-/// see it; every other class is given just the services it uses. Main thread only.
+/// Every service that the program needs from a system. Made once, before anything else, and
+/// outlives everything that uses a service of it. Only the entry and the application delegate see
+/// it; every other class is given just the services it uses. Main thread only.
 class Platform : public foundation::Interface {
   public:
-    /// The identifier of the bundle that the program runs from; none where there are no bundles.
+    /// The identifier of the bundle that the program runs from; none without a bundle.
     [[nodiscard]] virtual std::optional<std::string> bundleIdentifier() const = 0;
 
     [[nodiscard]] virtual foundation::LogSink& logSink() = 0;
@@ -45,9 +45,9 @@ class Platform : public foundation::Interface {
     [[nodiscard]] virtual Toolkit& toolkit() = 0;
     [[nodiscard]] virtual KeyDownMonitors& keyDownMonitors() = 0;
 
-    /// Runs the event loop until the program is asked to end, then leaves the system as it should
-    /// be found. `didFinishLaunching` is called once, as soon as the system lets a program show
-    /// windows and alerts. Returns the exit code of the program.
+    /// Runs the event loop until the program is asked to end, then cleans up. Calls
+    /// `didFinishLaunching` once, as soon as the program can show windows and alerts. Returns the
+    /// program's exit code.
     virtual int run(const std::function<void()>& didFinishLaunching) = 0;
 };
 

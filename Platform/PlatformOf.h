@@ -6,7 +6,7 @@
 
 namespace platform {
 
-/// A platform whose services are members of `Services`, which is made with it and ends with it.
+/// A platform whose services are members of `Services`, which it owns.
 template <typename Services>
 class PlatformOf : public Platform {
   public:

@@ -20,26 +20,26 @@ class StatusBarButton : public foundation::Interface {
     virtual void setImagePosition(ImagePosition position) = 0;
     virtual void setTitle(std::string title) = 0;
 
-    /// What a click does where the item has no menu.
+    /// What a click does if the item has no menu.
     virtual void setAction(Action action) = 0;
 };
 
-/// The program's place in the status bar (menu bar, tray) of the desktop, which it keeps until the
-/// object goes. Where there is no bar yet, the item appears with it. Main thread only.
+/// The program's item in the desktop's status bar (menu bar, tray), which exists as long as the
+/// object. It appears as soon as there is a bar. Main thread only.
 class StatusItem : public foundation::Interface {
   public:
-    /// Null when the system has no visible part for the item.
+    /// Null if the item has no visible part.
     [[nodiscard]] virtual std::shared_ptr<StatusBarButton> button() = 0;
 
-    /// A click opens this menu from now on: Menu::willOpen(), then what its rows show. Rows are
-    /// also kept up to date while the menu is open.
+    /// A click opens this menu from now on: Menu::willOpen(), then its rows. The rows stay up to
+    /// date while the menu is open.
     virtual void setMenu(std::shared_ptr<Menu> menu) = 0;
 };
 
 /// The desktop's status bar. Main thread only.
 class StatusBar : public foundation::Interface {
   public:
-    /// The length of an item that is as wide as what it shows.
+    /// The length of an item that is as wide as its contents.
     static constexpr double variableLength = -1;
 
     [[nodiscard]] virtual std::unique_ptr<StatusItem> makeStatusItem(double length) = 0;

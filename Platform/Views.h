@@ -13,24 +13,24 @@
 
 namespace platform {
 
-/// A rectangle in a window. A view keeps the views that were put into it alive. Main thread only.
+/// A rectangle in a window. A view owns its subviews. Main thread only.
 class View : public foundation::Interface {
   public:
-    /// In points, as laid out last.
+    /// In points, as of the last layout.
     [[nodiscard]] virtual Rect frame() const = 0;
 
-    /// Puts the view into this one, in front of those before it. Both are of the same toolkit.
+    /// Adds a view of the same toolkit, in front of the earlier ones.
     virtual void addSubview(std::shared_ptr<View> view) = 0;
 
-    /// Whether the view's frame is kept by fixed margins to its container, as it is at first,
-    /// instead of by constraints.
+    /// Whether fixed margins to its container determine the view's frame, as they do at first,
+    /// instead of constraints.
     virtual void setTranslatesAutoresizingMaskIntoConstraints(bool translates) = 0;
 
-    /// Brings the frames of everything inside up to date now.
+    /// Lays out everything inside now.
     virtual void layoutSubtreeIfNeeded() = 0;
 };
 
-/// A view that shows what is described elsewhere, by the system's own declarative means.
+/// A view whose content is declared by the system's own means.
 class HostingView : public View {};
 
 /// An arrangement of views from top to bottom.
@@ -40,14 +40,14 @@ class VerticalStack : public View {
 
     virtual void setSpacing(double spacing) = 0;
     virtual void setEdgeInsets(EdgeInsets insets) = 0;
-    /// How the arranged views stand in the width; centerX at first.
+    /// The horizontal alignment of the arranged views; centerX at first.
     virtual void setAlignment(Alignment alignment) = 0;
     virtual void addArrangedSubview(std::shared_ptr<View> view) = 0;
 };
 
 enum class TextAlignment : std::uint8_t { natural, center };
 
-/// A text that cannot be changed or selected by the user unless it is said so.
+/// A text that the user can neither edit nor select, unless allowed to.
 class Label : public View {
   public:
     virtual void setText(std::string text) = 0; ///< UTF-8.
@@ -57,11 +57,11 @@ class Label : public View {
     virtual void setAlignment(TextAlignment alignment) = 0;
     virtual void setEditable(bool isEditable) = 0;
     virtual void setSelectable(bool isSelectable) = 0;
-    /// Of a wrapping label; what does not fit is cut off.
+    /// For a wrapping label; text that does not fit is cut off.
     virtual void setMaximumNumberOfLines(int lines) = 0;
 };
 
-/// Something to press, with the mouse or with the keyboard.
+/// A push button.
 class Button : public View {
   public:
     enum class BezelStyle : std::uint8_t { rounded };
@@ -69,18 +69,17 @@ class Button : public View {
     virtual void setTitle(std::string title) = 0; ///< UTF-8.
     [[nodiscard]] virtual std::string title() const = 0;
     virtual void setBezelStyle(BezelStyle style) = 0;
-    /// Whether the system composes the button by itself, as its animation needs.
+    /// Whether the button gets a layer of its own, which animation needs.
     virtual void setWantsLayer(bool wantsLayer) = 0;
 
-    /// How strongly the button keeps its width against constraints that would stretch it, from 1
-    /// to 1000.
+    /// How strongly the button resists being stretched, from 1 to 1000.
     virtual void setHorizontalContentHuggingPriority(double priority) = 0;
 
-    /// Changes the button's opacity, 0 to 1, in the course of `duration`.
+    /// Fades the button to that opacity, 0 to 1, over `duration`.
     virtual void animateAlpha(double alpha, std::chrono::milliseconds duration) = 0;
 };
 
-/// A rule for the place or size of a view. Two anchors equal, or one at least a constant.
+/// A constraint on the place or size of a view: two equal anchors, or a minimum for one.
 struct LayoutConstraint {
     enum class Anchor : std::uint8_t { top, leading, trailing, bottom, centerX, width };
     enum class Relation : std::uint8_t { equal, greaterThanOrEqual };
@@ -88,7 +87,7 @@ struct LayoutConstraint {
     std::shared_ptr<View> first;
     Anchor anchor = Anchor::top;
     Relation relation = Relation::equal;
-    /// The view whose same anchor is meant; null for a rule with a constant alone.
+    /// The view whose same anchor the first one equals; null for a minimum.
     std::shared_ptr<View> second;
     double constant = 0;
 
@@ -103,10 +102,10 @@ struct LayoutConstraint {
     }
 };
 
-/// Makes the view that fills a window and hears what happens to it. Main thread only.
+/// Makes the view that fills a window and is notified of what happens to it. Main thread only.
 class ViewController : public foundation::Interface {
   public:
-    /// The controller's view; the first call makes it: loadView(), then viewDidLoad().
+    /// The controller's view, made by the first call: loadView(), then viewDidLoad().
     [[nodiscard]] const std::shared_ptr<View>& view() {
         if (!view_) {
             loadView();
@@ -115,12 +114,12 @@ class ViewController : public foundation::Interface {
         return view_;
     }
 
-    /// Makes the view and hands it to setView().
+    /// Makes the view and passes it to setView().
     virtual void loadView() = 0;
 
     virtual void viewDidLoad() {}
 
-    /// For windows: the view is about to be shown, was laid out, is not shown any more.
+    /// Called by windows: the view is about to be shown, was laid out, is no longer shown.
     virtual void viewWillAppear() {}
 
     virtual void viewDidLayout() {}
@@ -134,7 +133,7 @@ class ViewController : public foundation::Interface {
     std::shared_ptr<View> view_;
 };
 
-/// What a window's frame offers.
+/// A window's title bar and its controls.
 struct WindowStyle {
     bool isTitled = false;
     bool isClosable = false;
@@ -143,15 +142,14 @@ struct WindowStyle {
     bool operator==(const WindowStyle&) const = default;
 };
 
-/// How and when a window gets the memory that it is drawn into.
+/// How and when a window gets its backing store.
 struct WindowBacking {
     bool isBuffered = true;
     bool isDeferred = true;
     bool operator==(const WindowBacking&) const = default;
 };
 
-/// A window of the program. It is hidden at first, and closing it only hides it: neither ends the
-/// window or the program. Main thread only.
+/// A window of the program, hidden at first. Closing it only hides it. Main thread only.
 class Window : public foundation::Interface {
   public:
     virtual void setTitle(std::string title) = 0; ///< UTF-8.
@@ -159,12 +157,12 @@ class Window : public foundation::Interface {
     /// Moves the window to the middle of the screen.
     virtual void center() = 0;
 
-    /// Fills the window with the controller's view, which is made now; the size of the window's
-    /// content stays. The controller is not owned and outlives the window; it is told when the view
-    /// appears, is laid out and disappears.
+    /// Fills the window, whose size stays, with the controller's view, which is made now. The
+    /// controller is not owned and outlives the window; it is notified when the view appears, is
+    /// laid out and disappears.
     virtual void setContentViewController(ViewController& controller) = 0;
 
-    /// Shows the window and gives it the keyboard; nothing new when it is shown already.
+    /// Shows the window in front, with the keyboard focus.
     virtual void makeKeyAndOrderFront() = 0;
 
     virtual void close() = 0;
@@ -172,27 +170,27 @@ class Window : public foundation::Interface {
     [[nodiscard]] virtual bool isVisible() const = 0;
 };
 
-/// Makes windows and what stands in them. Everything made belongs to whoever asked for it and ends
-/// before the toolkit. Main thread only.
+/// Makes windows and views. The caller owns what it makes and destroys it before the toolkit. Main
+/// thread only.
 class Toolkit : public foundation::Interface {
   public:
-    /// `contentRect` is the place of the window's content; its origin counts from the lower left
-    /// corner of the screen.
+    /// `contentRect` is the rectangle of the window's content; the origin is the lower left corner
+    /// of the screen.
     [[nodiscard]] virtual std::unique_ptr<Window>
     makeWindow(Rect contentRect, WindowStyle style, WindowBacking backing) = 0;
 
-    /// An empty view to put others into.
+    /// An empty view, as a container.
     [[nodiscard]] virtual std::shared_ptr<View> makeView(Rect frame) = 0;
     [[nodiscard]] virtual std::shared_ptr<VerticalStack> makeVerticalStack() = 0;
 
-    /// A label of one line, or one that wraps what is longer.
+    /// A label of one line, or one that wraps.
     [[nodiscard]] virtual std::shared_ptr<Label> makeLabel(std::string text) = 0;
     [[nodiscard]] virtual std::shared_ptr<Label> makeWrappingLabel(std::string text) = 0;
 
     /// `action` is called from the event loop each time the user presses the button.
     [[nodiscard]] virtual std::shared_ptr<Button> makeButton(std::string title, Action action) = 0;
 
-    /// Puts all these rules into force together. Their views stand in each other already.
+    /// Activates the constraints. A first view is already inside its second one.
     virtual void activateConstraints(const std::vector<LayoutConstraint>& constraints) = 0;
 };
 

@@ -22,8 +22,7 @@
 #include "Platform/Linux/X11/X11TrayManagerSelection.h"
 #include "Platform/PlatformFactory.h"
 #include "Platform/PlatformOf.h"
-#include "Platform/Posix/FileStandardOutput.h"
-#include "Platform/Posix/SystemClock.h"
+#include "Platform/Posix/PosixServices.h"
 
 #include <QAccessible>
 #include <QApplication>

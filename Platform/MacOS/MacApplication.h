@@ -7,11 +7,11 @@ namespace platform {
 /// The system's application object. Main thread only.
 class MacApplication final : public Application {
   public:
-    /// The system starts no second program of the same bundle: it tells the first one, which takes
-    /// that for a request to open the preferences. Nothing here asks for a conversion.
+    /// The system does not start a second program of the same bundle. It notifies the first one,
+    /// which opens its preferences. Nothing here requests a conversion.
     void setRequests(Requests requests) override;
     void activateIgnoringOtherApps() override;
-    /// Ends the process without a return from run().
+    /// Ends the process without returning from run().
     void terminate() override;
 
     /// Runs the event loop; see Platform::run().

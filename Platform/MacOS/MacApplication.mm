@@ -40,7 +40,7 @@ void MacApplication::terminate() {
 }
 
 void MacApplication::run(const std::function<void()>& didFinishLaunching) {
-    // The system holds its delegate weakly.
+    // The system refers to its delegate weakly.
     __attribute__((objc_precise_lifetime)) PWApplicationDelegate* const delegate =
         [[PWApplicationDelegate alloc] init];
     delegate.launch = didFinishLaunching;

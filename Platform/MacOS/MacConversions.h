@@ -3,6 +3,7 @@
 #include "Foundation/TextBuffer.h"
 #include "Foundation/Value.h"
 #include "Platform/Geometry.h"
+#include "Platform/Menu.h"
 
 #import <AppKit/AppKit.h>
 
@@ -11,13 +12,13 @@
 
 namespace platform {
 
-/// Between the system's values and the program's.
+/// The system's values for the program's.
 [[nodiscard]] NSString* nsString(std::string_view utf8);
 [[nodiscard]] NSSize nsSize(Size size);
 [[nodiscard]] NSRect nsRect(Rect rect);
 [[nodiscard]] NSFont* nsFont(SystemFont font);
 
-/// In UTF-8; U+FFFD stands for half a surrogate pair. Null is an empty text.
+/// In UTF-8; U+FFFD replaces half a surrogate pair. Nil is an empty text.
 [[nodiscard]] foundation::TextBuffer utf8Text(NSString* string);
 [[nodiscard]] std::string utf8String(NSString* string);
 
@@ -31,3 +32,10 @@ namespace platform {
 [[nodiscard]] foundation::Dictionary dictionaryOf(NSDictionary* dictionary);
 
 } // namespace platform
+
+/// The target of a menu item or control: it understands the message that the action is named after.
+@interface PWActionTarget : NSObject
+- (instancetype)initWithAction:(platform::Action)action;
+/// The message to send.
+@property(nonatomic, readonly) SEL selector;
+@end

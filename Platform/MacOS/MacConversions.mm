@@ -2,9 +2,12 @@
 
 #include "Foundation/Utf16.h"
 
+#import <objc/runtime.h>
+
 #include <chrono>
 #include <cmath>
 #include <cstdint>
+#include <utility>
 #include <variant>
 
 namespace platform {
@@ -71,7 +74,7 @@ foundation::Value dateOf(NSDate* date) {
 } // namespace
 
 NSString* nsString(std::string_view utf8) {
-    // By characters: a decoder of the system's may take the first one for a mark of the encoding.
+    // From characters: a decoder might take the first one for a byte order mark.
     const std::u16string units = foundation::utf16FromUtf8(utf8);
     return [[NSString alloc] initWithCharacters:reinterpret_cast<const unichar*>(units.data())
                                          length:units.size()];
@@ -132,3 +135,27 @@ foundation::Dictionary dictionaryOf(NSDictionary* dictionary) {
 }
 
 } // namespace platform
+
+@implementation PWActionTarget {
+    platform::Action _action;
+}
+
+- (instancetype)initWithAction:(platform::Action)action {
+    self = [super init];
+    if (self != nil) {
+        _action = std::move(action);
+        _selector = NSSelectorFromString(platform::nsString(_action.name));
+        const IMP method = [self methodForSelector:@selector(perform)];
+        class_addMethod([PWActionTarget class], _selector, method, "v@:");
+    }
+    return self;
+}
+
+/// The implementation of every action's message.
+- (void)perform {
+    // A copy: the action may destroy this target.
+    const auto action = _action.perform;
+    action();
+}
+
+@end

@@ -5,7 +5,7 @@
 
 namespace platform {
 
-/// An image of the system's. Main thread only.
+/// A system image. Main thread only.
 class MacImage final : public Image {
   public:
     explicit MacImage(NSImage* image) : image_(image) {}
@@ -24,7 +24,7 @@ class MacImage final : public Image {
     NSImage* const image_;
 };
 
-/// The drawing that the system has begun.
+/// The current drawing of the system.
 class MacCanvas final : public Canvas {
   public:
     void fill(Rect rect, Color color) override {
@@ -50,7 +50,7 @@ class MacCanvas final : public Canvas {
     }
 };
 
-/// The symbols of the system, and images that are drawn by need. Main thread only.
+/// System symbols and images drawn on demand. Main thread only.
 class MacImages final : public Images {
   public:
     [[nodiscard]] std::shared_ptr<Image> systemSymbol(std::string_view name,

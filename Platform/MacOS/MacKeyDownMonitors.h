@@ -9,7 +9,7 @@
 
 namespace platform {
 
-/// The system's local monitors of key presses, which go with this object. Main thread only.
+/// The system's local monitors of key presses, removed with this object. Main thread only.
 class MacKeyDownMonitors final : public KeyDownMonitors {
   public:
     MacKeyDownMonitors() = default;
@@ -25,7 +25,7 @@ class MacKeyDownMonitors final : public KeyDownMonitors {
         const auto handleEvent = ^NSEvent*(NSEvent* event) {
             const KeyEvent pressed{.keyCode = event.keyCode,
                                    .modifierFlags = {event.modifierFlags}};
-            // It may remove its monitor, and the block with it.
+            // A copy: the handler may remove its monitor, and this block with it.
             const Handler running = handler;
             return running(pressed) ? event : nil;
         };

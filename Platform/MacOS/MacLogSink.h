@@ -14,8 +14,8 @@
 
 namespace platform {
 
-/// The system's unified log. Each value keeps its privacy: the system shows a private one only to
-/// whoever may debug the program. Debug records stay in memory.
+/// The system's unified log. Each value keeps its privacy: the system shows private ones only to a
+/// debugger. Debug records stay in memory.
 class MacLogSink final : public foundation::LogSink {
   public:
     foundation::LogChannel& channel(std::string_view subsystem,
@@ -42,7 +42,7 @@ class MacLogSink final : public foundation::LogSink {
             try {
                 write(logPieces(record), typeOf(record.level));
             } catch (const std::bad_alloc&) {
-                // Without memory for a line of log there is none: the program goes on.
+                // Without memory for the message it is dropped.
                 return;
             }
         }
@@ -52,8 +52,8 @@ class MacLogSink final : public foundation::LogSink {
             return level == foundation::LogLevel::debug ? OS_LOG_TYPE_DEBUG : OS_LOG_TYPE_ERROR;
         }
 
-        /// The system wants its format as a literal, and shows even an empty private value as one:
-        /// so there is a format for each number of them. What is beyond two is not shown to anyone.
+        /// The format must be a literal, and even an empty private value is shown as one, so there
+        /// is a format for each number of private values. Values beyond two are never shown.
         void write(std::vector<foundation::LogPiece> pieces, os_log_type_t type) {
             for (std::size_t i = 5; i < pieces.size(); ++i) {
                 const bool isPublic = pieces[i].privacy == foundation::LogPrivacy::isPublic;

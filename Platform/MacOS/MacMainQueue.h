@@ -7,8 +7,8 @@
 
 namespace platform {
 
-/// The system's main queue, which the main thread's event loop works off, also while a menu is open
-/// or an alert waits.
+/// The system's main queue, which the main thread's event loop runs, even while a menu or an alert
+/// is open.
 class MacMainQueue final : public MainQueue {
   public:
     [[nodiscard]] bool isMainThread() const override { return [NSThread isMainThread]; }

@@ -7,8 +7,8 @@
 
 namespace platform {
 
-/// A pasteboard of the system's; the program uses the general one. Newer systems may ask the user
-/// before it is read; a refusal is no text. Main thread only.
+/// A system pasteboard; the program uses the general one. Newer systems may ask the user before it
+/// is read; a refusal reads as no text. Main thread only.
 class MacPasteboard final : public Pasteboard {
   public:
     explicit MacPasteboard(NSPasteboard* pasteboard) : pasteboard_(pasteboard) {}

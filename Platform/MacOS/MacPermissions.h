@@ -5,7 +5,6 @@
 
 #import <AppKit/AppKit.h>
 #import <ApplicationServices/ApplicationServices.h>
-#import <Foundation/Foundation.h>
 
 namespace platform {
 
@@ -33,7 +32,7 @@ class MacAlerts final : public Alerts {
         for (const std::string& title : alert.buttonTitles) {
             [nsAlert addButtonWithTitle:nsString(title)];
         }
-        // One of a program without a place in the Dock would come up behind everything else.
+        // The alert of a program without a Dock icon would open behind everything else.
         [NSApp activateIgnoringOtherApps:YES];
         const NSModalResponse index = [nsAlert runModal] - NSAlertFirstButtonReturn;
         return index < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(index));

@@ -12,8 +12,7 @@
 #import "Platform/MacOS/MacViews.h"
 #include "Platform/PlatformFactory.h"
 #include "Platform/PlatformOf.h"
-#include "Platform/Posix/FileStandardOutput.h"
-#include "Platform/Posix/SystemClock.h"
+#include "Platform/Posix/PosixServices.h"
 
 #include <csignal>
 
@@ -56,7 +55,7 @@ class MacPlatform final : public PlatformOf<MacServices> {
 } // namespace
 
 PlatformOrNot makePlatform(int& /*argc*/, char** /*argv*/) {
-    // A line to a pipe that nobody reads any more must not end the program.
+    // Writing to a pipe without a reader must not end the program.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     [NSApplication sharedApplication];
     return std::make_unique<MacPlatform>();

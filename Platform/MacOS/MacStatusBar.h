@@ -2,7 +2,6 @@
 
 #include "Foundation/Interface.h"
 #import "Platform/MacOS/MacImages.h"
-#import "Platform/MacOS/PWActionTarget.h"
 #include "Platform/Menu.h"
 #include "Platform/StatusBar.h"
 
@@ -14,8 +13,7 @@
 
 namespace platform {
 
-/// A menu of the system's with the rows of a Menu, which it follows for as long as it exists. Main
-/// thread only.
+/// The system's menu for a Menu, whose titles it follows as long as it exists. Main thread only.
 class MacMenu : foundation::Pinned {
   public:
     explicit MacMenu(std::shared_ptr<Menu> menu);
@@ -28,12 +26,12 @@ class MacMenu : foundation::Pinned {
 
     std::shared_ptr<Menu> menu_;
     NSMenu* const nsMenu_ = [[NSMenu alloc] init];
-    /// The system's items and menus do not keep what they call alive.
+    /// The system's items and menus refer to their targets weakly.
     NSMutableArray* const targets_ = [NSMutableArray array];
     std::vector<std::pair<MenuItem&, foundation::ObserverToken>> followed_;
 };
 
-/// The button of an item of the menu bar. Its images come from MacImages. Main thread only.
+/// The button of an item in the menu bar. Takes only images of MacImages. Main thread only.
 class MacStatusBarButton final : public StatusBarButton {
   public:
     explicit MacStatusBarButton(NSStatusBarButton* button) : button_(button) {}
@@ -61,7 +59,7 @@ class MacStatusBarButton final : public StatusBarButton {
     PWActionTarget* target_ = nil;
 };
 
-/// An item of the menu bar, which stands there until this object goes. Main thread only.
+/// An item in the menu bar, which exists as long as this object. Main thread only.
 class MacStatusItem final : public StatusItem {
   public:
     explicit MacStatusItem(NSStatusItem* item) : item_(item) {
@@ -86,7 +84,7 @@ class MacStatusItem final : public StatusItem {
     std::unique_ptr<MacMenu> menu_;
 };
 
-/// The right part of the menu bar. Main thread only.
+/// The menu bar's status items. Main thread only.
 class MacStatusBar final : public StatusBar {
   public:
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem(double length) override {

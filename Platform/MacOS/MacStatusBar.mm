@@ -1,7 +1,6 @@
 #import "Platform/MacOS/MacStatusBar.h"
 
 #import "Platform/MacOS/MacConversions.h"
-#import "Platform/MacOS/PWActionTarget.h"
 
 @interface PWMenuDelegate : NSObject <NSMenuDelegate>
 @property(nonatomic) platform::Menu* menu;

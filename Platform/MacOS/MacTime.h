@@ -8,7 +8,7 @@
 
 namespace platform {
 
-/// The calendar that the user chose in the system's settings. Main thread only.
+/// The calendar chosen in the system's settings. Main thread only.
 class MacCalendar final : public Calendar {
   public:
     [[nodiscard]] DateComponents dateComponents(foundation::Date date) const override {

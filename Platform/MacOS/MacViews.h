@@ -2,26 +2,26 @@
 
 #include "Foundation/FatalError.h"
 #import "Platform/MacOS/MacConversions.h"
-#import "Platform/MacOS/PWActionTarget.h"
-#import "Platform/MacOS/PWViewController.h"
 #include "Platform/Views.h"
 
 #import <AppKit/AppKit.h>
 
+#include <chrono>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
 namespace platform {
 
-/// What every view of this toolkit has. Main thread only.
+/// The part that all views of this toolkit share. Main thread only.
 class MacViewNode {
   public:
     explicit MacViewNode(NSView* view) : view_(view) {}
 
     virtual ~MacViewNode() = default;
 
-    /// The system's view behind one of this toolkit; another toolkit's stops the program.
+    /// The system's view of a view of this toolkit; throws std::bad_cast for any other view.
     [[nodiscard]] static NSView* nsView(View& view) {
         return dynamic_cast<MacViewNode&>(view).view_;
     }
@@ -31,7 +31,7 @@ class MacViewNode {
     std::vector<std::shared_ptr<View>> subviews_;
 };
 
-/// A view, stack, label or button (the interface) that is a view of the system's class.
+/// A view, stack, label or button on a view of the system's class.
 template <typename Interface, typename NSViewType>
 class MacViewOf : public Interface, public MacViewNode {
   public:
@@ -85,7 +85,7 @@ class MacVerticalStack final : public MacViewOf<VerticalStack, NSStackView> {
     }
 };
 
-/// A text field that only shows. Main thread only.
+/// A text field as a label. Main thread only.
 class MacLabel final : public MacViewOf<Label, NSTextField> {
   public:
     using MacViewOf::MacViewOf;
@@ -116,7 +116,7 @@ class MacLabel final : public MacViewOf<Label, NSTextField> {
 /// A push button. Main thread only.
 class MacButton final : public MacViewOf<Button, NSButton> {
   public:
-    /// `target` is what `button` sends its action to.
+    /// `target` is the button's, which refers to it weakly.
     MacButton(NSButton* button, PWActionTarget* target) : MacViewOf(button), target_(target) {}
 
     void setTitle(std::string title) override { typedView().title = nsString(title); }
@@ -145,10 +145,10 @@ class MacButton final : public MacViewOf<Button, NSButton> {
     }
 
   private:
-    [[maybe_unused]] PWActionTarget* const target_; ///< Retained here: a button does not.
+    [[maybe_unused]] PWActionTarget* const target_;
 };
 
-/// A window of the system's, which this object closes at its end. Main thread only.
+/// A window, closed when this object is destroyed. Main thread only.
 class MacWindow final : public Window {
   public:
     explicit MacWindow(NSWindow* window) : window_(window) { window.releasedWhenClosed = NO; }
@@ -162,12 +162,7 @@ class MacWindow final : public Window {
 
     void center() override { [window_ center]; }
 
-    void setContentViewController(ViewController& controller) override {
-        const NSSize size = [window_ contentRectForFrameRect:window_.frame].size;
-        window_.contentViewController = [[PWViewController alloc] initWithController:&controller];
-        // The system gave the window the size of the controller's view.
-        [window_ setContentSize:size];
-    }
+    void setContentViewController(ViewController& controller) override;
 
     void makeKeyAndOrderFront() override { [window_ makeKeyAndOrderFront:nil]; }
 
@@ -179,7 +174,7 @@ class MacWindow final : public Window {
     NSWindow* const window_;
 };
 
-/// The system's windows, all of them buffered, and views. Main thread only.
+/// Makes windows, all of them buffered, and views. Main thread only.
 class MacToolkit final : public Toolkit {
   public:
     [[nodiscard]] std::unique_ptr<Window>
@@ -246,7 +241,7 @@ class MacToolkit final : public Toolkit {
         NSView* const first = MacViewNode::nsView(*constraint.first);
         NSView* const second = constraint.second ? MacViewNode::nsView(*constraint.second) : nil;
         if (second != nil && ![first isDescendantOf:second]) {
-            foundation::fatalError("a constraint's first view does not stand in its second one");
+            foundation::fatalError("a constraint's first view is not inside its second one");
         }
         return [NSLayoutConstraint
             constraintWithItem:first

@@ -10,8 +10,7 @@
 
 namespace platform {
 
-/// An application that counts what is asked of it and plays the desktop's requests. Main thread
-/// only.
+/// Counts what is asked of it and makes requests as the desktop does. Main thread only.
 class MemoryApplication final : public Application {
   public:
     using Request = std::function<void()> Requests::*;
@@ -28,7 +27,7 @@ class MemoryApplication final : public Application {
 
     void terminate() override { isTerminated_ = true; }
 
-    /// The desktop asks the program for something.
+    /// Makes a request as the desktop does.
     void ask(Request request) {
         if (!areRequestsSet_) {
             earlyRequests_.push_back(request);
@@ -49,12 +48,12 @@ class MemoryApplication final : public Application {
     bool isTerminated_ = false;
 };
 
-/// A standard output that is kept. Main thread only.
+/// Records what is written. Main thread only.
 class MemoryStandardOutput final : public StandardOutput {
   public:
     void writeLine(std::string_view text) override { lines_.emplace_back(text); }
 
-    /// All lines so far, without their line feeds.
+    /// All lines so far, without line feeds.
     [[nodiscard]] const std::vector<std::string>& lines() const { return lines_; }
 
   private:

@@ -12,8 +12,8 @@
 
 namespace platform {
 
-/// A canvas that writes down what is drawn on it. Its font is simple: every byte of a text is 10
-/// points wide and every line 16 high, whatever the size.
+/// Records what is drawn on it. In its only font every byte is 10 points wide and every line 16
+/// high, whatever the size.
 class MemoryCanvas final : public Canvas {
   public:
     struct Fill {
@@ -49,10 +49,10 @@ class MemoryCanvas final : public Canvas {
     std::vector<Text> texts_;
 };
 
-/// An image that knows what it was made from.
+/// An image that records how it was made.
 class MemoryImage final : public Image {
   public:
-    /// A symbol of the system, with the description that it was asked for with.
+    /// A system symbol with the description given for it.
     MemoryImage(std::string symbolName, std::string accessibilityDescription)
         : symbolName_(std::move(symbolName)),
           accessibilityDescription_(std::move(accessibilityDescription)) {}
@@ -75,7 +75,7 @@ class MemoryImage final : public Image {
         return accessibilityDescription_;
     }
 
-    /// Draws what a drawn image shows; nothing for a symbol.
+    /// Draws the image if it is a drawn one.
     void drawOn(MemoryCanvas& canvas) const {
         if (draw_) {
             draw_(canvas);
@@ -90,7 +90,7 @@ class MemoryImage final : public Image {
     std::function<void(Canvas&)> draw_;
 };
 
-/// Makes images that remember where they come from. It has no symbols until it is given some.
+/// Makes images that record how they were made. Has no symbols but those added by addSymbol().
 class MemoryImages final : public Images {
   public:
     [[nodiscard]] std::shared_ptr<Image>
@@ -111,12 +111,12 @@ class MemoryImages final : public Images {
 
     void addSymbol(std::string name) { symbols_.insert(std::move(name)); }
 
-    /// The names asked for so far, in order.
+    /// The symbol names requested so far, in order.
     [[nodiscard]] const std::vector<std::string>& requestedSymbols() const {
         return requestedSymbols_;
     }
 
-    /// How many images were made by drawing.
+    /// How many images have been drawn.
     [[nodiscard]] int drawnCount() const { return drawnCount_; }
 
   private:

@@ -13,8 +13,7 @@
 
 namespace platform {
 
-/// A log that keeps every record in memory, for whoever wants to read afterwards what was said:
-/// on the main thread, once no other thread writes any more.
+/// Keeps every record. Read it on the main thread, once no other thread writes.
 class MemoryLogSink final : public foundation::LogSink {
   public:
     struct Entry {
@@ -23,9 +22,9 @@ class MemoryLogSink final : public foundation::LogSink {
         foundation::LogLevel level;
         /// The format as the call site gave it, privacy marks included.
         std::string format;
-        /// The message with every value in it.
+        /// The message with every value.
         std::string whole;
-        /// The message as a system's log shows it, private values hidden.
+        /// The message with private values hidden.
         std::string redacted;
     };
 
@@ -37,7 +36,7 @@ class MemoryLogSink final : public foundation::LogSink {
     /// All records so far, oldest first.
     [[nodiscard]] const std::vector<Entry>& entries() const { return entries_; }
 
-    /// The whole message of each record, with the level before it: "debug: ..." or "error: ...".
+    /// Each whole message with its level: "debug: ..." or "error: ...".
     [[nodiscard]] std::vector<std::string> messages() const;
 
     void clear() { entries_.clear(); }

@@ -3,6 +3,7 @@
 #include "Platform/MainQueue.h"
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -11,28 +12,41 @@
 
 namespace platform {
 
-/// A main queue whose time is virtual: it stands still until somebody advances it. Every thread
-/// passes for the main one until a test says otherwise.
+/// A main queue with virtual time, which moves only by advance(). Every thread counts as the main
+/// one until a test says otherwise.
 class MemoryMainQueue final : public MainQueue {
   public:
     [[nodiscard]] bool isMainThread() const override { return isMainThread_; }
 
-    void async(std::function<void()> work) override;
-    void asyncAfter(std::chrono::milliseconds delay, std::shared_ptr<WorkItem> item) override;
+    void async(std::function<void()> work) override {
+        asyncAfter(std::chrono::milliseconds(0), std::make_shared<WorkItem>(std::move(work)));
+    }
 
-    /// What isMainThread() answers from now on.
+    void asyncAfter(std::chrono::milliseconds delay, std::shared_ptr<WorkItem> item) override {
+        pending_.emplace(DueOrder{now_ + delay, queuedCount_++}, std::move(item));
+    }
+
+    /// What isMainThread() returns from now on.
     void setIsMainThread(bool isMainThread) { isMainThread_ = isMainThread; }
 
-    /// Moves time on by `duration`, running what becomes due on the way, each at its own time.
-    void advance(std::chrono::milliseconds duration);
+    /// Advances time by `duration` and runs the work that becomes due, each at its own time.
+    void advance(std::chrono::milliseconds duration) {
+        const auto end = now_ + duration;
+        while (!pending_.empty() && pending_.begin()->first.first <= end) {
+            const auto next = pending_.extract(pending_.begin());
+            now_ = next.key().first;
+            next.mapped()->perform();
+        }
+        now_ = end;
+    }
 
-    /// Runs what is due now, and what that queues for now.
+    /// Runs the work that is due now, including what it queues for now.
     void drain() { advance(std::chrono::milliseconds(0)); }
 
     /// Virtual time since the queue was made.
     [[nodiscard]] std::chrono::milliseconds now() const { return now_; }
 
-    /// How many pieces of work wait, cancelled ones included.
+    /// How many work items are pending, including cancelled ones.
     [[nodiscard]] std::size_t pendingCount() const { return pending_.size(); }
 
   private:

@@ -2,16 +2,18 @@
 
 #include "Platform/Permissions.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 namespace platform {
 
-/// A trust that is there, as at first, or not, as the test says. Main thread only.
+/// Trusts the program until a test says otherwise. Main thread only.
 class MemoryAccessibilityTrust final : public AccessibilityTrust {
   public:
     [[nodiscard]] bool isProcessTrusted() const override { return isTrusted_; }
@@ -23,7 +25,7 @@ class MemoryAccessibilityTrust final : public AccessibilityTrust {
 
     void setTrusted(bool isTrusted) { isTrusted_ = isTrusted; }
 
-    /// How often the question was asked with the system's prompt.
+    /// How many times the system's prompt was shown.
     [[nodiscard]] int promptCount() const { return promptCount_; }
 
   private:
@@ -31,7 +33,7 @@ class MemoryAccessibilityTrust final : public AccessibilityTrust {
     int promptCount_ = 0;
 };
 
-/// Alerts that answer themselves, as told before. Main thread only.
+/// Alerts with a preset answer. Main thread only.
 class MemoryAlerts final : public Alerts {
   public:
     std::optional<std::size_t> runModal(const Alert& alert) override {
@@ -42,12 +44,12 @@ class MemoryAlerts final : public Alerts {
         return answer_;
     }
 
-    /// The index of the button that the user chooses from now on; none, as at first, when the alert
-    /// goes away by itself.
+    /// The button that the user chooses from now on; none, as at first, if the alert is closed
+    /// without one.
     void setAnswer(std::optional<std::size_t> buttonIndex) { answer_ = buttonIndex; }
 
-    /// What happens while an alert is up.
-    void setWhileShown(std::function<void()> happening) { whileShown_ = std::move(happening); }
+    /// Called while an alert is shown.
+    void setWhileShown(std::function<void()> whileShown) { whileShown_ = std::move(whileShown); }
 
     /// All alerts so far, oldest first.
     [[nodiscard]] const std::vector<Alert>& shown() const { return shown_; }
@@ -58,19 +60,38 @@ class MemoryAlerts final : public Alerts {
     std::function<void()> whileShown_;
 };
 
-/// A desktop that opens nothing and remembers what it was asked to. Takes every text with a scheme
-/// for a URL. Main thread only.
+/// A desktop that records the URLs it is asked to open. Every text with a scheme is a URL. Main
+/// thread only.
 class MemoryWorkspace final : public Workspace {
   public:
-    bool openURL(const std::string& url) override;
+    bool openURL(const std::string& url) override {
+        if (!hasScheme(url)) {
+            return false;
+        }
+        urls_.push_back(url);
+        return !refuses_;
+    }
 
-    /// Whether the desktop refuses to open anything from now on.
+    /// Whether openURL() fails from now on.
     void setRefuses(bool refuses) { refuses_ = refuses; }
 
-    /// The URLs that were asked for so far, refused ones included.
+    /// The URLs so far, including refused ones.
     [[nodiscard]] const std::vector<std::string>& urls() const { return urls_; }
 
   private:
+    static bool hasScheme(std::string_view text) {
+        const auto isLetter = [](char character) {
+            return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
+        };
+        const auto isInScheme = [isLetter](char character) {
+            return isLetter(character) || (character >= '0' && character <= '9') ||
+                   character == '+' || character == '-' || character == '.';
+        };
+        const std::string_view scheme = text.substr(0, text.find(':'));
+        return scheme.size() < text.size() && !scheme.empty() && isLetter(scheme.front()) &&
+               std::all_of(scheme.begin(), scheme.end(), isInScheme);
+    }
+
     std::vector<std::string> urls_;
     bool refuses_ = false;
 };

@@ -21,7 +21,7 @@
 
 namespace platform {
 
-/// A whole system in memory, for running the program where nothing is real. Main thread only.
+/// A whole system in memory, for running the program in tests. Main thread only.
 class MemoryPlatform final : public Platform {
   public:
     [[nodiscard]] std::optional<std::string> bundleIdentifier() const override {
@@ -64,7 +64,7 @@ class MemoryPlatform final : public Platform {
 
     [[nodiscard]] MemoryKeyDownMonitors& keyDownMonitors() override { return keyDownMonitors_; }
 
-    /// Plays what the user does while the program runs, then ends it.
+    /// Launches the program, does what setUser() says and returns.
     int run(const std::function<void()>& didFinishLaunching) override {
         didFinishLaunching();
         if (user_) {
@@ -73,6 +73,7 @@ class MemoryPlatform final : public Platform {
         return 0;
     }
 
+    /// What the user does while the program runs.
     void setUser(std::function<void()> user) { user_ = std::move(user); }
 
     void setBundleIdentifier(std::string identifier) { bundleIdentifier_ = std::move(identifier); }

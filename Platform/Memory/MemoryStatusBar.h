@@ -12,7 +12,7 @@
 
 namespace platform {
 
-/// A status item's button whose state can be read. It takes images of MemoryImages only.
+/// A status item's button whose state can be read. Takes only images of MemoryImages.
 class MemoryStatusBarButton final : public StatusBarButton {
   public:
     void setImage(std::shared_ptr<const Image> image) override {
@@ -47,7 +47,7 @@ class MemoryStatusBarButton final : public StatusBarButton {
     Action action_{.name = "perform", .perform = [] {}};
 };
 
-/// A status item that a test can open and choose from as the user does.
+/// A status item that a test can click and choose from as the user does.
 class MemoryStatusItem final : public StatusItem {
   public:
     MemoryStatusItem(double length, std::shared_ptr<MemoryStatusBarButton> button)
@@ -55,7 +55,7 @@ class MemoryStatusItem final : public StatusItem {
 
     [[nodiscard]] std::shared_ptr<StatusBarButton> button() override { return button_; }
 
-    /// The same button, with what only a button in memory can tell.
+    /// The same button with its own type.
     [[nodiscard]] const std::shared_ptr<MemoryStatusBarButton>& memoryButton() const {
         return button_;
     }
@@ -70,14 +70,14 @@ class MemoryStatusItem final : public StatusItem {
 
     [[nodiscard]] const std::shared_ptr<Menu>& menu() const { return menu_; }
 
-    /// A click: opens the menu where there is one.
+    /// Clicks the item, which opens its menu, if any.
     void click() const {
         if (menu_) {
             menu_->willOpen();
         }
     }
 
-    /// Opens the menu and chooses the enabled row with that title; false when there is none.
+    /// Opens the menu and chooses the enabled row with that title; false if there is none.
     [[nodiscard]] bool choose(std::string_view title) const {
         click();
         if (!menu_) {
@@ -99,7 +99,7 @@ class MemoryStatusItem final : public StatusItem {
     foundation::WeakReferenceSource<MemoryStatusItem> self_{this};
 };
 
-/// A status bar whose newest item can be looked at.
+/// A status bar whose newest item can be read.
 class MemoryStatusBar final : public StatusBar {
   public:
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem(double length) override {
@@ -109,10 +109,10 @@ class MemoryStatusBar final : public StatusBar {
         return item;
     }
 
-    /// The item made last while it exists; null before and after.
+    /// The newest item while it exists; otherwise null.
     [[nodiscard]] MemoryStatusItem* item() const { return item_.get(); }
 
-    /// Items made from now on have no visible part.
+    /// Items made from now on have no button.
     void refuseButtons() { refusesButtons_ = true; }
 
   private:

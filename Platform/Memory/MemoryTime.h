@@ -10,8 +10,8 @@
 
 namespace platform {
 
-/// A clock that goes with the virtual time of a main queue, which outlives it. It shows the
-/// beginning of 1970 when that time begins. Main thread only.
+/// A clock that follows the virtual time of a main queue, which outlives it. It starts in 1970.
+/// Main thread only.
 class MemoryClock final : public Clock {
   public:
     explicit MemoryClock(const MemoryMainQueue& queue) : queue_(queue) {}
@@ -26,18 +26,32 @@ class MemoryClock final : public Clock {
     foundation::Date base_{};
 };
 
-/// The Gregorian calendar in a zone that is a fixed time ahead of UTC. It cannot tell what a test
-/// has it leave out. Main thread only.
+/// The Gregorian calendar in a time zone with a fixed offset. A test may have it leave components
+/// out. Main thread only.
 class MemoryCalendar final : public Calendar {
   public:
     enum class Component : std::uint8_t { year, month, day };
 
-    [[nodiscard]] DateComponents dateComponents(foundation::Date date) const override;
+    [[nodiscard]] DateComponents dateComponents(foundation::Date date) const override {
+        const std::chrono::year_month_day day(
+            std::chrono::floor<std::chrono::days>(date + utcOffset_));
+        DateComponents components;
+        if (!leftOut_.contains(Component::year)) {
+            components.year = static_cast<int>(day.year());
+        }
+        if (!leftOut_.contains(Component::month)) {
+            components.month = static_cast<int>(static_cast<unsigned>(day.month()));
+        }
+        if (!leftOut_.contains(Component::day)) {
+            components.day = static_cast<int>(static_cast<unsigned>(day.day()));
+        }
+        return components;
+    }
 
-    /// Moves to another zone; negative is west of Greenwich. At first it is UTC.
+    /// Changes the time zone, which is UTC at first; negative is west of Greenwich.
     void setUtcOffset(std::chrono::minutes utcOffset) { utcOffset_ = utcOffset; }
 
-    /// From now on that component is none.
+    /// The component is none from now on.
     void leaveOut(Component component) { leftOut_.insert(component); }
 
   private:

@@ -87,7 +87,7 @@ void MemoryToolkit::activateConstraints(const std::vector<LayoutConstraint>& con
     for (const LayoutConstraint& constraint : constraints) {
         if (constraint.second != nullptr &&
             !MemoryViewNode::of(*constraint.second).holds(*constraint.first)) {
-            foundation::fatalError("a constraint's first view does not stand in its second one");
+            foundation::fatalError("a constraint's first view is not inside its second one");
         }
         group.push_back({.first = constraint.first,
                          .anchor = constraint.anchor,

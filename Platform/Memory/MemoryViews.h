@@ -13,35 +13,34 @@
 
 namespace platform {
 
-/// What every view of the in-memory toolkit, whatever its kind, tells about itself. Main thread
-/// only.
+/// The state of every view of the in-memory toolkit, whatever its kind. Main thread only.
 class MemoryViewNode : foundation::Pinned {
   public:
     using Subviews = std::vector<std::shared_ptr<View>>;
 
-    /// The node of a view of the in-memory toolkit; any other view throws std::bad_cast.
+    /// The node of a view of the in-memory toolkit; throws std::bad_cast for any other view.
     [[nodiscard]] static const MemoryViewNode& of(const View& view);
 
-    /// What was put into the view, the rearmost first. The view keeps it alive.
+    /// The subviews, rearmost first.
     [[nodiscard]] const Subviews& subviews() const { return subviews_; }
 
-    /// Whether the other view stands in this one, at any depth.
+    /// Whether the other view is inside this one, at any depth.
     [[nodiscard]] bool holds(const View& other) const;
 
     [[nodiscard]] bool translatesAutoresizingMaskIntoConstraints() const {
         return translatesAutoresizingMaskIntoConstraints_;
     }
 
-    /// How often the view was told to lay out what is inside.
+    /// How many times layoutSubtreeIfNeeded() was called.
     [[nodiscard]] int layoutCount() const { return layoutCount_; }
 
-    /// For windows and for tests, which give a view its place.
+    /// For windows and tests.
     void setFrame(Rect frame) { frame_ = frame; }
 
   protected:
     explicit MemoryViewNode(Rect frame) : frame_(frame) {}
 
-    // NOLINTBEGIN(misc-non-private-member-variables-in-classes): the view's other half
+    // NOLINTBEGIN(misc-non-private-member-variables-in-classes): used by MemoryViewOf
     Rect frame_;
     Subviews subviews_;
     bool translatesAutoresizingMaskIntoConstraints_ = true;
@@ -49,7 +48,7 @@ class MemoryViewNode : foundation::Pinned {
     // NOLINTEND(misc-non-private-member-variables-in-classes)
 };
 
-/// The part that is the same in every kind of view, `Kind` being the interface of one.
+/// The part that all kinds of views share; `Kind` is the interface of one.
 template <typename Kind>
 class MemoryViewOf : public Kind, public MemoryViewNode {
   public:
@@ -67,19 +66,18 @@ class MemoryViewOf : public Kind, public MemoryViewNode {
     explicit MemoryViewOf(Rect frame = {}) : MemoryViewNode(frame) {}
 };
 
-/// An empty view in memory. Main thread only.
+/// An empty view. Main thread only.
 class MemoryView final : public MemoryViewOf<View> {
   public:
     explicit MemoryView(Rect frame) : MemoryViewOf(frame) {}
 };
 
-/// A view in memory that stands for declared content, which takes its room when it is laid out.
-/// Main thread only.
+/// A view whose declared content may change its frame at the next layout. Main thread only.
 class MemoryHostingView final : public MemoryViewOf<HostingView> {
   public:
     MemoryHostingView() = default;
 
-    /// The frame that the view has from its next layout on.
+    /// The frame from the next layout on.
     void setFrameOfNextLayout(Rect frame) { frameOfNextLayout_ = frame; }
 
     void layoutSubtreeIfNeeded() override {
@@ -91,8 +89,7 @@ class MemoryHostingView final : public MemoryViewOf<HostingView> {
     std::optional<Rect> frameOfNextLayout_;
 };
 
-/// A vertical stack in memory. Its subviews are the arranged ones, the topmost first. Main thread
-/// only.
+/// A vertical stack. Its subviews are the arranged ones, topmost first. Main thread only.
 class MemoryVerticalStack final : public MemoryViewOf<VerticalStack> {
   public:
     MemoryVerticalStack() = default;
@@ -105,7 +102,7 @@ class MemoryVerticalStack final : public MemoryViewOf<VerticalStack> {
 
     void addArrangedSubview(std::shared_ptr<View> view) override { addSubview(std::move(view)); }
 
-    /// None while nobody has chosen one.
+    /// None until it is set.
     [[nodiscard]] std::optional<double> spacing() const { return spacing_; }
 
     [[nodiscard]] EdgeInsets edgeInsets() const { return edgeInsets_; }
@@ -118,7 +115,7 @@ class MemoryVerticalStack final : public MemoryViewOf<VerticalStack> {
     Alignment alignment_ = Alignment::centerX;
 };
 
-/// A label in memory, which remembers how it was to look. Main thread only.
+/// A label that records its attributes. Main thread only.
 class MemoryLabel final : public MemoryViewOf<Label> {
   public:
     MemoryLabel(std::string text, bool wraps) : text_(std::move(text)), wraps_(wraps) {}
@@ -139,7 +136,7 @@ class MemoryLabel final : public MemoryViewOf<Label> {
 
     void setMaximumNumberOfLines(int lines) override { maximumNumberOfLines_ = lines; }
 
-    /// None while nobody has chosen a font.
+    /// None until it is set.
     [[nodiscard]] std::optional<SystemFont> font() const { return font_; }
 
     [[nodiscard]] TextColor textColor() const { return textColor_; }
@@ -166,7 +163,7 @@ class MemoryLabel final : public MemoryViewOf<Label> {
     bool wraps_;
 };
 
-/// A button in memory, which a test can press. Main thread only.
+/// A button that a test can press. Main thread only.
 class MemoryButton final : public MemoryViewOf<Button> {
   public:
     struct AlphaAnimation {
@@ -194,7 +191,7 @@ class MemoryButton final : public MemoryViewOf<Button> {
         alphaAnimations_.push_back({.alpha = alpha, .duration = duration});
     }
 
-    /// The user presses the button, which may be the end of it.
+    /// Presses the button, whose action may destroy it.
     void press() const {
         const auto perform = action_.perform;
         perform();
@@ -202,17 +199,17 @@ class MemoryButton final : public MemoryViewOf<Button> {
 
     [[nodiscard]] const std::string& actionName() const { return action_.name; }
 
-    /// None while nobody has chosen one.
+    /// None until it is set.
     [[nodiscard]] std::optional<BezelStyle> bezelStyle() const { return bezelStyle_; }
 
     [[nodiscard]] bool wantsLayer() const { return wantsLayer_; }
 
-    /// None while nobody has chosen one.
+    /// None until it is set.
     [[nodiscard]] std::optional<double> horizontalContentHuggingPriority() const {
         return horizontalContentHuggingPriority_;
     }
 
-    /// All animations so far, the first one first.
+    /// All animations so far, in order.
     [[nodiscard]] const std::vector<AlphaAnimation>& alphaAnimations() const {
         return alphaAnimations_;
     }
@@ -226,7 +223,7 @@ class MemoryButton final : public MemoryViewOf<Button> {
     bool wantsLayer_ = false;
 };
 
-/// A constraint in force, which leaves its views to their owners.
+/// An active constraint. Does not own its views.
 struct MemoryLayoutConstraint {
     std::weak_ptr<View> first;
     LayoutConstraint::Anchor anchor = LayoutConstraint::Anchor::top;
@@ -235,11 +232,10 @@ struct MemoryLayoutConstraint {
     double constant = 0;
 };
 
-/// A window in memory. Showing and closing it do what the user would see and what the user would
-/// do. Main thread only.
+/// A window. Showing and closing it notify its controller as a real one does. Main thread only.
 class MemoryWindow final : public Window {
   public:
-    /// The window stands in `windows` for as long as it exists.
+    /// The window is in `windows` as long as it exists.
     MemoryWindow(Rect contentRect,
                  WindowStyle style,
                  WindowBacking backing,
@@ -266,10 +262,10 @@ class MemoryWindow final : public Window {
 
     [[nodiscard]] bool isCentered() const { return isCentered_; }
 
-    /// Null while the window has no content.
+    /// Null until it is set.
     [[nodiscard]] ViewController* contentViewController() const { return contentViewController_; }
 
-    /// How often the window was brought to the front and given the keyboard.
+    /// How many times makeKeyAndOrderFront() was called.
     [[nodiscard]] int keyAndFrontCount() const { return keyAndFrontCount_; }
 
   private:
@@ -284,8 +280,7 @@ class MemoryWindow final : public Window {
     bool isVisible_ = false;
 };
 
-/// A toolkit whose windows and views exist in memory alone and tell what was done to them. Main
-/// thread only.
+/// Makes windows and views that record what is done to them. Main thread only.
 class MemoryToolkit final : public Toolkit {
   public:
     [[nodiscard]] std::unique_ptr<Window>
@@ -296,13 +291,13 @@ class MemoryToolkit final : public Toolkit {
     [[nodiscard]] std::shared_ptr<Label> makeWrappingLabel(std::string text) override;
     [[nodiscard]] std::shared_ptr<Button> makeButton(std::string title, Action action) override;
 
-    /// A constraint between views that do not stand in each other is a fatal error.
+    /// It is a fatal error if a first view is not inside its second one.
     void activateConstraints(const std::vector<LayoutConstraint>& constraints) override;
 
-    /// The windows that exist, the oldest first.
+    /// The existing windows, oldest first.
     [[nodiscard]] const std::vector<MemoryWindow*>& windows() const { return windows_; }
 
-    /// What was put into force, one group for each call.
+    /// The active constraints, one group for each call.
     [[nodiscard]] const std::vector<std::vector<MemoryLayoutConstraint>>& constraintGroups() const {
         return constraintGroups_;
     }

@@ -47,7 +47,7 @@ class ConversionFlowTests : public testing::Test {
     int exitCode_ = -1;
 };
 
-TEST_F(ConversionFlowTests, TakesTheShortcutAtLaunchAndGivesItBackAtTheEnd) {
+TEST_F(ConversionFlowTests, RegistersTheShortcutAtLaunchAndUnregistersItAtTheEnd) {
     run([this] {
         EXPECT_EQ(system_.eventHotKeyService().registered(),
                   std::vector<platform::MemoryEventHotKeyService::Combination>{commandG});
@@ -56,7 +56,7 @@ TEST_F(ConversionFlowTests, TakesTheShortcutAtLaunchAndGivesItBackAtTheEnd) {
     EXPECT_EQ(exitCode_, 0);
 }
 
-TEST_F(ConversionFlowTests, OneKeyPressTurnsTheListIntoASheetAndTellsTheLogEachStep) {
+TEST_F(ConversionFlowTests, OneKeyPressConvertsTheListAndLogsEachStep) {
     system_.pasteboard().copyElsewhere("• Buy milk\r\n\r\n2. Call Ann");
     run([this] {
         pressShortcut();
@@ -89,7 +89,7 @@ TEST_F(ConversionFlowTests, OneKeyPressTurnsTheListIntoASheetAndTellsTheLogEachS
             "debug: Recording conversion - stickies: 2, source: hotkey",
             "debug: Applying confirmed savings: 20.000000 seconds",
             "debug: Persisting savings on main thread",
-            // Two states follow the accounting: the delegate's and the application's own.
+            // There are two states: the delegate's and the application's own.
             "debug: AppState received analytics update with seconds = 20.000000",
             "debug: AppState received analytics update with seconds = 20.000000",
             "debug: Received analytics update; last interaction saved 20.000000 seconds",
@@ -97,7 +97,7 @@ TEST_F(ConversionFlowTests, OneKeyPressTurnsTheListIntoASheetAndTellsTheLogEachS
             "debug: Restoring base status icon after flash"}));
 }
 
-TEST_F(ConversionFlowTests, NothingPrivateIsInTheLogAsASystemShowsIt) {
+TEST_F(ConversionFlowTests, TheRedactedLogContainsNothingPrivate) {
     system_.pasteboard().copyElsewhere("• confidential\n1. secret");
     run([this] { pressShortcut(); });
     ASSERT_FALSE(system_.logSink().entries().empty());
@@ -107,7 +107,7 @@ TEST_F(ConversionFlowTests, NothingPrivateIsInTheLogAsASystemShowsIt) {
     }
 }
 
-TEST_F(ConversionFlowTests, TwoPressesWithinNineTenthsOfASecondBothConvertAndBothCount) {
+TEST_F(ConversionFlowTests, TwoPressesDuringOneFlashBothConvertAndCount) {
     system_.pasteboard().copyElsewhere("a");
     run([this] {
         pressShortcut();
@@ -127,7 +127,7 @@ TEST_F(ConversionFlowTests, ACreditAfterMidnightBelongsToTheNewDay) {
         pressShortcut();
         EXPECT_EQ(title(), "Time Saved: 30s");
         system_.mainQueue().advance(2min);
-        // Nobody watches the date: the day's total stays until the next conversion.
+        // Nothing watches the date: the day's total stays until the next conversion.
         system_.statusBar().item()->click();
         EXPECT_EQ(title(), "Time Saved: 30s");
         system_.pasteboard().copyElsewhere("d");
@@ -138,7 +138,7 @@ TEST_F(ConversionFlowTests, ACreditAfterMidnightBelongsToTheNewDay) {
     EXPECT_EQ(system_.userDefaults().doubleForKey("analytics.todaySavedSeconds.2026-03-08"), 10);
 }
 
-TEST_F(ConversionFlowTests, ASecondStartOnTheSameDayGoesOnCounting) {
+TEST_F(ConversionFlowTests, ASecondStartOnTheSameDayContinuesTheTotal) {
     system_.pasteboard().copyElsewhere("a\nb");
     run([this] { pressShortcut(); });
     system_.pasteboard().copyElsewhere("c");
@@ -149,7 +149,7 @@ TEST_F(ConversionFlowTests, ASecondStartOnTheSameDayGoesOnCounting) {
     });
 }
 
-TEST_F(ConversionFlowTests, AfterAFullResetNoDateIsLeftAnywhere) {
+TEST_F(ConversionFlowTests, AFullResetLeavesNoDate) {
     system_.pasteboard().copyElsewhere("a\nb");
     run([this] {
         pressShortcut();
@@ -183,7 +183,7 @@ TEST_F(ConversionFlowTests, ARefusedWriteIsReported) {
     EXPECT_EQ(messages.back(), "error: Clipboard write failed; unable to update content for Miro");
 }
 
-TEST_F(ConversionFlowTests, TextThatIsCleanedAwayStillMakesASheetWithoutRows) {
+TEST_F(ConversionFlowTests, TextWithoutContentMakesASheetWithoutRows) {
     system_.pasteboard().copyElsewhere(" \n• \n");
     run([this] { pressShortcut(); });
     EXPECT_EQ(clipboard(PasteboardType::string), "");
@@ -199,7 +199,7 @@ TEST_F(ConversionFlowTests, TextThatIsCleanedAwayStillMakesASheetWithoutRows) {
                   "debug: Conversion produced no stickies; skipping savings computation"}));
 }
 
-TEST_F(ConversionFlowTests, ConvertingWhatWasConvertedKeepsTheLines) {
+TEST_F(ConversionFlowTests, ConvertingTheResultAgainKeepsTheLines) {
     system_.pasteboard().copyElsewhere("a\nb");
     run([this] {
         pressShortcut();
@@ -210,14 +210,14 @@ TEST_F(ConversionFlowTests, ConvertingWhatWasConvertedKeepsTheLines) {
     });
 }
 
-TEST_F(ConversionFlowTests, LogsUnderTheBundleIdentifierWhereThereIsOne) {
+TEST_F(ConversionFlowTests, LogsUnderTheBundleIdentifier) {
     system_.setBundleIdentifier("org.example.bundle");
     run([this] { pressShortcut(); });
     ASSERT_FALSE(system_.logSink().entries().empty());
     EXPECT_EQ(system_.logSink().entries().front().subsystem, "org.example.bundle");
 }
 
-TEST_F(ConversionFlowTests, LogsUnderItsOwnNameWithoutABundle) {
+TEST_F(ConversionFlowTests, LogsUnderTheApplicationIdWithoutABundle) {
     run([this] { pressShortcut(); });
     ASSERT_FALSE(system_.logSink().entries().empty());
     EXPECT_EQ(system_.logSink().entries().front().subsystem, "com.app.pastewise");

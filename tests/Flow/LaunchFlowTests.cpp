@@ -33,7 +33,7 @@ class LaunchFlowTests : public testing::Test {
     MemoryPlatform system_;
 };
 
-TEST_F(LaunchFlowTests, TheFirstLaunchTellsTheLogEachStepInItsOrder) {
+TEST_F(LaunchFlowTests, TheFirstLaunchLogsEachStepInOrder) {
     run();
     EXPECT_EQ(
         system_.logSink().messages(),
@@ -70,7 +70,7 @@ TEST_F(LaunchFlowTests, TheFirstLaunchTellsTheLogEachStepInItsOrder) {
     EXPECT_EQ(lines(), (std::vector<std::string>{"Checking accessibility permissions..."}));
 }
 
-TEST_F(LaunchFlowTests, ALaunchWithASavedShortcutTakesThatOne) {
+TEST_F(LaunchFlowTests, ALaunchInstallsTheSavedShortcut) {
     system_.userDefaults().setObject(
         "userDefinedShortcut",
         foundation::Dictionary{{"keyCode", std::uint64_t{40}},
@@ -89,7 +89,7 @@ TEST_F(LaunchFlowTests, ALaunchWithASavedShortcutTakesThatOne) {
     EXPECT_EQ(*(found + 1), "debug: Successfully created Key from carbon code");
 }
 
-TEST_F(LaunchFlowTests, WithTrustThereIsNeitherPromptNorAlertAndTheLineIsStillWritten) {
+TEST_F(LaunchFlowTests, WithTrustThereIsNeitherPromptNorAlert) {
     run();
     EXPECT_TRUE(system_.alerts().shown().empty());
     EXPECT_EQ(system_.accessibilityTrust().promptCount(), 0);
@@ -99,7 +99,7 @@ TEST_F(LaunchFlowTests, WithTrustThereIsNeitherPromptNorAlertAndTheLineIsStillWr
 class UntrustedLaunchFlowTests : public LaunchFlowTests,
                                  public testing::WithParamInterface<std::optional<std::size_t>> {};
 
-TEST_P(UntrustedLaunchFlowTests, ShowsTheAlertBeforeTheStatusItemAndGoesOnWhateverIsAnswered) {
+TEST_P(UntrustedLaunchFlowTests, ShowsTheAlertBeforeTheStatusItemWhateverTheAnswer) {
     system_.accessibilityTrust().setTrusted(false);
     bool wasAlertShown = false;
     system_.alerts().setAnswer(GetParam());
@@ -125,7 +125,7 @@ INSTANTIATE_TEST_SUITE_P(EachAnswer,
                                          std::optional<std::size_t>(1),
                                          std::nullopt));
 
-TEST_F(LaunchFlowTests, TheDesktopCanAskForThePreferences) {
+TEST_F(LaunchFlowTests, TheDesktopCanOpenThePreferences) {
     run([this] {
         system_.application().ask(&platform::Application::Requests::openPreferences);
         ASSERT_EQ(system_.toolkit().windows().size(), 1U);
@@ -134,7 +134,7 @@ TEST_F(LaunchFlowTests, TheDesktopCanAskForThePreferences) {
     });
 }
 
-TEST_F(LaunchFlowTests, TheDesktopCanAskForAConversionWhichCountsAsTheHotKey) {
+TEST_F(LaunchFlowTests, TheDesktopCanRequestAConversion) {
     system_.pasteboard().copyElsewhere("• a\n• b");
     run([this] {
         system_.logSink().clear();
@@ -151,7 +151,7 @@ TEST_F(LaunchFlowTests, TheDesktopCanAskForAConversionWhichCountsAsTheHotKey) {
     });
 }
 
-TEST_F(LaunchFlowTests, TheDesktopAsksInVainOnceTheApplicationIsGone) {
+TEST_F(LaunchFlowTests, RequestsAreIgnoredOnceTheApplicationIsGone) {
     system_.pasteboard().copyElsewhere("• a");
     run();
     system_.application().ask(&platform::Application::Requests::convert);
@@ -160,7 +160,7 @@ TEST_F(LaunchFlowTests, TheDesktopAsksInVainOnceTheApplicationIsGone) {
     EXPECT_TRUE(system_.toolkit().windows().empty());
 }
 
-TEST_F(LaunchFlowTests, ARequestThatTheDesktopRepeatsWhileAKeyIsHeldConvertsOnce) {
+TEST_F(LaunchFlowTests, RepeatedRequestsWhileAKeyIsHeldConvertOnce) {
     system_.pasteboard().copyElsewhere("a");
     run([this] {
         const auto convert = [this] {

@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(FatalErrorDeathTest, EndsTheProgramAndSaysWhyOnStandardError) {
+TEST(FatalErrorDeathTest, AbortsWithTheMessageOnStandardError) {
     EXPECT_DEATH(foundation::fatalError("the count is negative"),
                  "Fatal error: the count is negative\n");
 }

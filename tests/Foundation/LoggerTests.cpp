@@ -38,14 +38,14 @@ TEST_F(LoggerTests, NamesSubsystemCategoryAndLevel) {
     EXPECT_EQ(sink_.entries()[1].whole, "No text found in clipboard");
 }
 
-TEST_F(LoggerTests, ShowsNumbersAndHidesTextsUnlessTheFormatSaysOtherwise) {
+TEST_F(LoggerTests, NumbersArePublicAndTextsPrivateByDefault) {
     logger_.debug(
         "%ld %s %{public}s %{private}ld", std::int64_t{-3}, "secret", "open", std::int64_t{4});
     EXPECT_EQ(sink_.entries().at(0).redacted, "-3 <private> open <private>");
     EXPECT_EQ(sink_.entries().at(0).whole, "-3 secret open 4");
 }
 
-TEST_F(LoggerTests, KeepsTheFormatWithItsPrivacyMarksForWhoeverReadsTheRecord) {
+TEST_F(LoggerTests, RecordsTheFormatWithItsPrivacyMarks) {
     logger_.debug("Using SF Symbol for base status icon: %{public}s", std::string("p.square"));
     EXPECT_EQ(sink_.entries().at(0).format, "Using SF Symbol for base status icon: %{public}s");
 }
@@ -65,10 +65,10 @@ TEST_F(LoggerTests, PrintsEveryKindOfValue) {
 
 using LoggerDeathTests = LoggerTests;
 
-TEST_F(LoggerDeathTests, PrintsNumbersWithAPointWhateverTheUsersLanguage) {
+TEST_F(LoggerDeathTests, PrintsADecimalPointInEveryLocale) {
     const testing_support::CommaLocale locale;
-    // The language is the whole process's.
-    const auto logInThatLanguage = [&] {
+    // The locale is the whole process's.
+    const auto logInThatLocale = [&] {
         for (const auto& [name, value] : locale.environment()) {
             setenv(name.c_str(), value.c_str(), 1);
         }
@@ -77,12 +77,12 @@ TEST_F(LoggerDeathTests, PrintsNumbersWithAPointWhateverTheUsersLanguage) {
         std::fprintf(stderr, "%.1f; %s\n", 0.5, sink_.messages().back().c_str());
         std::exit(EXIT_SUCCESS);
     };
-    EXPECT_EXIT(logInThatLanguage(),
+    EXPECT_EXIT(logInThatLocale(),
                 testing::ExitedWithCode(EXIT_SUCCESS),
                 "0,5; debug: 20[.]500000 -0[.]250000 1234567[.]000000");
 }
 
-TEST_F(LoggerTests, ComputesAFunctionsValueOnlyWhenTheLevelIsOn) {
+TEST_F(LoggerTests, CallsAFunctionOnlyIfTheLevelIsOn) {
     int computed = 0;
     const auto length = [&computed]() -> std::int64_t { return ++computed; };
     sink_.setEnabled(LogLevel::debug, false);
@@ -96,17 +96,17 @@ TEST_F(LoggerTests, ComputesAFunctionsValueOnlyWhenTheLevelIsOn) {
     EXPECT_EQ(sink_.messages().at(0), "debug: Processing text with length: 1");
 }
 
-TEST_F(LoggerTests, HoldsATextThatAFunctionReturnsUntilItIsWritten) {
+TEST_F(LoggerTests, KeepsTheResultOfAFunctionUntilItIsWritten) {
     logger_.debug("%{public}s", [] { return std::string(100, 'x'); });
     EXPECT_EQ(sink_.entries().at(0).redacted, std::string(100, 'x'));
 }
 
-TEST_F(LoggerTests, DoesNotTakeAPercentSignInAValueForAPlaceholder) {
+TEST_F(LoggerTests, APercentSignInAValueIsNotAPlaceholder) {
     logger_.debug("%{public}s and %{public}s", "100 %s", "%{public}d");
     EXPECT_EQ(sink_.entries().at(0).redacted, "100 %s and %{public}d");
 }
 
-TEST_F(LoggerTests, CutsAMessageIntoPiecesThatArePublicAndPrivateByTurns) {
+TEST_F(LoggerTests, SplitsAMessageIntoAlternatelyPublicAndPrivatePieces) {
     const std::vector<foundation::LogRecord::Value> values{
         std::string_view("K"), std::int64_t{7}, std::string_view("shift")};
     const auto pieces = foundation::logPieces({.subsystem = {},

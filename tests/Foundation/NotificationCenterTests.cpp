@@ -38,7 +38,7 @@ class NotificationCenterTests : public testing::Test {
     std::string notes_;
 };
 
-TEST_F(NotificationCenterTests, HasCalledEveryObserverWhenAPostOnTheMainThreadReturns) {
+TEST_F(NotificationCenterTests, CallsEveryObserverBeforeAPostOnTheMainThreadReturns) {
     observe("changed", 'a');
     post("changed");
     EXPECT_EQ(notes_, "a");
@@ -55,7 +55,7 @@ TEST_F(NotificationCenterTests, CallsObserversInTheOrderOfTheirRegistration) {
     EXPECT_EQ(notes_, "cabcab");
 }
 
-TEST_F(NotificationCenterTests, CallsOnlyTheObserversOfThatVeryName) {
+TEST_F(NotificationCenterTests, CallsOnlyTheObserversOfTheName) {
     observe("changed", 'a');
     observe("change", 'b');
     observe("", 'c');
@@ -64,7 +64,7 @@ TEST_F(NotificationCenterTests, CallsOnlyTheObserversOfThatVeryName) {
     EXPECT_EQ(notes_, "a");
 }
 
-TEST_F(NotificationCenterTests, CallsObserversOnTheMainThreadLaterWhenAnotherOnePosts) {
+TEST_F(NotificationCenterTests, CallsObserversOnTheMainThreadAfterAPostFromAnotherThread) {
     observe("changed", 'a');
     observe("changed", 'b');
     postFromAnotherThread("changed");
@@ -84,7 +84,7 @@ TEST_F(NotificationCenterTests, PassesOneNotificationToAllObservers) {
     EXPECT_EQ(seen[0], seen[1]);
 }
 
-TEST_F(NotificationCenterTests, HandsOverTheNameAndTheObject) {
+TEST_F(NotificationCenterTests, PassesTheNameAndTheObject) {
     std::optional<Notification> seen;
     center_->addObserver("changed", [&](const Notification& notification) { seen = notification; });
     post("changed", 12.5);
@@ -98,7 +98,7 @@ TEST_F(NotificationCenterTests, HandsOverTheNameAndTheObject) {
     EXPECT_EQ(seen->object, Value("\u2318 G"));
 }
 
-TEST_F(NotificationCenterTests, CallsNoObserverThatWasRemoved) {
+TEST_F(NotificationCenterTests, DoesNotCallARemovedObserver) {
     const ObserverToken first = observe("changed", 'a');
     observe("changed", 'b');
     center_->removeObserver(first);
@@ -109,7 +109,7 @@ TEST_F(NotificationCenterTests, CallsNoObserverThatWasRemoved) {
     EXPECT_EQ(notes_, "bb");
 }
 
-TEST_F(NotificationCenterTests, CallsNoObserverThatIsRemovedDuringTheDelivery) {
+TEST_F(NotificationCenterTests, DoesNotCallAnObserverRemovedDuringDelivery) {
     std::optional<ObserverToken> last;
     center_->addObserver("changed", [&](const auto& /*notification*/) {
         notes_ += 'a';
@@ -121,7 +121,7 @@ TEST_F(NotificationCenterTests, CallsNoObserverThatIsRemovedDuringTheDelivery) {
     EXPECT_EQ(notes_, "ab");
 }
 
-TEST_F(NotificationCenterTests, CallsNoObserverThatIsRemovedWhileAPostIsOnItsWay) {
+TEST_F(NotificationCenterTests, DoesNotCallAnObserverRemovedBeforeDelivery) {
     const ObserverToken token = observe("changed", 'a');
     postFromAnotherThread("changed");
     center_->removeObserver(token);
@@ -129,15 +129,15 @@ TEST_F(NotificationCenterTests, CallsNoObserverThatIsRemovedWhileAPostIsOnItsWay
     EXPECT_EQ(notes_, "");
 }
 
-TEST_F(NotificationCenterTests, LetsAnObserverPost) {
-    center_->addObserver("changed", [this](const auto& /*notification*/) { post("told"); });
+TEST_F(NotificationCenterTests, AnObserverMayPost) {
+    center_->addObserver("changed", [this](const auto& /*notification*/) { post("nested"); });
     observe("changed", 'b');
-    observe("told", 'a');
+    observe("nested", 'a');
     post("changed");
     EXPECT_EQ(notes_, "ab") << "the inner post is delivered before it returns";
 }
 
-TEST_F(NotificationCenterTests, DropsWhatIsOnItsWayWhenItEnds) {
+TEST_F(NotificationCenterTests, DropsPendingPostsWhenDestroyed) {
     observe("changed", 'a');
     postFromAnotherThread("changed");
     center_.reset();

@@ -1,5 +1,4 @@
 #include "Foundation/ObservableObject.h"
-#include "Foundation/Published.h"
 
 #include <gtest/gtest.h>
 
@@ -30,7 +29,7 @@ class ObservableObjectTests : public testing::Test {
     std::string notes_;
 };
 
-TEST_F(ObservableObjectTests, BeginsWithTheValuesItsPropertiesWereGiven) {
+TEST_F(ObservableObjectTests, StartsWithTheInitialValues) {
     EXPECT_EQ(account_.count.get(), 3);
     EXPECT_EQ(account_.owner.get(), std::nullopt);
 }
@@ -45,14 +44,14 @@ TEST_F(ObservableObjectTests, AnnouncesAChangeBeforeItHappens) {
     EXPECT_EQ(account_.owner.get(), "x");
 }
 
-TEST_F(ObservableObjectTests, AnnouncesAlsoAnAssignmentThatChangesNothing) {
+TEST_F(ObservableObjectTests, AnnouncesAnAssignmentOfTheSameValue) {
     observe();
     account_.count.set(3);
     account_.count.set(3);
     EXPECT_EQ(notes_, "3- 3- ");
 }
 
-TEST_F(ObservableObjectTests, AnnouncesNothingToAnObserverThatWasRemoved) {
+TEST_F(ObservableObjectTests, DoesNotNotifyARemovedObserver) {
     const ObserverToken token = observe();
     account_.count.set(4);
     account_.removeObjectWillChangeObserver(token);
@@ -61,7 +60,7 @@ TEST_F(ObservableObjectTests, AnnouncesNothingToAnObserverThatWasRemoved) {
     EXPECT_EQ(account_.count.get(), 5);
 }
 
-TEST_F(ObservableObjectTests, AnnouncesNothingOfAnotherObject) {
+TEST_F(ObservableObjectTests, DoesNotAnnounceChangesOfAnotherObject) {
     observe();
     Account other;
     other.count.set(9);
@@ -69,7 +68,7 @@ TEST_F(ObservableObjectTests, AnnouncesNothingOfAnotherObject) {
     EXPECT_EQ(account_.count.get(), 3);
 }
 
-TEST_F(ObservableObjectTests, TakesTheValueOfThePropertyItself) {
+TEST_F(ObservableObjectTests, AcceptsItsOwnValue) {
     account_.owner.set(std::string(100, 'x'));
     account_.owner.set(account_.owner.get());
     EXPECT_EQ(account_.owner.get(), std::string(100, 'x'));

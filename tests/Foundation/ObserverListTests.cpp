@@ -28,13 +28,13 @@ TEST_F(ObserverListTests, CallsEveryObserverInTheOrderOfAddition) {
     EXPECT_EQ(notes_, "b1a1");
 }
 
-TEST_F(ObserverListTests, BearsBeingEmpty) {
+TEST_F(ObserverListTests, MayBeEmpty) {
     list_.notify("1");
     list_.remove(ObserverToken{7});
     EXPECT_EQ(notes_, "");
 }
 
-TEST_F(ObserverListTests, GivesEachObserverATokenThatIsNotUsedAgain) {
+TEST_F(ObserverListTests, DoesNotReuseTokens) {
     const ObserverToken first = list_.add(note('a'));
     list_.remove(first);
     const ObserverToken second = list_.add(note('b'));
@@ -44,7 +44,7 @@ TEST_F(ObserverListTests, GivesEachObserverATokenThatIsNotUsedAgain) {
     EXPECT_EQ(notes_, "b1");
 }
 
-TEST_F(ObserverListTests, LetsAnObserverRemoveItself) {
+TEST_F(ObserverListTests, AnObserverMayRemoveItself) {
     std::optional<ObserverToken> token;
     token = list_.add([&, mark = std::string("a mark too long for the handler itself")](
                           const std::string& /*text*/) {
@@ -57,7 +57,7 @@ TEST_F(ObserverListTests, LetsAnObserverRemoveItself) {
     EXPECT_EQ(notes_, "a mark too long for the handler itselfb1b2");
 }
 
-TEST_F(ObserverListTests, CallsNoObserverThatAnEarlierOneRemoved) {
+TEST_F(ObserverListTests, DoesNotCallAnObserverThatAnEarlierOneRemoved) {
     std::optional<ObserverToken> last;
     list_.add([&](const std::string& /*text*/) { list_.remove(*last); });
     list_.add(note('b'));
@@ -66,7 +66,7 @@ TEST_F(ObserverListTests, CallsNoObserverThatAnEarlierOneRemoved) {
     EXPECT_EQ(notes_, "b1");
 }
 
-TEST_F(ObserverListTests, CallsAnObserverAddedMeanwhileOnlyTheNextTime) {
+TEST_F(ObserverListTests, FirstCallsAnObserverAddedDuringNotifyTheNextTime) {
     bool isAdded = false;
     list_.add([&](const std::string& /*text*/) {
         if (!isAdded) {
@@ -80,7 +80,7 @@ TEST_F(ObserverListTests, CallsAnObserverAddedMeanwhileOnlyTheNextTime) {
     EXPECT_EQ(notes_, "n2");
 }
 
-TEST_F(ObserverListTests, MayEndWhileItsObserversAreCalled) {
+TEST_F(ObserverListTests, AnObserverMayDestroyTheList) {
     auto list = std::make_unique<ObserverList<>>();
     list->add([&, mark = std::string("a mark too long for the handler itself")] {
         list.reset();
@@ -91,7 +91,7 @@ TEST_F(ObserverListTests, MayEndWhileItsObserversAreCalled) {
     EXPECT_EQ(notes_, "a mark too long for the handler itself");
 }
 
-TEST_F(ObserverListTests, MayBeNotifiedByAnObserver) {
+TEST_F(ObserverListTests, AnObserverMayNotify) {
     int depth = 0;
     list_.add([&](const std::string& /*text*/) {
         if (++depth == 1) {

@@ -17,7 +17,7 @@ TEST(WeakReferenceTests, IsNullWithoutAnObject) {
     EXPECT_EQ(WeakReference<Thing>().get(), nullptr);
 }
 
-TEST(WeakReferenceTests, LeadsToItsObjectUntilThatGoes) {
+TEST(WeakReferenceTests, RefersToTheObjectUntilItIsDestroyed) {
     std::optional<Thing> thing(std::in_place);
     const auto reference = thing->source.reference();
     const auto copy = reference; // NOLINT(performance-unnecessary-copy-initialization)
@@ -28,7 +28,7 @@ TEST(WeakReferenceTests, LeadsToItsObjectUntilThatGoes) {
     EXPECT_EQ(copy.get(), nullptr);
 }
 
-TEST(WeakReferenceTests, EndsWhenTheObjectSaysSo) {
+TEST(WeakReferenceTests, EndMakesItNull) {
     Thing thing;
     const auto reference = thing.source.reference();
     thing.source.end();

@@ -29,7 +29,7 @@ using Write = platform::MemoryUserDefaults::Write;
 
 class AnalyticsManagerTests : public AnalyticsTest {
   protected:
-    /// What a first conversion of so many sticky notes is credited with.
+    /// The credit for a first conversion of that many sticky notes.
     double creditOf(std::int64_t stickies) {
         start().recordConversion(stickies, ConversionSource::hotkey);
         return manager_->lastInteractionSavedSeconds();
@@ -49,14 +49,14 @@ TEST_F(AnalyticsManagerTests, StartsWithNothingAtTheFirstLaunch) {
     EXPECT_THAT(posted_, IsEmpty());
 }
 
-TEST_F(AnalyticsManagerTests, StoresOnlyThatNoFocusIsRequiredWhenItIsMade) {
+TEST_F(AnalyticsManagerTests, StoresOnlyTheFocusFlagWhenConstructed) {
     defaults_.setObject(focusKey, true);
     forgetWhatWasSaid();
     EXPECT_FALSE(start().confirmationRequiresMiroFocus());
     EXPECT_THAT(defaults_.writes(), ElementsAre(Write{std::string(focusKey), false}));
 }
 
-TEST_F(AnalyticsManagerTests, FindsTheTotalOfTheDayAgainAfterARestart) {
+TEST_F(AnalyticsManagerTests, RestoresTheDaysTotalAfterARestart) {
     start().recordConversion(7, ConversionSource::hotkey);
     queue_.advance(3h);
     const AnalyticsManager& manager = start();
@@ -68,7 +68,7 @@ TEST_F(AnalyticsManagerTests, FindsTheTotalOfTheDayAgainAfterARestart) {
     EXPECT_EQ(stored(focusKey), Value(false));
 }
 
-TEST_F(AnalyticsManagerTests, BeginsANewDayWithTheTotalStoredForIt) {
+TEST_F(AnalyticsManagerTests, LoadsTheTotalStoredForTheDay) {
     start().recordConversion(7, ConversionSource::hotkey);
     queue_.advance(24h);
     EXPECT_EQ(start().todaySavedSeconds(), 0);
@@ -79,7 +79,7 @@ TEST_F(AnalyticsManagerTests, BeginsANewDayWithTheTotalStoredForIt) {
     EXPECT_EQ(stored(marchSeventhKey), Value(70.0));
 }
 
-TEST_F(AnalyticsManagerTests, TakesStoredValuesOfAWrongTypeForNothing) {
+TEST_F(AnalyticsManagerTests, IgnoresStoredValuesOfTheWrongType) {
     defaults_.setObject(lastSecondsKey, "40");
     defaults_.setObject(lastDateKey, 731500000.0);
     defaults_.setObject(marchSeventhKey, Dictionary{{"seconds", 40.0}});
@@ -97,7 +97,7 @@ TEST_F(AnalyticsManagerTests, TakesStoredValuesOfAWrongTypeForNothing) {
     EXPECT_EQ(again.todaySavedSeconds(), 0);
 }
 
-TEST_F(AnalyticsManagerTests, TakesAStoredIntegerForTheNumberItIs) {
+TEST_F(AnalyticsManagerTests, ReadsAStoredInteger) {
     defaults_.setObject(marchSeventhKey, std::int64_t{40});
     EXPECT_EQ(start().todaySavedSeconds(), 40);
 }
@@ -124,7 +124,7 @@ TEST_F(AnalyticsManagerTests, IgnoresAConversionWithoutStickyNotes) {
     }
 }
 
-TEST_F(AnalyticsManagerTests, CreditsTenSecondsForEachStickyNoteAndAtMostThreeHundred) {
+TEST_F(AnalyticsManagerTests, CreditsTenSecondsPerStickyNoteUpToThreeHundred) {
     EXPECT_EQ(creditOf(1), 10);
     EXPECT_EQ(creditOf(29), 290);
     EXPECT_EQ(creditOf(30), 300);
@@ -133,7 +133,7 @@ TEST_F(AnalyticsManagerTests, CreditsTenSecondsForEachStickyNoteAndAtMostThreeHu
     EXPECT_EQ(creditOf(std::numeric_limits<std::int64_t>::max()), 300);
 }
 
-TEST_F(AnalyticsManagerTests, AddsUpTheConversionsOfADay) {
+TEST_F(AnalyticsManagerTests, AddsUpTheCreditsOfADay) {
     start().recordConversion(5, ConversionSource::hotkey);
     manager_->recordConversion(40, ConversionSource::hotkey);
     EXPECT_EQ(manager_->todaySavedSeconds(), 350);
@@ -143,7 +143,7 @@ TEST_F(AnalyticsManagerTests, AddsUpTheConversionsOfADay) {
     EXPECT_THAT(posted_, ElementsAre(Value(50.0), Value(300.0)));
 }
 
-TEST_F(AnalyticsManagerTests, StoresTheCreditItsDateAndTheTotalWithTheirTypes) {
+TEST_F(AnalyticsManagerTests, StoresCreditDateAndTotalWithTheirTypes) {
     start().recordConversion(3, ConversionSource::hotkey);
     EXPECT_THAT(defaults_.writes(),
                 ElementsAre(Write{std::string(focusKey), false},
@@ -152,7 +152,7 @@ TEST_F(AnalyticsManagerTests, StoresTheCreditItsDateAndTheTotalWithTheirTypes) {
                             Write{std::string(marchSeventhKey), 30.0}));
 }
 
-TEST_F(AnalyticsManagerTests, TellsTheLogAboutEveryStepOfACredit) {
+TEST_F(AnalyticsManagerTests, LogsEveryStepOfACredit) {
     start();
     forgetWhatWasSaid();
     manager_->recordConversion(3, ConversionSource::manual);
@@ -164,7 +164,7 @@ TEST_F(AnalyticsManagerTests, TellsTheLogAboutEveryStepOfACredit) {
     EXPECT_EQ(sink_.entries().at(1).format, "Applying confirmed savings: %{public}f seconds");
 }
 
-TEST_F(AnalyticsManagerTests, PostsACreditOnceEverythingIsStored) {
+TEST_F(AnalyticsManagerTests, PostsACreditAfterStoringIt) {
     std::vector<std::optional<Value>> storedWhenPosted;
     center_.addObserver(pastewise::analyticsSavingsApplied, [&](const auto& /*notification*/) {
         storedWhenPosted.push_back(stored(marchSeventhKey));
@@ -174,7 +174,7 @@ TEST_F(AnalyticsManagerTests, PostsACreditOnceEverythingIsStored) {
     EXPECT_THAT(posted_, ElementsAre(Value(20.0)));
 }
 
-TEST_F(AnalyticsManagerTests, AnnouncesEveryChangeWhileTheOldValueStillStands) {
+TEST_F(AnalyticsManagerTests, AnnouncesEveryChangeBeforeItHappens) {
     start().recordConversion(2, ConversionSource::hotkey);
 
     struct Seen {
@@ -208,7 +208,7 @@ TEST_F(AnalyticsManagerTests, AnnouncesEveryChangeWhileTheOldValueStillStands) {
 
 // Other threads
 
-TEST_F(AnalyticsManagerTests, AppliesACreditFromAnotherThreadLaterOnTheMainThread) {
+TEST_F(AnalyticsManagerTests, AppliesACreditFromAnotherThreadOnTheMainThread) {
     start();
     forgetWhatWasSaid();
     queue_.setIsMainThread(false);
@@ -228,7 +228,7 @@ TEST_F(AnalyticsManagerTests, AppliesACreditFromAnotherThreadLaterOnTheMainThrea
     EXPECT_EQ(sink_.messages().back(), "debug: Persisting savings on main thread");
 }
 
-TEST_F(AnalyticsManagerTests, DropsACreditThatArrivesAfterItsEnd) {
+TEST_F(AnalyticsManagerTests, DropsAPendingCreditWhenDestroyed) {
     start();
     queue_.setIsMainThread(false);
     manager_->applyConfirmedSavings(30);
@@ -244,13 +244,13 @@ TEST_F(AnalyticsManagerTests, DropsACreditThatArrivesAfterItsEnd) {
 
 // Days
 
-TEST_F(AnalyticsManagerTests, NamesADaysKeyByYearMonthAndDay) {
+TEST_F(AnalyticsManagerTests, FormatsADaysKey) {
     clock_.setNow(std::chrono::sys_days(std::chrono::year(987) / 12 / 31));
     start().recordConversion(1, ConversionSource::hotkey);
     EXPECT_EQ(stored("analytics.todaySavedSeconds.0987-12-31"), Value(10.0));
 }
 
-TEST_F(AnalyticsManagerTests, PutsUsualComponentsInThePlaceOfMissingOnes) {
+TEST_F(AnalyticsManagerTests, ReplacesMissingDateComponentsByDefaults) {
     calendar_.leaveOut(MemoryCalendar::Component::month);
     start().recordConversion(1, ConversionSource::hotkey);
     EXPECT_EQ(stored("analytics.todaySavedSeconds.2024-01-07"), Value(10.0));
@@ -262,7 +262,7 @@ TEST_F(AnalyticsManagerTests, PutsUsualComponentsInThePlaceOfMissingOnes) {
     EXPECT_EQ(stored("analytics.todaySavedSeconds.1970-01-01"), Value(10.0));
 }
 
-TEST_F(AnalyticsManagerTests, SwitchesToTheNewDayWithTheFirstCreditAfterMidnight) {
+TEST_F(AnalyticsManagerTests, SwitchesToTheNewDayAtTheFirstCreditAfterMidnight) {
     start().recordConversion(5, ConversionSource::hotkey);
     queue_.advance(13h);
     EXPECT_EQ(manager_->todaySavedSeconds(), 50) << "the day before stands until the next credit";
@@ -283,7 +283,7 @@ TEST_F(AnalyticsManagerTests, SwitchesToTheNewDayWithTheFirstCreditAfterMidnight
     EXPECT_THAT(posted_, ElementsAre(Value(20.0)));
 }
 
-TEST_F(AnalyticsManagerTests, AddsTheFirstCreditOfADayToWhatIsStoredForThatDay) {
+TEST_F(AnalyticsManagerTests, AddsTheFirstCreditOfADayToItsStoredTotal) {
     defaults_.setObject(marchEighthKey, 100.0);
     start().recordConversion(5, ConversionSource::hotkey);
     queue_.advance(24h);
@@ -293,7 +293,7 @@ TEST_F(AnalyticsManagerTests, AddsTheFirstCreditOfADayToWhatIsStoredForThatDay) 
     EXPECT_EQ(stored(marchSeventhKey), Value(50.0));
 }
 
-TEST_F(AnalyticsManagerTests, EndsTheDayAtTheMidnightOfTheUsersZone) {
+TEST_F(AnalyticsManagerTests, EndsTheDayAtMidnightInTheUsersTimeZone) {
     calendar_.setUtcOffset(5h + 30min);
     start();
     clock_.setNow(noon + 6h + 29min);
@@ -305,7 +305,7 @@ TEST_F(AnalyticsManagerTests, EndsTheDayAtTheMidnightOfTheUsersZone) {
     EXPECT_EQ(stored(marchEighthKey), Value(20.0));
 }
 
-TEST_F(AnalyticsManagerTests, FollowsATravellerBackToTheDayBefore) {
+TEST_F(AnalyticsManagerTests, FollowsTheTimeZoneBackToThePreviousDay) {
     calendar_.setUtcOffset(13h);
     start().recordConversion(1, ConversionSource::hotkey);
     EXPECT_EQ(stored(marchEighthKey), Value(10.0));
@@ -317,7 +317,7 @@ TEST_F(AnalyticsManagerTests, FollowsATravellerBackToTheDayBefore) {
     EXPECT_EQ(stored(marchEighthKey), Value(10.0));
 }
 
-/// A clock that moves on by an hour whenever it is read.
+/// A clock that advances by an hour whenever it is read.
 class HurryingClock final : public platform::Clock {
   public:
     explicit HurryingClock(Date now) : now_(now) {}
@@ -332,7 +332,7 @@ class HurryingClock final : public platform::Clock {
     mutable Date now_;
 };
 
-TEST_F(AnalyticsManagerTests, ReadsTheClockAnewForTheDayOfACredit) {
+TEST_F(AnalyticsManagerTests, ReadsTheClockAgainForTheDayOfACredit) {
     const Date beforeMidnight = noon + 11h;
     HurryingClock clock(beforeMidnight - 1h);
     AnalyticsManager manager(defaults_, clock, calendar_, queue_, center_, loggers_);
@@ -344,7 +344,7 @@ TEST_F(AnalyticsManagerTests, ReadsTheClockAnewForTheDayOfACredit) {
 
 // Resets
 
-TEST_F(AnalyticsManagerTests, ForgetsTotalsAndLastCreditAtAFullReset) {
+TEST_F(AnalyticsManagerTests, AFullResetClearsTotalsAndLastCredit) {
     start().recordConversion(5, ConversionSource::hotkey);
     forgetWhatWasSaid();
     manager_->resetStatistics();
@@ -362,7 +362,7 @@ TEST_F(AnalyticsManagerTests, ForgetsTotalsAndLastCreditAtAFullReset) {
     EXPECT_THAT(sink_.messages(), ElementsAre("debug: Resetting analytics statistics"));
 }
 
-TEST_F(AnalyticsManagerTests, ResetsTheDayLastSeenAndNoOtherAfterMidnight) {
+TEST_F(AnalyticsManagerTests, AFullResetAfterMidnightClearsOnlyTheLastSeenDay) {
     start().recordConversion(5, ConversionSource::hotkey);
     queue_.advance(24h);
     defaults_.setObject(marchEighthKey, 60.0);
@@ -371,7 +371,7 @@ TEST_F(AnalyticsManagerTests, ResetsTheDayLastSeenAndNoOtherAfterMidnight) {
     EXPECT_EQ(stored(marchEighthKey), Value(60.0));
 }
 
-TEST_F(AnalyticsManagerTests, LosesTheStoredTotalOnlyWithTheCreditAfterAResetOfToday) {
+TEST_F(AnalyticsManagerTests, AResetOfTodayReplacesTheStoredTotalAtTheNextCredit) {
     start().recordConversion(5, ConversionSource::hotkey);
     forgetWhatWasSaid();
     manager_->resetTodayOnly();
@@ -390,7 +390,7 @@ TEST_F(AnalyticsManagerTests, LosesTheStoredTotalOnlyWithTheCreditAfterAResetOfT
     EXPECT_EQ(stored(marchSeventhKey), Value(20.0));
 }
 
-TEST_F(AnalyticsManagerTests, FindsTheStoredTotalAgainWhenNothingWasCreditedAfterAResetOfToday) {
+TEST_F(AnalyticsManagerTests, AResetOfTodayWithoutACreditLeavesTheStoredTotal) {
     start().recordConversion(5, ConversionSource::hotkey);
     manager_->resetTodayOnly();
     EXPECT_EQ(start().todaySavedSeconds(), 50);
@@ -398,7 +398,7 @@ TEST_F(AnalyticsManagerTests, FindsTheStoredTotalAgainWhenNothingWasCreditedAfte
 
 // Durations
 
-TEST(FormatDurationTests, ShowsNothingBelowOneSecond) {
+TEST(FormatDurationTests, IsZeroBelowOneSecond) {
     EXPECT_EQ(AnalyticsManager::formatDuration(0), "0s");
     EXPECT_EQ(AnalyticsManager::formatDuration(-0.0), "0s");
     EXPECT_EQ(AnalyticsManager::formatDuration(0.4), "0s");
@@ -407,7 +407,7 @@ TEST(FormatDurationTests, ShowsNothingBelowOneSecond) {
     EXPECT_EQ(AnalyticsManager::formatDuration(-9223372036854775808.0), "0s");
 }
 
-TEST(FormatDurationTests, RoundsHalvesAwayFromZeroBeforeItSplits) {
+TEST(FormatDurationTests, RoundsHalvesAwayFromZero) {
     EXPECT_EQ(AnalyticsManager::formatDuration(0.5), "1s");
     EXPECT_EQ(AnalyticsManager::formatDuration(2.5), "3s");
     EXPECT_EQ(AnalyticsManager::formatDuration(59.4), "59s");
@@ -415,7 +415,7 @@ TEST(FormatDurationTests, RoundsHalvesAwayFromZeroBeforeItSplits) {
     EXPECT_EQ(AnalyticsManager::formatDuration(3599.6), "1h 00m");
 }
 
-TEST(FormatDurationTests, PadsOnlyWhenThereAreHours) {
+TEST(FormatDurationTests, PadsOnlyWithHours) {
     EXPECT_EQ(AnalyticsManager::formatDuration(45), "45s");
     EXPECT_EQ(AnalyticsManager::formatDuration(60), "1m");
     EXPECT_EQ(AnalyticsManager::formatDuration(65), "1m 5s");
@@ -428,12 +428,12 @@ TEST(FormatDurationTests, PadsOnlyWhenThereAreHours) {
     EXPECT_EQ(AnalyticsManager::formatDuration(43199), "11h 59m 59s");
 }
 
-TEST(FormatDurationTests, ReachesToTheEndOfThe64BitIntegers) {
-    // The largest double below 2 to the 63rd.
+TEST(FormatDurationTests, HandlesTheLargest64BitInteger) {
+    // The largest double below 2^63.
     EXPECT_EQ(AnalyticsManager::formatDuration(9223372036854774784.0), "2562047788015215h 13m 04s");
 }
 
-TEST(FormatDurationDeathTest, StopsTheProgramForWhatNo64BitIntegerHolds) {
+TEST(FormatDurationDeathTest, RejectsSecondsThatDoNotFit64Bits) {
     const auto format = [](double seconds) {
         return AnalyticsManager::formatDuration(seconds).size();
     };
@@ -445,6 +445,11 @@ TEST(FormatDurationDeathTest, StopsTheProgramForWhatNo64BitIntegerHolds) {
     EXPECT_DEATH(format(9223372036854775808.0), complaint);
     EXPECT_DEATH(format(-9223372036854777856.0), complaint);
     EXPECT_DEATH(format(1e300), complaint);
+}
+
+TEST(ConversionSourceTests, HasADescriptionForTheLog) {
+    EXPECT_EQ(description(ConversionSource::hotkey), "hotkey");
+    EXPECT_EQ(description(ConversionSource::manual), "manual");
 }
 
 } // namespace

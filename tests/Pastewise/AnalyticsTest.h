@@ -26,12 +26,12 @@ inline constexpr std::string_view flashKey = "analytics.shouldFlashSavings";
 inline constexpr std::string_view marchSeventhKey = "analytics.todaySavedSeconds.2024-03-07";
 inline constexpr std::string_view marchEighthKey = "analytics.todaySavedSeconds.2024-03-08";
 
-/// Noon in UTC of 7 March 2024, a Thursday.
+/// Noon in UTC on 7 March 2024, a Thursday.
 inline constexpr foundation::Date noon =
     std::chrono::sys_days(std::chrono::year(2024) / std::chrono::March / 7) +
     std::chrono::hours(12);
 
-/// What the accounting of saved time lives on, in memory. It is noon in a zone that is UTC.
+/// The services that the analytics need, in memory. It is noon, and the time zone is UTC.
 class AnalyticsTest : public testing::Test {
   protected:
     AnalyticsTest() {
@@ -42,13 +42,13 @@ class AnalyticsTest : public testing::Test {
                             });
     }
 
-    /// Makes the manager as a start of the program does. One that is there ends before.
+    /// Makes the manager as at the start of the program, in place of an earlier one.
     pastewise::AnalyticsManager& start() {
         manager_.reset();
         return manager_.emplace(defaults_, clock_, calendar_, queue_, center_, loggers_);
     }
 
-    /// What is stored under the key; none when there is nothing.
+    /// The value under the key; none if there is none.
     [[nodiscard]] std::optional<foundation::Value> stored(std::string_view key) const {
         return defaults_.object(key);
     }
@@ -66,7 +66,7 @@ class AnalyticsTest : public testing::Test {
     platform::MemoryLogSink sink_;
     foundation::LoggerFactory loggers_{sink_, "com.app.pastewise"};
     foundation::NotificationCenter center_{queue_};
-    /// The objects of what was posted under "analyticsSavingsApplied", oldest first.
+    /// The objects of all "analyticsSavingsApplied" notifications, oldest first.
     std::vector<std::optional<foundation::Value>> posted_;
     std::optional<pastewise::AnalyticsManager> manager_;
 };

@@ -13,7 +13,7 @@
 
 namespace delegate_test {
 
-/// The delegate on a system in memory, launched when a test says so.
+/// The delegate on a system in memory, launched by the test.
 class AppDelegateTest : public testing::Test {
   protected:
     static constexpr platform::MemoryEventHotKeyService::Combination commandG{5, 0x100};
@@ -24,7 +24,7 @@ class AppDelegateTest : public testing::Test {
         delegate_->applicationDidFinishLaunching();
     }
 
-    /// Launches, and forgets what was logged on the way.
+    /// Launches and clears the log.
     void launchQuietly() {
         launch();
         system_.logSink().clear();
@@ -50,7 +50,7 @@ class AppDelegateTest : public testing::Test {
         return std::count(messages.begin(), messages.end(), message);
     }
 
-    /// The text of the glyph that the image was drawn with.
+    /// The text of the glyph that the image draws.
     [[nodiscard]] static std::string glyph(const platform::MemoryImage& image) {
         platform::MemoryCanvas canvas;
         image.drawOn(canvas);

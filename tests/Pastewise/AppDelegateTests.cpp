@@ -9,7 +9,7 @@ namespace {
 
 class AppDelegateTests : public delegate_test::AppDelegateTest {
   protected:
-    /// What the delegate itself has logged.
+    /// The messages of the delegate itself.
     std::vector<std::string> ownLines() {
         std::vector<std::string> lines;
         for (const auto& entry : system_.logSink().entries()) {
@@ -21,7 +21,7 @@ class AppDelegateTests : public delegate_test::AppDelegateTest {
     }
 };
 
-TEST_F(AppDelegateTests, AnAnnouncedCreditIsExactlyTwoLinesInTheOrderOfTheObservers) {
+TEST_F(AppDelegateTests, ACreditIsLoggedByBothObserversInOrder) {
     launchQuietly();
     shared_->notificationCenter().post({std::string(pastewise::analyticsSavingsApplied), 12.5});
     EXPECT_EQ(ownLines(),
@@ -30,7 +30,7 @@ TEST_F(AppDelegateTests, AnAnnouncedCreditIsExactlyTwoLinesInTheOrderOfTheObserv
                   "Updated time saved display to: 0s"}));
 }
 
-TEST_F(AppDelegateTests, AnAnnouncementWithoutADoubleCountsAsZero) {
+TEST_F(AppDelegateTests, ANotificationWithoutADoubleCountsAsZero) {
     launchQuietly();
     shared_->notificationCenter().post({std::string(pastewise::analyticsSavingsApplied), {}});
     shared_->notificationCenter().post(
@@ -41,14 +41,14 @@ TEST_F(AppDelegateTests, AnAnnouncementWithoutADoubleCountsAsZero) {
     EXPECT_EQ(lines[2], "Received analytics update; last interaction saved 0.000000 seconds");
 }
 
-TEST_F(AppDelegateTests, TheRowShowsWhatTheStateHoldsAndNotWhatWasAnnounced) {
+TEST_F(AppDelegateTests, TheRowShowsTheStateNotTheNotification) {
     launchQuietly();
     shared_->analyticsManager().applyConfirmedSavings(75);
     shared_->notificationCenter().post({std::string(pastewise::analyticsSavingsApplied), 1.0});
     EXPECT_EQ(rowTitle(0), "Time Saved: 1m 15s");
 }
 
-TEST_F(AppDelegateTests, AnImageOnTheClipboardIsOneErrorLineAndNoFlash) {
+TEST_F(AppDelegateTests, AnImageOnTheClipboardIsLoggedAsAnErrorWithoutAFlash) {
     launchQuietly();
     system_.pasteboard().copyImageElsewhere();
     pressShortcut();
@@ -69,7 +69,7 @@ TEST_F(AppDelegateTests, ARefusedWriteCreditsNothing) {
     EXPECT_EQ(rowTitle(0), "Time Saved: 0s");
 }
 
-TEST_F(AppDelegateTests, WithoutMemoryForTheTextTheClipboardStaysAsItWas) {
+TEST_F(AppDelegateTests, RunningOutOfMemoryLeavesTheClipboardUnchanged) {
     launchQuietly();
     copy("• a");
     system_.pasteboard().runOutOfMemory();
@@ -83,7 +83,7 @@ TEST_F(AppDelegateTests, WithoutMemoryForTheTextTheClipboardStaysAsItWas) {
     EXPECT_EQ(rowTitle(0), "Time Saved: 0s");
 }
 
-TEST_F(AppDelegateTests, HidesNothingOfWhatItSays) {
+TEST_F(AppDelegateTests, LogsNoPrivateValues) {
     system_.images().addSymbol("p.square");
     system_.images().addSymbol("checkmark");
     launch();
@@ -101,7 +101,7 @@ TEST_F(AppDelegateTests, HidesNothingOfWhatItSays) {
     EXPECT_EQ(logged("debug: Updated shortcut display row to: Command K"), 1);
 }
 
-TEST_F(AppDelegateTests, TheFlashComesBeforeTheAccounting) {
+TEST_F(AppDelegateTests, FlashesBeforeRecordingTheConversion) {
     launchQuietly();
     copy("a");
     pressShortcut();

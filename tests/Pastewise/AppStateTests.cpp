@@ -1,6 +1,4 @@
-#include "Pastewise/AnalyticsStateBridge.h"
 #include "Pastewise/AppState.h"
-#include "Pastewise/ContentViewModel.h"
 #include "tests/Pastewise/AnalyticsTest.h"
 
 #include <gmock/gmock.h>
@@ -33,7 +31,7 @@ class AppStateTests : public AnalyticsTest {
         forgetWhatWasSaid();
     }
 
-    /// Makes the state that a test is about. One that is there ends before.
+    /// Makes the state under test, in place of an earlier one.
     AppState& makeState() {
         state_.reset();
         return state_.emplace(*manager_, defaults_, clock_, center_, loggers_);
@@ -57,7 +55,7 @@ TEST_F(AppStateTests, StartsWithTheManagersValues) {
     EXPECT_EQ(state.lastFlashValue(), std::nullopt);
 }
 
-TEST_F(AppStateTests, FlashesAtTheFirstLaunchAndStoresThatItDoes) {
+TEST_F(AppStateTests, FlashesByDefaultAndStoresTheDefault) {
     EXPECT_TRUE(makeState().shouldFlashSavings());
     EXPECT_THAT(defaults_.writes(), ElementsAre(Write{std::string(flashKey), true}));
     EXPECT_THAT(sink_.messages(),
@@ -78,20 +76,20 @@ TEST_F(AppStateTests, KeepsAStoredChoiceNotToFlash) {
               "debug: Initializing AppState with shouldFlashSavings = false");
 }
 
-TEST_F(AppStateTests, TakesAStoredTextForNoAndLeavesItThere) {
+TEST_F(AppStateTests, ReadsAStoredTextAsFalseAndKeepsIt) {
     defaults_.setObject(flashKey, "yes");
     EXPECT_FALSE(makeState().shouldFlashSavings());
     EXPECT_EQ(stored(flashKey), Value("yes"));
 }
 
-TEST_F(AppStateTests, FlashesACreditInWords) {
+TEST_F(AppStateTests, FlashesACreditAsADuration) {
     makeState();
     post(30.0);
     EXPECT_EQ(state_->lastFlashValue(), "30s");
     EXPECT_EQ(state_->lastInteractionSavedSeconds(), 30);
 }
 
-TEST_F(AppStateTests, KeepsTheLastFlashWhenFlashingIsOff) {
+TEST_F(AppStateTests, KeepsTheLastFlashWhileFlashingIsOff) {
     makeState();
     post(75.0);
     state_->setShouldFlashSavings(false);
@@ -100,7 +98,7 @@ TEST_F(AppStateTests, KeepsTheLastFlashWhenFlashingIsOff) {
     EXPECT_EQ(state_->lastInteractionSavedSeconds(), 30);
 }
 
-TEST_F(AppStateTests, TakesTheTotalFromTheManagerAndTheCreditFromWhatWasPosted) {
+TEST_F(AppStateTests, TakesTheTotalFromTheManagerAndTheCreditFromTheNotification) {
     makeState();
     manager_->recordConversion(5, ConversionSource::hotkey);
     EXPECT_EQ(state_->todaySavedSeconds(), 50);
@@ -116,7 +114,7 @@ TEST_F(AppStateTests, TakesTheTotalFromTheManagerAndTheCreditFromWhatWasPosted) 
               "AppState received analytics update with seconds = %{public}f");
 }
 
-TEST_F(AppStateTests, TakesWhatIsPostedWithoutANumberForACreditOfNothing) {
+TEST_F(AppStateTests, TreatsANotificationWithoutANumberAsACreditOfZero) {
     for (const std::optional<Value>& object :
          {std::optional<Value>(), std::optional<Value>("30")}) {
         makeState();
@@ -131,7 +129,7 @@ TEST_F(AppStateTests, TakesWhatIsPostedWithoutANumberForACreditOfNothing) {
     }
 }
 
-TEST_F(AppStateTests, FollowsACreditFromAnotherThreadOnceItArrives) {
+TEST_F(AppStateTests, FollowsACreditFromAnotherThread) {
     makeState();
     queue_.setIsMainThread(false);
     manager_->recordConversion(5, ConversionSource::hotkey);
@@ -141,7 +139,7 @@ TEST_F(AppStateTests, FollowsACreditFromAnotherThreadOnceItArrives) {
     EXPECT_EQ(state_->todaySavedSeconds(), 50);
 }
 
-TEST_F(AppStateTests, FlashesNothingForTheResetThatTheManagerPosts) {
+TEST_F(AppStateTests, DoesNotFlashTheManagersReset) {
     makeState();
     manager_->recordConversion(5, ConversionSource::hotkey);
     queue_.advance(1h);
@@ -155,7 +153,7 @@ TEST_F(AppStateTests, FlashesNothingForTheResetThatTheManagerPosts) {
     EXPECT_EQ(state_->lastFlashValue(), std::nullopt);
 }
 
-TEST_F(AppStateTests, ForgetsEverythingAtAFullReset) {
+TEST_F(AppStateTests, AFullResetClearsEverything) {
     makeState();
     manager_->recordConversion(5, ConversionSource::hotkey);
     forgetWhatWasSaid();
@@ -227,7 +225,7 @@ TEST_F(AppStateTests, StoresTheChoiceToFlashAsABoolean) {
     EXPECT_EQ(sink_.entries().at(0).format, "setShouldFlashSavings toggled to %{bool,public}d");
 }
 
-TEST_F(AppStateTests, AnnouncesEveryChangeWhileTheOldValueStillStands) {
+TEST_F(AppStateTests, AnnouncesEveryChangeBeforeItHappens) {
     makeState();
     std::vector<std::string> seen;
     const auto number = [](double value) { return std::to_string(static_cast<int>(value)); };
@@ -258,7 +256,7 @@ TEST_F(AppStateTests, AnnouncesEveryChangeWhileTheOldValueStillStands) {
     EXPECT_TRUE(state_->isPreferencesWindowShown());
 }
 
-TEST_F(AppStateTests, IsReachedByNothingThatIsPostedAfterItsEnd) {
+TEST_F(AppStateTests, DoesNotReceiveNotificationsOnceDestroyed) {
     makeState();
     post(30.0);
     state_.reset();
@@ -268,7 +266,7 @@ TEST_F(AppStateTests, IsReachedByNothingThatIsPostedAfterItsEnd) {
     EXPECT_THAT(sink_.messages(), IsEmpty());
 }
 
-TEST_F(AppStateTests, LeavesNoObserverBehind) {
+TEST_F(AppStateTests, RemovesItsObserver) {
     const auto before = center_.observerCount();
     makeState();
     EXPECT_EQ(center_.observerCount(), before + 1);
@@ -276,7 +274,7 @@ TEST_F(AppStateTests, LeavesNoObserverBehind) {
     EXPECT_EQ(center_.observerCount(), before);
 }
 
-TEST_F(AppStateTests, IsNotReachedByWhatWasOnItsWayWhenItEnded) {
+TEST_F(AppStateTests, DoesNotReceiveNotificationsPendingAtItsDestruction) {
     makeState();
     queue_.setIsMainThread(false);
     post(30.0);
@@ -288,7 +286,7 @@ TEST_F(AppStateTests, IsNotReachedByWhatWasOnItsWayWhenItEnded) {
     EXPECT_THAT(sink_.messages(), IsEmpty());
 }
 
-TEST_F(AppStateTests, MayBeEndedByAnotherObserverOfTheSameCredit) {
+TEST_F(AppStateTests, MayBeDestroyedByAnotherObserverOfTheSameCredit) {
     center_.addObserver("analyticsSavingsApplied", [this](const auto&) { state_.reset(); });
     makeState();
     forgetWhatWasSaid();
@@ -297,7 +295,7 @@ TEST_F(AppStateTests, MayBeEndedByAnotherObserverOfTheSameCredit) {
     EXPECT_THAT(sink_.messages(), IsEmpty());
 }
 
-TEST_F(AppStateTests, SharesNoChoiceWithAnotherStateUntilThatIsMadeAnew) {
+TEST_F(AppStateTests, AnotherStateSeesAChoiceOnlyOnceConstructedAgain) {
     makeState();
     std::optional<AppState> other(std::in_place, *manager_, defaults_, clock_, center_, loggers_);
     other->setShouldFlashSavings(false);
@@ -313,7 +311,7 @@ TEST_F(AppStateTests, SharesNoChoiceWithAnotherStateUntilThatIsMadeAnew) {
     EXPECT_FALSE(makeState().shouldFlashSavings());
 }
 
-TEST_F(AppStateTests, IsOwnedByTheBridgeThatMadeIt) {
+TEST_F(AppStateTests, IsOwnedByTheBridge) {
     {
         AnalyticsStateBridge bridge(*manager_, defaults_, clock_, center_, loggers_);
         manager_->recordConversion(5, ConversionSource::hotkey);
@@ -324,7 +322,7 @@ TEST_F(AppStateTests, IsOwnedByTheBridgeThatMadeIt) {
     EXPECT_THAT(sink_.messages(), IsEmpty());
 }
 
-TEST(ContentViewModelTests, IsAnObservableObjectAndNothingElse) {
+TEST(ContentViewModelTests, IsAnEmptyObservableObject) {
     pastewise::ContentViewModel model;
     const auto token = model.addObjectWillChangeObserver([] { FAIL() << "nothing changes"; });
     model.removeObjectWillChangeObserver(token);

@@ -1,5 +1,4 @@
 #include "Pastewise/ClipboardManager.h"
-#include "Pastewise/ConverterEngine.h"
 #include "Platform/Memory/MemoryLogSink.h"
 #include "Platform/Memory/MemoryPasteboard.h"
 
@@ -146,7 +145,7 @@ TEST_F(ClipboardManagerTests, HidesLinesFromWhoeverReadsTheLog) {
     }
 }
 
-TEST_F(ClipboardManagerTests, LogsUnderItsOwnName) {
+TEST_F(ClipboardManagerTests, LogsUnderItsClassName) {
     static_cast<void>(convertClipboard());
     using Entry = platform::MemoryLogSink::Entry;
     EXPECT_THAT(sink_.entries(), Each(Field(&Entry::subsystem, "com.app.pastewise")));

@@ -16,20 +16,20 @@ class DebouncerTests : public testing::Test {
     std::optional<pastewise::Debouncer> debouncer_{std::in_place, queue_, 750ms};
 };
 
-TEST_F(DebouncerTests, LetsTheFirstCallThrough) {
+TEST_F(DebouncerTests, AcceptsTheFirstCall) {
     EXPECT_TRUE(debouncer_->accepts());
 }
 
-TEST_F(DebouncerTests, LetsOneCallThroughForAsLongAsAKeyRepeats) {
+TEST_F(DebouncerTests, AcceptsOneCallWhileAKeyRepeats) {
     EXPECT_TRUE(debouncer_->accepts());
-    queue_.advance(660ms); // until a desktop begins to repeat
+    queue_.advance(660ms); // until a desktop starts to repeat
     for (int repetition = 0; repetition < 200; ++repetition) {
         EXPECT_FALSE(debouncer_->accepts());
         queue_.advance(40ms);
     }
 }
 
-TEST_F(DebouncerTests, LetsACallThroughOnceItHasBeenQuietForLongEnough) {
+TEST_F(DebouncerTests, AcceptsACallAfterTheQuietTime) {
     EXPECT_TRUE(debouncer_->accepts());
     queue_.advance(749ms);
     EXPECT_FALSE(debouncer_->accepts());
@@ -39,14 +39,14 @@ TEST_F(DebouncerTests, LetsACallThroughOnceItHasBeenQuietForLongEnough) {
     EXPECT_TRUE(debouncer_->accepts());
 }
 
-TEST_F(DebouncerTests, LetsCallsThroughThatAreFarApart) {
+TEST_F(DebouncerTests, AcceptsCallsThatAreFarApart) {
     for (int call = 0; call < 3; ++call) {
         EXPECT_TRUE(debouncer_->accepts());
         queue_.advance(750ms);
     }
 }
 
-TEST_F(DebouncerTests, LeavesNothingBehindThatRunsAfterItsEnd) {
+TEST_F(DebouncerTests, CancelsItsTimerWhenDestroyed) {
     EXPECT_TRUE(debouncer_->accepts());
     debouncer_.reset();
     EXPECT_EQ(queue_.pendingCount(), 1U);

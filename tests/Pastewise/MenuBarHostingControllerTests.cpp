@@ -57,7 +57,7 @@ TEST_F(MenuBarHostingControllerTests, DoesNothingBeforeItsViewIsNeeded) {
     EXPECT_THAT(sink_.entries(), IsEmpty());
 }
 
-TEST_F(MenuBarHostingControllerTests, ShowsTheHostingViewLaidOut) {
+TEST_F(MenuBarHostingControllerTests, LaysOutTheHostingViewWhenLoaded) {
     hostingView_->setFrameOfNextLayout({{0, 0}, {400, 12.5}});
     const auto controller = makeController(hostingView_);
     EXPECT_EQ(controller->view(), hostingView_);
@@ -78,7 +78,7 @@ TEST_F(MenuBarHostingControllerTests, ShowsAnEmptyViewWithoutAHostingView) {
                             "error: Hosting view is nil during loadView"));
 }
 
-TEST_F(MenuBarHostingControllerTests, LaysTheHostingViewOutAfterItTellsTheFrameOfALayout) {
+TEST_F(MenuBarHostingControllerTests, LogsTheFrameOfALayoutBeforeLayingOutTheHostingView) {
     const auto controller = makeController(hostingView_);
     static_cast<void>(controller->view());
     sink_.clear();
@@ -92,7 +92,7 @@ TEST_F(MenuBarHostingControllerTests, LaysTheHostingViewOutAfterItTellsTheFrameO
                             "{{-1.25, 2}, {300, 0.33333333333333331}}"));
 }
 
-TEST_F(MenuBarHostingControllerTests, LaysTheHostingViewOutWheneverItAppears) {
+TEST_F(MenuBarHostingControllerTests, LaysOutTheHostingViewWheneverItAppears) {
     const auto controller = makeController(hostingView_);
     static_cast<void>(controller->view());
     sink_.clear();
@@ -104,7 +104,7 @@ TEST_F(MenuBarHostingControllerTests, LaysTheHostingViewOutWheneverItAppears) {
                             "debug: MenuBarHostingController viewWillAppear"));
 }
 
-TEST_F(MenuBarHostingControllerTests, ForcesNoLayoutOnAnEmptyView) {
+TEST_F(MenuBarHostingControllerTests, DoesNotLayOutAnEmptyView) {
     const auto controller = makeController(nullptr);
     const auto view = controller->view();
     sink_.clear();
@@ -117,7 +117,7 @@ TEST_F(MenuBarHostingControllerTests, ForcesNoLayoutOnAnEmptyView) {
                             "debug: MenuBarHostingController viewWillAppear"));
 }
 
-TEST_F(MenuBarHostingControllerTests, FillsAWindowThatTellsItWhatHappens) {
+TEST_F(MenuBarHostingControllerTests, FillsAndFollowsAWindow) {
     const auto controller = makeController(hostingView_);
     const auto window = toolkit_.makeWindow({{0, 0}, {200, 100}}, {}, {});
     window->setContentViewController(*controller);
@@ -129,7 +129,7 @@ TEST_F(MenuBarHostingControllerTests, FillsAWindowThatTellsItWhatHappens) {
                             "{{0, 0}, {200, 100}}"));
 }
 
-TEST_F(MenuBarHostingControllerTests, LogsUnderItsOwnName) {
+TEST_F(MenuBarHostingControllerTests, LogsUnderItsClassName) {
     static_cast<void>(makeController(nullptr)->view());
     using Entry = platform::MemoryLogSink::Entry;
     EXPECT_EQ(sink_.entries().size(), 2U);
@@ -137,12 +137,12 @@ TEST_F(MenuBarHostingControllerTests, LogsUnderItsOwnName) {
     EXPECT_THAT(sink_.entries(), Each(Field(&Entry::category, "MenuBarHostingController")));
 }
 
-TEST(MenuBarHostingControllerDeathTest, CannotComeFromAnArchive) {
+TEST(MenuBarHostingControllerDeathTest, CannotBeMadeFromAnArchive) {
     EXPECT_DEATH(MenuBarHostingController::initWithCoder(),
                  "init\\(coder:\\) has not been implemented");
 }
 
-TEST(MenuBarHostingControllerDeathTest, CannotComeFromANib) {
+TEST(MenuBarHostingControllerDeathTest, CannotBeMadeFromANib) {
     EXPECT_DEATH(MenuBarHostingController::initWithNibName(),
                  "unimplemented initializer init\\(nibName:bundle:\\)");
 }

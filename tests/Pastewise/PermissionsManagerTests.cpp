@@ -27,7 +27,7 @@ class PermissionsManagerTests : public testing::Test {
     platform::MemoryWorkspace workspace_;
 };
 
-TEST_F(PermissionsManagerTests, AsksInItsOwnWords) {
+TEST_F(PermissionsManagerTests, ShowsItsAlert) {
     request();
     ASSERT_EQ(alerts_.shown().size(), 1U);
     const platform::Alert& alert = alerts_.shown().front();
@@ -39,7 +39,7 @@ TEST_F(PermissionsManagerTests, AsksInItsOwnWords) {
     EXPECT_THAT(alert.buttonTitles, ElementsAre("Open System Preferences", "Cancel"));
 }
 
-TEST_F(PermissionsManagerTests, TellsStandardOutputAndHasTheSystemAskBeforeItAsks) {
+TEST_F(PermissionsManagerTests, WritesALineAndShowsTheSystemsPromptBeforeItsAlert) {
     bool wasShown = false;
     alerts_.setAnswer(0);
     alerts_.setWhileShown([&] {
@@ -54,14 +54,14 @@ TEST_F(PermissionsManagerTests, TellsStandardOutputAndHasTheSystemAskBeforeItAsk
     EXPECT_EQ(trust_.promptCount(), 1);
 }
 
-TEST_F(PermissionsManagerTests, AsksWhateverTheSystemsPromptAnswers) {
+TEST_F(PermissionsManagerTests, ShowsItsAlertWhateverTheSystemAnswers) {
     trust_.setTrusted(true);
     request();
     EXPECT_EQ(trust_.promptCount(), 1);
     EXPECT_EQ(alerts_.shown().size(), 1U);
 }
 
-TEST_F(PermissionsManagerTests, OpensThePrivacyPaneForTheFirstButtonAndGoesOn) {
+TEST_F(PermissionsManagerTests, OpensThePrivacyPaneForTheFirstButton) {
     alerts_.setAnswer(0);
     request();
     EXPECT_THAT(
@@ -78,14 +78,14 @@ TEST_F(PermissionsManagerTests, OpensNothingForCancel) {
     EXPECT_THAT(workspace_.urls(), IsEmpty());
 }
 
-TEST_F(PermissionsManagerTests, OpensNothingWhenTheAlertGoesAwayByItself) {
+TEST_F(PermissionsManagerTests, OpensNothingIfTheAlertIsClosedWithoutAButton) {
     alerts_.setAnswer(std::nullopt);
     request();
     EXPECT_EQ(alerts_.shown().size(), 1U);
     EXPECT_THAT(workspace_.urls(), IsEmpty());
 }
 
-TEST_F(PermissionsManagerTests, SaysNothingWhenTheDesktopRefusesToOpenThePane) {
+TEST_F(PermissionsManagerTests, IgnoresAFailureToOpenThePane) {
     alerts_.setAnswer(0);
     workspace_.setRefuses(true);
     request();

@@ -25,7 +25,7 @@
 
 namespace testing_support {
 
-/// Carbon virtual key codes of what the tests type.
+/// The Carbon virtual key codes that the tests type.
 namespace key_code {
 inline constexpr std::uint32_t g = 5;
 inline constexpr std::uint32_t five = 23;
@@ -36,12 +36,13 @@ inline constexpr std::uint32_t escape = 53;
 inline constexpr std::uint32_t leftArrow = 123;
 } // namespace key_code
 
-/// The preferences' surroundings in memory, with the default shortcut saved and registered.
+/// The services that the preferences need, in memory, with the default shortcut saved and
+/// registered.
 class PreferencesTest : public testing::Test {
   protected:
     static constexpr std::string_view shortcutKey = "userDefinedShortcut";
 
-    /// What the preferences show, found by its place among the views.
+    /// The parts of the preferences, found by their position among the views.
     struct Views {
         explicit Views(platform::ViewController& controller) : root(controller.view()) {
             stack = subview(root, 0);
@@ -77,7 +78,7 @@ class PreferencesTest : public testing::Test {
         std::shared_ptr<platform::MemoryButton> resetButton;
     };
 
-    /// Presses a key in the program's window. Whether the window got it.
+    /// Presses a key in the program's window. Returns whether the window got it.
     bool reachesWindow(std::uint32_t keyCode, hotkey::ModifierFlags modifiers) {
         return keyDownMonitors_.deliver({.keyCode = keyCode, .modifierFlags = modifiers})
             .has_value();

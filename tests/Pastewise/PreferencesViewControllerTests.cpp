@@ -1,5 +1,4 @@
 #include "Pastewise/PreferencesViewController.h"
-#include "Pastewise/RecordingState.h"
 #include "tests/Pastewise/PreferencesTest.h"
 #include "tests/Pastewise/ViewOutline.h"
 
@@ -99,7 +98,7 @@ TEST_F(PreferencesViewControllerTests, IsLaidOutFromTopToBottom) {
               "    button \"Reset to Default\" does resetShortcut, rounded\n");
 }
 
-TEST_F(PreferencesViewControllerTests, HoldsItsViewsByThreeGroupsOfConstraints) {
+TEST_F(PreferencesViewControllerTests, ConstrainsItsViewsInThreeGroups) {
     const Views shown = views();
     const testing_support::ViewNames names{{shown.root.get(), "root"},
                                            {shown.stack.get(), "stack"},
@@ -126,21 +125,21 @@ TEST_F(PreferencesViewControllerTests, HoldsItsViewsByThreeGroupsOfConstraints) 
                                         "button.width >= 140")));
 }
 
-TEST_F(PreferencesViewControllerTests, MakesItsViewsOnceAndOnlyWhenTheyAreNeeded) {
+TEST_F(PreferencesViewControllerTests, MakesItsViewsOnceOnFirstUse) {
     EXPECT_THAT(toolkit_.constraintGroups(), IsEmpty());
     const auto view = controller_->view();
     EXPECT_EQ(controller_->view(), view);
     EXPECT_EQ(toolkit_.constraintGroups().size(), 3U);
 }
 
-TEST_F(PreferencesViewControllerTests, BeginsReady) {
+TEST_F(PreferencesViewControllerTests, StartsReady) {
     EXPECT_EQ(controller_->currentState(), RecordingState::ready);
     EXPECT_EQ(status(), readyText);
     EXPECT_EQ(keyDownMonitors_.monitorCount(), 0U);
     EXPECT_EQ(mainQueue_.pendingCount(), 0U);
 }
 
-TEST_F(PreferencesViewControllerTests, ShowsEachStateInItsOwnWords) {
+TEST_F(PreferencesViewControllerTests, ShowsTheTextsOfEachState) {
     const auto title = [this] { return views().recordButton->title(); };
     EXPECT_EQ(title(), "Record Shortcut");
     EXPECT_EQ(status(), readyText);
@@ -158,7 +157,7 @@ TEST_F(PreferencesViewControllerTests, ShowsEachStateInItsOwnWords) {
     EXPECT_EQ(status(), readyText);
 }
 
-TEST_F(PreferencesViewControllerTests, DimsTheRecordButtonWhileRecordingInAFifthOfASecond) {
+TEST_F(PreferencesViewControllerTests, DimsTheRecordButtonWhileRecording) {
     record();
     reachesWindow(key_code::k, command);
     mainQueue_.advance(1500ms);
@@ -173,7 +172,7 @@ TEST_F(PreferencesViewControllerTests, DimsTheRecordButtonWhileRecordingInAFifth
 
 // From state to state
 
-TEST_F(PreferencesViewControllerTests, RecordsATenthOfASecondAfterTheButton) {
+TEST_F(PreferencesViewControllerTests, RecordsATenthOfASecondAfterTheButtonIsPressed) {
     press(views().recordButton);
     EXPECT_EQ(controller_->currentState(), RecordingState::waiting);
     EXPECT_EQ(keyDownMonitors_.monitorCount(), 1U);
@@ -198,7 +197,7 @@ TEST_F(PreferencesViewControllerTests, ReturnsToReadyWhenTheButtonIsPressedTwice
     EXPECT_EQ(views().recordButton->alphaAnimations().size(), animations);
 }
 
-TEST_F(PreferencesViewControllerTests, EndsTheRecordingWhenTheButtonIsPressedAgain) {
+TEST_F(PreferencesViewControllerTests, StopsRecordingWhenTheButtonIsPressedAgain) {
     record();
     press(views().recordButton);
     EXPECT_EQ(controller_->currentState(), RecordingState::ready);
@@ -207,7 +206,7 @@ TEST_F(PreferencesViewControllerTests, EndsTheRecordingWhenTheButtonIsPressedAga
     EXPECT_EQ(savedShortcut(), shortcut(5, 0x100000));
 }
 
-TEST_F(PreferencesViewControllerTests, CountsAnEarlierTenthOfASecondForAWaitBegunMeanwhile) {
+TEST_F(PreferencesViewControllerTests, AnEarlierTimerEndsALaterWait) {
     press(views().recordButton);
     mainQueue_.advance(40ms);
     press(views().recordButton);
@@ -242,7 +241,7 @@ TEST_F(PreferencesViewControllerTests, RecordsAgainRightAfterAShortcutWasRecorde
     EXPECT_EQ(keyDownMonitors_.monitorCount(), 1U);
 }
 
-TEST_F(PreferencesViewControllerTests, EndsARecordingWhenItDisappears) {
+TEST_F(PreferencesViewControllerTests, StopsRecordingWhenItDisappears) {
     record();
     controller_->viewDidDisappear();
     EXPECT_EQ(controller_->currentState(), RecordingState::ready);
@@ -271,7 +270,7 @@ TEST_F(PreferencesViewControllerTests, IsReadyAgainWhenItDisappearsInAnyOtherSta
 
 // Which keys are taken
 
-TEST_F(PreferencesViewControllerTests, IgnoresALetterAloneAndKeepsItFromEveryOtherControl) {
+TEST_F(PreferencesViewControllerTests, SwallowsALetterWithoutModifiers) {
     record();
     EXPECT_FALSE(reachesWindow(key_code::g, none));
     EXPECT_EQ(controller_->currentState(), RecordingState::recording);
@@ -280,7 +279,7 @@ TEST_F(PreferencesViewControllerTests, IgnoresALetterAloneAndKeepsItFromEveryOth
     EXPECT_EQ(keyDownMonitors_.monitorCount(), 1U);
 }
 
-TEST_F(PreferencesViewControllerTests, IgnoresEscapeUntilTheButtonIsPressedAgain) {
+TEST_F(PreferencesViewControllerTests, IgnoresEscape) {
     record();
     EXPECT_FALSE(reachesWindow(key_code::escape, none));
     EXPECT_FALSE(reachesWindow(key_code::escape, command));
@@ -312,7 +311,7 @@ TEST_F(PreferencesViewControllerTests, IgnoresEveryKeyWithTheFunctionFlag) {
     EXPECT_EQ(savedShortcut(), shortcut(5, 0x100000));
 }
 
-TEST_F(PreferencesViewControllerTests, IgnoresAKeyCodeThatNoKeyHas) {
+TEST_F(PreferencesViewControllerTests, IgnoresAnUnknownKeyCode) {
     record();
     for (const std::uint32_t keyCode : {key_code::unused,
                                         platform::KeyEvent::noKeyCode,
@@ -324,7 +323,7 @@ TEST_F(PreferencesViewControllerTests, IgnoresAKeyCodeThatNoKeyHas) {
     EXPECT_EQ(savedShortcut(), shortcut(5, 0x100000));
 }
 
-TEST_F(PreferencesViewControllerTests, IgnoresAKeyWhoseOnlyFlagsDependOnTheKeyboard) {
+TEST_F(PreferencesViewControllerTests, IgnoresAKeyWithOnlyDeviceDependentFlags) {
     record();
     EXPECT_FALSE(reachesWindow(key_code::k, {0x000000000000FFFF}));
     EXPECT_FALSE(reachesWindow(key_code::k, {0xFFFFFFFF00000000}));
@@ -332,7 +331,7 @@ TEST_F(PreferencesViewControllerTests, IgnoresAKeyWhoseOnlyFlagsDependOnTheKeybo
     EXPECT_EQ(savedShortcut(), shortcut(5, 0x100000));
 }
 
-TEST_F(PreferencesViewControllerTests, GoesOnRecordingAfterAnIgnoredKey) {
+TEST_F(PreferencesViewControllerTests, KeepsRecordingAfterAnIgnoredKey) {
     record();
     reachesWindow(key_code::g, none);
     reachesWindow(key_code::escape, command);
@@ -341,7 +340,7 @@ TEST_F(PreferencesViewControllerTests, GoesOnRecordingAfterAnIgnoredKey) {
     EXPECT_EQ(savedShortcut(), shortcut(40, 0x100000));
 }
 
-TEST_F(PreferencesViewControllerTests, SavesAndShowsCommandShiftKAndIsReadyAgainLater) {
+TEST_F(PreferencesViewControllerTests, SavesAndShowsCommandShiftK) {
     record();
     EXPECT_FALSE(reachesWindow(key_code::k, command | shift));
     EXPECT_EQ(savedShortcut(), shortcut(40, 0x120000));
@@ -355,7 +354,7 @@ TEST_F(PreferencesViewControllerTests, SavesAndShowsCommandShiftKAndIsReadyAgain
     EXPECT_EQ(shownShortcut(), "\u2318\u21E7K");
 }
 
-TEST_F(PreferencesViewControllerTests, SavesControlOption5AndShowsItsModifiersAlone) {
+TEST_F(PreferencesViewControllerTests, SavesControlOption5AndShowsOnlyItsModifiers) {
     record();
     EXPECT_FALSE(reachesWindow(key_code::five, control | option));
     EXPECT_EQ(savedShortcut(), shortcut(23, 0xC0000));
@@ -363,7 +362,7 @@ TEST_F(PreferencesViewControllerTests, SavesControlOption5AndShowsItsModifiersAl
     EXPECT_EQ(controller_->currentState(), RecordingState::completed);
 }
 
-TEST_F(PreferencesViewControllerTests, TakesCapsLockForAModifier) {
+TEST_F(PreferencesViewControllerTests, AcceptsCapsLockAsAModifier) {
     record();
     EXPECT_FALSE(reachesWindow(key_code::k, capsLock));
     EXPECT_EQ(savedShortcut(), shortcut(40, 0x10000));
@@ -371,14 +370,14 @@ TEST_F(PreferencesViewControllerTests, TakesCapsLockForAModifier) {
     EXPECT_EQ(controller_->currentState(), RecordingState::completed);
 }
 
-TEST_F(PreferencesViewControllerTests, SavesEveryFlagThatDoesNotDependOnTheKeyboard) {
+TEST_F(PreferencesViewControllerTests, SavesEveryDeviceIndependentFlag) {
     record();
     reachesWindow(key_code::k, {0xFFFFFFFF01310108});
     EXPECT_EQ(savedShortcut(), shortcut(40, 0x01310000));
     EXPECT_EQ(shownShortcut(), "\u2318K");
 }
 
-TEST_F(PreferencesViewControllerTests, TakesAKeyThatIsPressedWhileItStillWaits) {
+TEST_F(PreferencesViewControllerTests, AcceptsAKeyPressedWhileWaiting) {
     press(views().recordButton);
     mainQueue_.advance(50ms);
     EXPECT_FALSE(reachesWindow(key_code::k, command));
@@ -388,7 +387,7 @@ TEST_F(PreferencesViewControllerTests, TakesAKeyThatIsPressedWhileItStillWaits) 
     EXPECT_EQ(controller_->currentState(), RecordingState::completed);
 }
 
-TEST_F(PreferencesViewControllerTests, LeavesKeysToTheWindowExceptWhileRecording) {
+TEST_F(PreferencesViewControllerTests, SwallowsKeysOnlyWhileRecording) {
     static_cast<void>(controller_->view());
     EXPECT_TRUE(reachesWindow(key_code::k, command));
     press(views().recordButton);
@@ -416,7 +415,7 @@ TEST_F(PreferencesViewControllerTests, ResetsToTheDefault) {
     EXPECT_EQ(controller_->currentState(), RecordingState::ready);
 }
 
-TEST_F(PreferencesViewControllerTests, IsReadyAfterAResetWhileItWaited) {
+TEST_F(PreferencesViewControllerTests, IsReadyAfterAResetWhileWaiting) {
     press(views().recordButton);
     press(views().resetButton);
     EXPECT_EQ(controller_->currentState(), RecordingState::ready);
@@ -424,7 +423,7 @@ TEST_F(PreferencesViewControllerTests, IsReadyAfterAResetWhileItWaited) {
     EXPECT_EQ(controller_->currentState(), RecordingState::ready);
 }
 
-TEST_F(PreferencesViewControllerTests, StillTakesAKeyAfterAResetInTheMiddleOfARecording) {
+TEST_F(PreferencesViewControllerTests, AcceptsAKeyAfterAResetDuringARecording) {
     record();
     press(views().resetButton);
     EXPECT_EQ(controller_->currentState(), RecordingState::ready);
@@ -435,7 +434,7 @@ TEST_F(PreferencesViewControllerTests, StillTakesAKeyAfterAResetInTheMiddleOfARe
     EXPECT_EQ(keyDownMonitors_.monitorCount(), 0U);
 }
 
-TEST_F(PreferencesViewControllerTests, NeverWatchesKeysTwice) {
+TEST_F(PreferencesViewControllerTests, HasAtMostOneMonitor) {
     record();
     press(views().resetButton);
     record();
@@ -447,7 +446,7 @@ TEST_F(PreferencesViewControllerTests, NeverWatchesKeysTwice) {
 
 // Outlived by others
 
-TEST_F(PreferencesViewControllerTests, LeavesATimerNothingToDoOnceItIsGone) {
+TEST_F(PreferencesViewControllerTests, AWaitingTimerDoesNothingOnceTheControllerIsGone) {
     press(views().recordButton);
     const Views shown = views();
     controller_.reset();
@@ -456,7 +455,7 @@ TEST_F(PreferencesViewControllerTests, LeavesATimerNothingToDoOnceItIsGone) {
     EXPECT_EQ(shown.statusLabel->text(), waitingText);
 }
 
-TEST_F(PreferencesViewControllerTests, LeavesTheTimerOfARecordedShortcutNothingToDoOnceItIsGone) {
+TEST_F(PreferencesViewControllerTests, ACompletionTimerDoesNothingOnceTheControllerIsGone) {
     record();
     reachesWindow(key_code::k, command);
     const Views shown = views();
@@ -466,14 +465,14 @@ TEST_F(PreferencesViewControllerTests, LeavesTheTimerOfARecordedShortcutNothingT
     EXPECT_EQ(shown.statusLabel->text(), completedText);
 }
 
-TEST_F(PreferencesViewControllerTests, LeavesItsMonitorNothingToDoButSwallowOnceItIsGone) {
+TEST_F(PreferencesViewControllerTests, TheMonitorOnlySwallowsOnceTheControllerIsGone) {
     record();
     controller_.reset();
     EXPECT_FALSE(reachesWindow(key_code::k, command));
     EXPECT_EQ(savedShortcut(), shortcut(5, 0x100000));
 }
 
-TEST_F(PreferencesViewControllerTests, LeavesItsButtonsNothingToDoOnceItIsGone) {
+TEST_F(PreferencesViewControllerTests, ButtonsDoNothingOnceTheControllerIsGone) {
     const Views shown = views();
     controller_.reset();
     userDefaults_.removeObject(shortcutKey);
@@ -486,12 +485,12 @@ TEST_F(PreferencesViewControllerTests, LeavesItsButtonsNothingToDoOnceItIsGone) 
 
 // What is stored
 
-TEST_F(PreferencesViewControllerTests, ShowsThatNoShortcutIsSetWhereThereIsNone) {
+TEST_F(PreferencesViewControllerTests, ShowsThatNoShortcutIsSet) {
     userDefaults_.removeObject(shortcutKey);
     EXPECT_THAT(shownAnew(), Pair("No shortcut set", TextColor::secondaryLabel));
 }
 
-TEST_F(PreferencesViewControllerTests, TakesAnObjectOfAnotherTypeForNoShortcut) {
+TEST_F(PreferencesViewControllerTests, TreatsAValueOfAnotherTypeAsNoShortcut) {
     const auto nothing = Pair("No shortcut set", TextColor::secondaryLabel);
     EXPECT_THAT(shownFor(std::string("G")), nothing);
     EXPECT_THAT(shownFor(std::int64_t{5}), nothing);
@@ -499,7 +498,7 @@ TEST_F(PreferencesViewControllerTests, TakesAnObjectOfAnotherTypeForNoShortcut) 
     EXPECT_THAT(shownFor(foundation::Other{}), nothing);
 }
 
-TEST_F(PreferencesViewControllerTests, TakesAnIncompleteDictionaryForNoShortcut) {
+TEST_F(PreferencesViewControllerTests, TreatsAnIncompleteDictionaryAsNoShortcut) {
     using foundation::Dictionary;
     const auto nothing = Pair("No shortcut set", TextColor::secondaryLabel);
     EXPECT_THAT(shownFor(Dictionary{}), nothing);
@@ -507,7 +506,7 @@ TEST_F(PreferencesViewControllerTests, TakesAnIncompleteDictionaryForNoShortcut)
     EXPECT_THAT(shownFor(Dictionary{{"modifiers", std::uint64_t{0x100000}}}), nothing);
 }
 
-TEST_F(PreferencesViewControllerTests, TakesAValueThatIsNoFittingNumberForNoShortcut) {
+TEST_F(PreferencesViewControllerTests, TreatsNumbersOutOfRangeAsNoShortcut) {
     using foundation::Dictionary;
     using foundation::Value;
     const auto nothing = Pair("No shortcut set", TextColor::secondaryLabel);
@@ -529,7 +528,7 @@ TEST_F(PreferencesViewControllerTests, TakesAValueThatIsNoFittingNumberForNoShor
     }
 }
 
-TEST_F(PreferencesViewControllerTests, TakesFittingNumbersOfEveryType) {
+TEST_F(PreferencesViewControllerTests, AcceptsIntegersOfEveryType) {
     using foundation::Dictionary;
     const auto shown = Pair("\u2318G", TextColor::label);
     EXPECT_THAT(shownFor(Dictionary{{"keyCode", std::int64_t{5}}, {"modifiers", 1048576.0}}),
@@ -541,7 +540,7 @@ TEST_F(PreferencesViewControllerTests, TakesFittingNumbersOfEveryType) {
                 Pair("\u2318\u2325\u21E7\u2303G", TextColor::label));
 }
 
-TEST_F(PreferencesViewControllerTests, ShowsAShortcutInItsColourAgainAfterThereWasNone) {
+TEST_F(PreferencesViewControllerTests, ResetsTheColourOnceThereIsAShortcut) {
     userDefaults_.removeObject(shortcutKey);
     EXPECT_EQ(shortcutColor(), TextColor::secondaryLabel);
     press(views().resetButton);
@@ -551,7 +550,7 @@ TEST_F(PreferencesViewControllerTests, ShowsAShortcutInItsColourAgainAfterThereW
 
 // The display string
 
-TEST(ShortcutDisplayStringTests, NamesAllLetters) {
+TEST(ShortcutDisplayStringTests, ShowsAllLetters) {
     const std::vector<std::pair<std::uint64_t, std::string>> letters{
         {0, "A"},  {11, "B"}, {8, "C"},  {2, "D"},  {14, "E"}, {3, "F"},  {5, "G"},
         {4, "H"},  {34, "I"}, {38, "J"}, {40, "K"}, {37, "L"}, {46, "M"}, {45, "N"},
@@ -564,7 +563,7 @@ TEST(ShortcutDisplayStringTests, NamesAllLetters) {
     }
 }
 
-TEST(ShortcutDisplayStringTests, NamesNoOtherKey) {
+TEST(ShortcutDisplayStringTests, ShowsNoOtherKey) {
     int nameless = 0;
     for (std::uint64_t keyCode = 0; keyCode <= 65535; ++keyCode) {
         nameless += PreferencesViewController::shortcutDisplayString(keyCode, 0).empty() ? 1 : 0;
@@ -572,7 +571,7 @@ TEST(ShortcutDisplayStringTests, NamesNoOtherKey) {
     EXPECT_EQ(nameless, 65536 - 26);
 }
 
-TEST(ShortcutDisplayStringTests, PutsCommandBeforeOptionBeforeShiftBeforeControl) {
+TEST(ShortcutDisplayStringTests, OrdersTheModifiers) {
     EXPECT_EQ(PreferencesViewController::shortcutDisplayString(5, 0x1E0000),
               "\u2318\u2325\u21E7\u2303G");
     EXPECT_EQ(PreferencesViewController::shortcutDisplayString(5, 0x80000), "\u2325G");
@@ -581,7 +580,7 @@ TEST(ShortcutDisplayStringTests, PutsCommandBeforeOptionBeforeShiftBeforeControl
     EXPECT_EQ(PreferencesViewController::shortcutDisplayString(5, 0x810000), "G");
 }
 
-TEST(ShortcutDisplayStringDeathTest, StopsTheProgramForAKeyCodeOfMoreThan16Bits) {
+TEST(ShortcutDisplayStringDeathTest, RejectsAKeyCodeOfMoreThan16Bits) {
     EXPECT_DEATH(static_cast<void>(PreferencesViewController::shortcutDisplayString(65536, 0)),
                  "the key code of a shortcut has more than 16 bits");
 }

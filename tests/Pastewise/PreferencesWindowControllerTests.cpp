@@ -28,7 +28,7 @@ class PreferencesWindowControllerTests : public testing_support::PreferencesTest
             toolkit_, keyDownMonitors_, mainQueue_, userDefaults_, shortcutManager_);
 };
 
-TEST_F(PreferencesWindowControllerTests, MakesASmallWindowOfAFixedSizeInTheMiddleOfTheScreen) {
+TEST_F(PreferencesWindowControllerTests, MakesACenteredWindowOfAFixedSize) {
     ASSERT_EQ(toolkit_.windows().size(), 1U);
     EXPECT_EQ(window().contentRect(), (platform::Rect{{0, 0}, {400, 350}}));
     EXPECT_EQ(window().style(),
@@ -49,7 +49,7 @@ TEST_F(PreferencesWindowControllerTests, FillsTheWindowWithThePreferences) {
     EXPECT_EQ(toolkit_.constraintGroups().size(), 3U);
 }
 
-TEST_F(PreferencesWindowControllerTests, ShowsTheWindowInFrontWithTheKeyboard) {
+TEST_F(PreferencesWindowControllerTests, ShowsTheWindowInFrontWithTheFocus) {
     controller_->showWindow();
     EXPECT_TRUE(window().isVisible());
     EXPECT_EQ(window().keyAndFrontCount(), 1);
@@ -65,7 +65,7 @@ TEST_F(PreferencesWindowControllerTests, ShowsTheSameWindowEachTime) {
     EXPECT_EQ(window().keyAndFrontCount(), 3);
 }
 
-TEST_F(PreferencesWindowControllerTests, EndsARecordingWhenTheWindowClosesAndReopensReady) {
+TEST_F(PreferencesWindowControllerTests, StopsRecordingWhenTheWindowClosesAndReopensReady) {
     controller_->showWindow();
     views().recordButton->press();
     mainQueue_.advance(100ms);
@@ -82,7 +82,7 @@ TEST_F(PreferencesWindowControllerTests, EndsARecordingWhenTheWindowClosesAndReo
     EXPECT_EQ(savedShortcut(), shortcut(5, 0x100000));
 }
 
-TEST_F(PreferencesWindowControllerTests, TakesTheWindowWithItWhenItGoes) {
+TEST_F(PreferencesWindowControllerTests, DestroysItsWindow) {
     controller_->showWindow();
     const std::weak_ptr<platform::View> root = views().root;
     controller_.reset();
@@ -90,7 +90,7 @@ TEST_F(PreferencesWindowControllerTests, TakesTheWindowWithItWhenItGoes) {
     EXPECT_TRUE(root.expired());
 }
 
-TEST(PreferencesWindowControllerDeathTest, CannotComeFromAnArchive) {
+TEST(PreferencesWindowControllerDeathTest, CannotBeMadeFromAnArchive) {
     EXPECT_DEATH(PreferencesWindowController::initWithCoder(),
                  "init\\(coder:\\) has not been implemented");
 }

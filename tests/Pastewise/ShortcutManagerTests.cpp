@@ -41,12 +41,12 @@ Dictionary shortcut(Value keyCode, Value modifiers) {
     return {{"keyCode", std::move(keyCode)}, {"modifiers", std::move(modifiers)}};
 }
 
-/// A shortcut with the types that it is stored with.
+/// A shortcut with the types it is stored with.
 Value storedShortcut(std::uint64_t keyCode, std::uint64_t modifiers) {
     return shortcut(keyCode, modifiers);
 }
 
-/// The same with the types that a store may hand it back with.
+/// The same with the types that a system may return.
 Dictionary signedShortcut(std::int64_t keyCode, std::int64_t modifiers) {
     return shortcut(keyCode, modifiers);
 }
@@ -61,13 +61,13 @@ class ShortcutManagerTests : public testing::Test {
         });
     }
 
-    /// Makes the manager as a start of the program does. One that is there ends before.
+    /// Makes the manager as at the start of the program, in place of an earlier one.
     ShortcutManager& start() {
         manager_.reset();
         return manager_.emplace(controller_, defaults_, center_, loggers_);
     }
 
-    /// A start with that in the settings.
+    /// The same with that value in the settings.
     ShortcutManager& startWith(Value stored) {
         defaults_.setObject(shortcutKey, std::move(stored));
         forgetWhatWasSaid();
@@ -102,7 +102,7 @@ class ShortcutManagerTests : public testing::Test {
     foundation::NotificationCenter center_{queue_};
     platform::MemoryLogSink sink_;
     foundation::LoggerFactory loggers_{sink_, "com.app.pastewise"};
-    /// The objects of what was posted under "shortcutChanged", oldest first.
+    /// The objects of all "shortcutChanged" notifications, oldest first.
     std::vector<std::optional<Value>> posted_;
     std::optional<ShortcutManager> manager_;
     int presses_ = 0;
@@ -123,7 +123,7 @@ TEST_F(ShortcutManagerTests, InstallsAndStoresTheDefaultAtTheFirstLaunch) {
     expectDefault();
 }
 
-TEST_F(ShortcutManagerTests, InstallsTheSavedShortcutAndSaysSoInGlyphs) {
+TEST_F(ShortcutManagerTests, InstallsAndAnnouncesTheSavedShortcut) {
     startWith(storedShortcut(0x28, 0x120000));
     EXPECT_THAT(service_.registered(), ElementsAre(shiftCommandK));
     EXPECT_EQ(defaults_.object(shortcutKey), storedShortcut(0x28, 0x120000));
@@ -138,7 +138,7 @@ TEST_F(ShortcutManagerTests, InstallsTheSavedShortcutAndSaysSoInGlyphs) {
                             "1179648]"));
 }
 
-TEST_F(ShortcutManagerTests, TreatsTheDefaultThatItStoredAsASavedShortcutAtTheNextStart) {
+TEST_F(ShortcutManagerTests, ReadsTheStoredDefaultAsASavedShortcutAtTheNextStart) {
     start();
     forgetWhatWasSaid();
     start();
@@ -148,7 +148,7 @@ TEST_F(ShortcutManagerTests, TreatsTheDefaultThatItStoredAsASavedShortcutAtTheNe
               "debug: Found saved shortcut - KeyCode: 5, Modifiers: 1048576");
 }
 
-TEST_F(ShortcutManagerTests, ReadsNumbersOfAnyTypeThatAreWhole) {
+TEST_F(ShortcutManagerTests, ReadsIntegersOfAnyType) {
     startWith(signedShortcut(0x28, 0x120000));
     EXPECT_THAT(service_.registered(), ElementsAre(shiftCommandK));
     EXPECT_EQ(defaults_.object(shortcutKey), storedShortcut(0x28, 0x120000));
@@ -157,13 +157,13 @@ TEST_F(ShortcutManagerTests, ReadsNumbersOfAnyTypeThatAreWhole) {
     EXPECT_EQ(defaults_.object(shortcutKey), storedShortcut(0x28, 0x120000));
 }
 
-TEST_F(ShortcutManagerTests, ReadsABooleanAsTheNumberItIs) {
+TEST_F(ShortcutManagerTests, ReadsABooleanAsANumber) {
     startWith(shortcut(true, std::uint64_t{0x100000}));
     EXPECT_EQ(displayString(), "Command S") << "1 is the code of the key S";
     EXPECT_EQ(defaults_.object(shortcutKey), storedShortcut(1, 0x100000));
 }
 
-TEST_F(ShortcutManagerTests, InstallsTheDefaultForACodeWithoutKeyAndSaysSoAsAnError) {
+TEST_F(ShortcutManagerTests, InstallsTheDefaultAndLogsAnErrorForAnUnknownKeyCode) {
     startWith(storedShortcut(52, 0x100000));
     EXPECT_THAT(sink_.messages(),
                 ElementsAre("debug: Initializing ShortcutManager",
@@ -183,7 +183,7 @@ struct Invalid {
 class InvalidShortcutTests : public ShortcutManagerTests,
                              public testing::WithParamInterface<Invalid> {};
 
-TEST_P(InvalidShortcutTests, LeadsToTheDefault) {
+TEST_P(InvalidShortcutTests, InstallsTheDefault) {
     defaults_.setObject(shortcutKey, GetParam().stored);
     EXPECT_EQ(displayString(), "Command G");
     start();
@@ -223,7 +223,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 // Changes
 
-TEST_F(ShortcutManagerTests, InstallsStoresAndAnnouncesAShortcutThatIsSet) {
+TEST_F(ShortcutManagerTests, InstallsStoresAndAnnouncesANewShortcut) {
     start();
     forgetWhatWasSaid();
     manager_->setShortcut(Key::k, ModifierFlags::command | ModifierFlags::shift);
@@ -240,7 +240,7 @@ TEST_F(ShortcutManagerTests, InstallsStoresAndAnnouncesAShortcutThatIsSet) {
     EXPECT_EQ(sink_.entries().at(1).format, "Saved shortcut data: %s");
 }
 
-TEST_F(ShortcutManagerTests, AnnouncesAChangeOnceItIsStoredAndInstalled) {
+TEST_F(ShortcutManagerTests, AnnouncesAChangeAfterStoringAndInstallingIt) {
     std::vector<std::string> shown;
     std::vector<MemoryEventHotKeyService::Combination> installed;
     center_.addObserver(pastewise::shortcutChanged, [&](const auto& /*notification*/) {
@@ -253,7 +253,7 @@ TEST_F(ShortcutManagerTests, AnnouncesAChangeOnceItIsStoredAndInstalled) {
     EXPECT_THAT(installed, ElementsAre(commandG, shiftCommandK));
 }
 
-TEST_F(ShortcutManagerTests, GivesTheOldCombinationBackBeforeItTakesTheNewOne) {
+TEST_F(ShortcutManagerTests, UnregistersTheOldCombinationBeforeRegisteringTheNewOne) {
     start();
     manager_->setShortcut(Key::g, ModifierFlags::command);
     manager_->clearShortcut();
@@ -280,7 +280,7 @@ TEST_F(ShortcutManagerTests, KeepsEveryBitOfTheModifiers) {
     EXPECT_EQ(displayString(), "Command + Shift K");
 }
 
-TEST_F(ShortcutManagerTests, AnnouncesAKeyWithoutModifiersBehindABlank) {
+TEST_F(ShortcutManagerTests, AnnouncesAKeyWithoutModifiersAfterASpace) {
     start();
     forgetWhatWasSaid();
     manager_->setShortcut(Key::f5, {});
@@ -288,7 +288,7 @@ TEST_F(ShortcutManagerTests, AnnouncesAKeyWithoutModifiersBehindABlank) {
     EXPECT_EQ(sink_.messages().at(0), "debug: Setting shortcut - Key: \uF860F5, Modifiers: ");
 }
 
-TEST_F(ShortcutManagerTests, GoesBackToTheDefaultAndStoresItWhenItIsCleared) {
+TEST_F(ShortcutManagerTests, ClearingInstallsAndStoresTheDefault) {
     startWith(storedShortcut(0x28, 0x120000));
     forgetWhatWasSaid();
     manager_->clearShortcut();
@@ -299,7 +299,7 @@ TEST_F(ShortcutManagerTests, GoesBackToTheDefaultAndStoresItWhenItIsCleared) {
     expectDefault();
 }
 
-TEST_F(ShortcutManagerTests, SaysNothingWhenTheSystemRefusesACombination) {
+TEST_F(ShortcutManagerTests, KeepsACombinationThatTheSystemRefuses) {
     start();
     countPresses();
     service_.refuseRegistrations(hotkey::eventHotKeyExistsErr);
@@ -318,7 +318,7 @@ TEST_F(ShortcutManagerTests, SaysNothingWhenTheSystemRefusesACombination) {
     EXPECT_EQ(presses_, 0);
 }
 
-TEST_F(ShortcutManagerTests, AnnouncesTheDefaultAlsoWhenAnotherProgramHasIt) {
+TEST_F(ShortcutManagerTests, AnnouncesTheDefaultEvenIfAnotherProgramHasIt) {
     service_.takeElsewhere(commandG);
     start();
     EXPECT_THAT(service_.registered(), IsEmpty());
@@ -342,7 +342,7 @@ TEST_F(ShortcutManagerTests, CallsTheHandlerWithinEachPressAndNotOnRelease) {
     EXPECT_EQ(presses_, 2);
 }
 
-TEST_F(ShortcutManagerTests, SaysThatAShortcutWasTriggeredOnlyWhenItWasSet) {
+TEST_F(ShortcutManagerTests, LogsPressesOnlyOfAShortcutThatWasSet) {
     start();
     countPresses();
     forgetWhatWasSaid();
@@ -362,7 +362,7 @@ TEST_F(ShortcutManagerTests, SaysThatAShortcutWasTriggeredOnlyWhenItWasSet) {
     EXPECT_EQ(presses_, 3);
 }
 
-TEST_F(ShortcutManagerTests, BearsAPressWithoutAHandler) {
+TEST_F(ShortcutManagerTests, IgnoresAPressWithoutAHandler) {
     start();
     EXPECT_EQ(service_.press(commandG), noErr);
     manager_->setShortcut(Key::g, ModifierFlags::command);
@@ -380,7 +380,7 @@ TEST_F(ShortcutManagerTests, KeepsTheHandlerWhenTheShortcutChanges) {
     EXPECT_EQ(presses_, 1);
 }
 
-TEST_F(ShortcutManagerTests, GivesTheCombinationBackAtItsEnd) {
+TEST_F(ShortcutManagerTests, UnregistersTheCombinationWhenDestroyed) {
     start();
     countPresses();
     manager_.reset();
@@ -394,7 +394,7 @@ TEST_F(ShortcutManagerTests, GivesTheCombinationBackAtItsEnd) {
 
 const std::string longMark = "a mark that is too long for the handler itself";
 
-TEST_F(ShortcutManagerTests, MayHaveItsShortcutSetByTheHandler) {
+TEST_F(ShortcutManagerTests, TheHandlerMaySetTheShortcut) {
     start().setShortcut(Key::g, ModifierFlags::command);
     std::string marks;
     manager_->shortcutHandler = [this, &marks, mark = longMark] {
@@ -409,7 +409,7 @@ TEST_F(ShortcutManagerTests, MayHaveItsShortcutSetByTheHandler) {
     EXPECT_THAT(service_.registered(), ElementsAre(shiftCommandK));
 }
 
-TEST_F(ShortcutManagerTests, MayBeClearedByTheHandler) {
+TEST_F(ShortcutManagerTests, TheHandlerMayClearTheShortcut) {
     startWith(storedShortcut(0x28, 0x120000));
     std::string marks;
     manager_->shortcutHandler = [this, &marks, mark = longMark] {
@@ -423,7 +423,7 @@ TEST_F(ShortcutManagerTests, MayBeClearedByTheHandler) {
     EXPECT_EQ(marks, longMark + longMark);
 }
 
-TEST_F(ShortcutManagerTests, MayHaveItsHandlerReplacedByTheHandler) {
+TEST_F(ShortcutManagerTests, TheHandlerMayReplaceItself) {
     start();
     std::string marks;
     manager_->shortcutHandler = [this, &marks, mark = longMark] {
@@ -435,7 +435,7 @@ TEST_F(ShortcutManagerTests, MayHaveItsHandlerReplacedByTheHandler) {
     EXPECT_EQ(marks, longMark + "!");
 }
 
-TEST_F(ShortcutManagerTests, MayBeDestroyedByTheHandler) {
+TEST_F(ShortcutManagerTests, TheHandlerMayDestroyTheManager) {
     for (const bool isSet : {false, true}) {
         start();
         if (isSet) {
@@ -454,17 +454,17 @@ TEST_F(ShortcutManagerTests, MayBeDestroyedByTheHandler) {
 
 // The shortcut in words
 
-TEST_F(ShortcutManagerTests, ShowsTheDefaultInWordsWhenNothingIsStored) {
+TEST_F(ShortcutManagerTests, DisplaysTheDefaultIfNothingIsStored) {
     EXPECT_EQ(displayString(), "Command G");
     EXPECT_TRUE(defaults_.contents().empty());
 }
 
-TEST_F(ShortcutManagerTests, ShowsTheDefaultInWordsForACodeWithoutKey) {
+TEST_F(ShortcutManagerTests, DisplaysTheDefaultForAnUnknownKeyCode) {
     defaults_.setObject(shortcutKey, storedShortcut(52, 0x120000));
     EXPECT_EQ(displayString(), "Command G");
 }
 
-TEST_F(ShortcutManagerTests, ShowsTheModifiersInWordsInTheirOrder) {
+TEST_F(ShortcutManagerTests, DisplaysTheModifiersInOrder) {
     const auto shown = [this](std::uint64_t keyCode, std::uint64_t modifiers) {
         defaults_.setObject(shortcutKey, storedShortcut(keyCode, modifiers));
         return displayString();
@@ -476,7 +476,7 @@ TEST_F(ShortcutManagerTests, ShowsTheModifiersInWordsInTheirOrder) {
     EXPECT_EQ(shown(0, 0xFFFFFFFFFFE1FFFF), "A") << "no other bit has a word";
 }
 
-TEST_F(ShortcutManagerTests, ShowsTheKeyAloneInUpperCaseWithoutModifiers) {
+TEST_F(ShortcutManagerTests, DisplaysAKeyWithoutModifiersInUpperCase) {
     const auto shown = [this](std::uint64_t keyCode) {
         defaults_.setObject(shortcutKey, storedShortcut(keyCode, 0));
         return displayString();

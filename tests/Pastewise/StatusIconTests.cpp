@@ -19,7 +19,7 @@ class StatusIconTests : public delegate_test::AppDelegateTest {
     }
 };
 
-TEST_F(StatusIconTests, WithTheFlashPreferenceOffAConversionLeavesTheIconAndSaysSoOnce) {
+TEST_F(StatusIconTests, DoesNotFlashIfThePreferenceIsOff) {
     system_.userDefaults().setObject("analytics.shouldFlashSavings", false);
     launchQuietly();
     const std::size_t changes = button().imageHistory().size();
@@ -29,7 +29,7 @@ TEST_F(StatusIconTests, WithTheFlashPreferenceOffAConversionLeavesTheIconAndSays
     EXPECT_EQ(system_.mainQueue().pendingCount(), 0U);
 }
 
-TEST_F(StatusIconTests, TheCheckmarkShowsForNineTenthsOfASecond) {
+TEST_F(StatusIconTests, ShowsTheCheckmarkForNineTenthsOfASecond) {
     launchQuietly();
     convert();
     EXPECT_EQ(shownGlyph(), "✓");
@@ -60,7 +60,7 @@ TEST_F(StatusIconTests,
     EXPECT_EQ(logged("debug: Restoring base status icon after flash"), 1);
 }
 
-TEST_F(StatusIconTests, WithoutSymbolsTheDrawnCheckmarkIsMadeOnceAndReused) {
+TEST_F(StatusIconTests, DrawsTheCheckmarkOnceWithoutSymbols) {
     launchQuietly();
     EXPECT_EQ(system_.images().drawnCount(), 1);
     convert();
@@ -72,7 +72,7 @@ TEST_F(StatusIconTests, WithoutSymbolsTheDrawnCheckmarkIsMadeOnceAndReused) {
     EXPECT_EQ(logged("debug: Falling back to drawn glyph for checkmark flash"), 1);
 }
 
-TEST_F(StatusIconTests, TheCheckmarkIsLookedUpAtTheFirstFlashAndNeverAtLaunch) {
+TEST_F(StatusIconTests, LooksUpTheCheckmarkAtTheFirstFlash) {
     launch();
     EXPECT_EQ(system_.images().requestedSymbols(),
               (std::vector<std::string>{"p.square", "p.circle", "doc.plaintext"}));
@@ -88,7 +88,7 @@ TEST_F(StatusIconTests, TheCheckmarkIsLookedUpAtTheFirstFlashAndNeverAtLaunch) {
     EXPECT_EQ(system_.images().requestedSymbols(), all);
 }
 
-TEST_F(StatusIconTests, TheFirstSymbolThatExistsIsTheBaseIcon) {
+TEST_F(StatusIconTests, UsesTheFirstExistingSymbolAsTheBaseIcon) {
     system_.images().addSymbol("p.circle");
     system_.images().addSymbol("doc.plaintext");
     launch();
@@ -100,7 +100,7 @@ TEST_F(StatusIconTests, TheFirstSymbolThatExistsIsTheBaseIcon) {
     EXPECT_EQ(system_.images().drawnCount(), 0);
 }
 
-TEST_F(StatusIconTests, TheFirstSymbolThatExistsIsTheCheckmark) {
+TEST_F(StatusIconTests, UsesTheFirstExistingSymbolAsTheCheckmark) {
     system_.images().addSymbol("checkmark");
     launchQuietly();
     convert();
@@ -111,7 +111,7 @@ TEST_F(StatusIconTests, TheFirstSymbolThatExistsIsTheCheckmark) {
     EXPECT_EQ(logged("debug: Using SF Symbol for checkmark flash: checkmark"), 1);
 }
 
-TEST_F(StatusIconTests, AGlyphIsBoldWhiteThirteenPointsAndHalfAPointBelowTheMiddle) {
+TEST_F(StatusIconTests, DrawsAGlyphInBoldWhiteHalfAPointBelowTheMiddle) {
     launch();
     EXPECT_EQ(logged("debug: Falling back to drawn glyph for base status icon"), 1);
     EXPECT_TRUE(button().image()->isTemplate());
@@ -128,7 +128,7 @@ TEST_F(StatusIconTests, AGlyphIsBoldWhiteThirteenPointsAndHalfAPointBelowTheMidd
             {"P", {4, 0.5}, {13, platform::FontWeight::bold}, platform::Canvas::Color::white}}));
 }
 
-TEST_F(StatusIconTests, SwitchingThePreferenceOffWhileTheCheckmarkShowsStillRestoresTheIcon) {
+TEST_F(StatusIconTests, RestoresTheIconEvenIfThePreferenceIsSwitchedOffDuringAFlash) {
     launchQuietly();
     convert();
     shared_->analyticsStateBridge().appState.setShouldFlashSavings(false);

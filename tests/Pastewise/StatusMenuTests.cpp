@@ -12,7 +12,7 @@ using platform::KeyEquivalent;
 
 class StatusMenuTests : public delegate_test::AppDelegateTest {};
 
-TEST_F(StatusMenuTests, HasSixRowsInTheirOrder) {
+TEST_F(StatusMenuTests, HasSixRowsInOrder) {
     launch();
 
     struct Row {
@@ -37,7 +37,7 @@ TEST_F(StatusMenuTests, HasSixRowsInTheirOrder) {
                                 {"Quit", true, false, KeyEquivalent{"q", command}}}));
 }
 
-TEST_F(StatusMenuTests, EachRowThatCanBeChosenNamesWhatItDoes) {
+TEST_F(StatusMenuTests, EachEnabledRowHasANamedAction) {
     launch();
     std::vector<std::string> names;
     for (const auto& row : item().menu()->items()) {
@@ -48,7 +48,7 @@ TEST_F(StatusMenuTests, EachRowThatCanBeChosenNamesWhatItDoes) {
                   "", "clearSavedTime", "openPreferencesAction", "", "", "quitApp"}));
 }
 
-TEST_F(StatusMenuTests, TheItemIsAsWideAsItsIconAndShowsNothingElse) {
+TEST_F(StatusMenuTests, TheItemShowsOnlyItsIcon) {
     launch();
     EXPECT_EQ(item().length(), -1);
     EXPECT_EQ(button().imagePosition(), platform::StatusBarButton::ImagePosition::imageOnly);
@@ -57,7 +57,7 @@ TEST_F(StatusMenuTests, TheItemIsAsWideAsItsIconAndShowsNothingElse) {
     EXPECT_EQ(shownGlyph(), "P");
 }
 
-TEST_F(StatusMenuTests, QuitShowsCommandQPreferencesCommandCommaAndTheInformationRowsNoKey) {
+TEST_F(StatusMenuTests, RowsHaveTheirKeyEquivalents) {
     launch();
     const auto& rows = item().menu()->items();
     EXPECT_EQ(rows[5]->keyEquivalent(), (KeyEquivalent{"q", {0x100000}}));
@@ -66,9 +66,9 @@ TEST_F(StatusMenuTests, QuitShowsCommandQPreferencesCommandCommaAndTheInformatio
     EXPECT_EQ(rows[3]->keyEquivalent(), std::nullopt);
 }
 
-TEST_F(StatusMenuTests, OpeningTheMenuRightAfterAConversionShowsTheNewTotalWithoutTheNotification) {
+TEST_F(StatusMenuTests, OpeningTheMenuRefreshesTheTotal) {
     launchQuietly();
-    // The row is emptied by hand, so that only opening the menu can have filled it again.
+    // Clears the row, so that only opening the menu can fill it.
     shared_->analyticsManager().recordConversion(7, pastewise::ConversionSource::hotkey);
     item().menu()->items()[0]->setTitle("");
     item().menu()->items()[3]->setTitle("");
@@ -93,7 +93,7 @@ TEST_F(StatusMenuTests, ShowsHoursWhenRoundingReachesThem) {
     EXPECT_EQ(rowTitle(0), "Time Saved: 1h 00m");
 }
 
-TEST_F(StatusMenuTests, ClearSavedTimeActsAtOnceWithoutADialog) {
+TEST_F(StatusMenuTests, ClearSavedTimeActsWithoutADialog) {
     launch();
     copy("a\nb");
     pressShortcut();
@@ -109,7 +109,7 @@ TEST_F(StatusMenuTests, ClearSavedTimeActsAtOnceWithoutADialog) {
     EXPECT_EQ(messages[2], "debug: resetStats requested");
 }
 
-TEST_F(StatusMenuTests, ChoosingPreferencesTwiceOpensOneWindowAndBringsItToTheFrontEachTime) {
+TEST_F(StatusMenuTests, ChoosingPreferencesTwiceShowsTheSameWindowTwice) {
     launchQuietly();
     EXPECT_TRUE(item().choose("Preferences…"));
     EXPECT_EQ(system_.application().activationCount(), 1);
@@ -121,7 +121,7 @@ TEST_F(StatusMenuTests, ChoosingPreferencesTwiceOpensOneWindowAndBringsItToTheFr
     EXPECT_EQ(logged("debug: Instantiating PreferencesWindowController"), 1);
 }
 
-TEST_F(StatusMenuTests, PreferencesThatWereClosedOpenAgainInTheSameWindow) {
+TEST_F(StatusMenuTests, ClosedPreferencesReopenInTheSameWindow) {
     launch();
     EXPECT_TRUE(item().choose("Preferences…"));
     system_.toolkit().windows().front()->close();
@@ -132,7 +132,7 @@ TEST_F(StatusMenuTests, PreferencesThatWereClosedOpenAgainInTheSameWindow) {
     EXPECT_TRUE(system_.toolkit().windows().front()->isVisible());
 }
 
-TEST_F(StatusMenuTests, QuitAsksTheApplicationToEnd) {
+TEST_F(StatusMenuTests, QuitTerminatesTheApplication) {
     launchQuietly();
     EXPECT_TRUE(item().choose("Quit"));
     EXPECT_TRUE(system_.application().isTerminated());
@@ -151,7 +151,7 @@ TEST_F(StatusMenuTests, TheShortcutRowFollowsANewShortcutAndTheDefault) {
     EXPECT_EQ(logged("debug: Updated shortcut display row to: Command G"), 1);
 }
 
-TEST_F(StatusMenuTests, WithoutAVisiblePartThereIsNoMenuAndTheShortcutStillConverts) {
+TEST_F(StatusMenuTests, WithoutAButtonThereIsNoMenuButTheShortcutConverts) {
     system_.statusBar().refuseButtons();
     launch();
     EXPECT_EQ(logged("error: Failed to create status bar button"), 1);

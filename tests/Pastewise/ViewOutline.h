@@ -9,11 +9,11 @@
 
 namespace testing_support {
 
-/// Names of views, for constraints to be read by.
+/// The names of views in lines().
 using ViewNames = std::map<const platform::View*, std::string>;
 
-/// How a view of the in-memory toolkit and all that stands in it looks: one line for each view, two
-/// spaces deeper than its container's, and nothing about what is as it was at first.
+/// The outline of a view of the in-memory toolkit: a line for it and each view inside, indented by
+/// two spaces per level, with the attributes that differ from their initial values.
 std::string outline(const platform::View& view);
 
 /// Constraints as lines like "button.top = container.top". A view without a name is "?".

@@ -21,7 +21,7 @@ const Dictionary someDictionary{{"keyCode", std::uint64_t{5}}};
 
 class UserDefaultsTests : public testing::Test {
   protected:
-    /// The reader of settings that hold that object under "key".
+    /// The settings with that value under "key".
     const UserDefaults& with(Value object) {
         defaults_.setObject("key", std::move(object));
         return defaults_;
@@ -30,7 +30,7 @@ class UserDefaultsTests : public testing::Test {
     platform::MemoryUserDefaults defaults_;
 };
 
-TEST_F(UserDefaultsTests, ReadNothingWhereNothingIs) {
+TEST_F(UserDefaultsTests, ReadDefaultsWithoutAValue) {
     const UserDefaults& defaults = defaults_;
     EXPECT_EQ(defaults.doubleForKey("key"), 0);
     EXPECT_FALSE(defaults.boolForKey("key"));
@@ -45,7 +45,7 @@ TEST_F(UserDefaultsTests, ReadEveryNumberAsADouble) {
     EXPECT_EQ(with(true).doubleForKey("key"), 1);
 }
 
-TEST_F(UserDefaultsTests, ReadZeroWhereNoNumberIs) {
+TEST_F(UserDefaultsTests, ReadZeroForOtherTypes) {
     for (const Value& object :
          std::vector<Value>{foundation::Other{}, "2.5", someDate, someDictionary}) {
         EXPECT_EQ(with(object).doubleForKey("key"), 0) << "alternative " << object.index();
@@ -62,14 +62,14 @@ TEST_F(UserDefaultsTests, ReadEveryNumberAsABoolean) {
     EXPECT_FALSE(with(std::int64_t{0}).boolForKey("key"));
 }
 
-TEST_F(UserDefaultsTests, ReadFalseWhereNoNumberIs) {
+TEST_F(UserDefaultsTests, ReadFalseForOtherTypes) {
     for (const Value& object :
          std::vector<Value>{foundation::Other{}, "true", someDate, someDictionary}) {
         EXPECT_FALSE(with(object).boolForKey("key")) << "alternative " << object.index();
     }
 }
 
-TEST_F(UserDefaultsTests, ReadADateOnlyWhereOneIs) {
+TEST_F(UserDefaultsTests, ReadNoDateFromOtherTypes) {
     EXPECT_EQ(with(someDate).dateForKey("key"), someDate);
     for (const Value& object : std::vector<Value>{foundation::Other{},
                                                   true,
@@ -82,7 +82,7 @@ TEST_F(UserDefaultsTests, ReadADateOnlyWhereOneIs) {
     }
 }
 
-TEST_F(UserDefaultsTests, ReadADictionaryOnlyWhereOneIs) {
+TEST_F(UserDefaultsTests, ReadNoDictionaryFromOtherTypes) {
     EXPECT_EQ(with(someDictionary).dictionaryForKey("key"), someDictionary);
     EXPECT_EQ(with(Dictionary{}).dictionaryForKey("key"), Dictionary{});
     for (const Value& object : std::vector<Value>{foundation::Other{},

@@ -1,4 +1,4 @@
-#include "Platform/Posix/FileStandardOutput.h"
+#include "Platform/Posix/PosixServices.h"
 #include "tests/Contract/StandardOutputContract.h"
 #include "tests/Support/TemporaryFolder.h"
 

@@ -1,4 +1,4 @@
-#include "Platform/Posix/SystemClock.h"
+#include "Platform/Posix/PosixServices.h"
 #include "tests/Contract/ClockContract.h"
 
 #include <chrono>

@@ -12,12 +12,12 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
-/// Each case has the application in a process of its own, which it ends.
+/// Each case runs the application in a process of its own.
 class MacApplicationDeathTests : public testing::Test {
   protected:
     MacApplicationDeathTests() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 
-    /// What the system does when the user opens the program once more.
+    /// Does what the system does when the user opens the program again.
     static void openAgain() {
         [NSApp.delegate applicationShouldHandleReopen:NSApp hasVisibleWindows:NO];
     }
@@ -25,7 +25,7 @@ class MacApplicationDeathTests : public testing::Test {
     static void note(const char* event) { std::fprintf(stderr, "<%s>", event); }
 };
 
-TEST_F(MacApplicationDeathTests, LaunchesOnceTheLoopRunsAndEndsTheProcessWhenTold) {
+TEST_F(MacApplicationDeathTests, LaunchesOnceTheLoopRunsAndEndsTheProcess) {
     const auto run = [] {
         const testing_support::AppKitLoop loop;
         platform::MacApplication application;
@@ -38,7 +38,7 @@ TEST_F(MacApplicationDeathTests, LaunchesOnceTheLoopRunsAndEndsTheProcessWhenTol
     EXPECT_EXIT(run(), testing::ExitedWithCode(0), "<run><launch>");
 }
 
-TEST_F(MacApplicationDeathTests, TakesASecondStartForARequestToOpenThePreferences) {
+TEST_F(MacApplicationDeathTests, OpensThePreferencesAtASecondStart) {
     const auto run = [] {
         const testing_support::AppKitLoop loop;
         platform::MacApplication application;
@@ -56,7 +56,7 @@ TEST_F(MacApplicationDeathTests, TakesASecondStartForARequestToOpenThePreference
                       Not(HasSubstr("<preferences><preferences><preferences>"))));
 }
 
-TEST_F(MacApplicationDeathTests, AnswersWhatCameBeforeAnybodyCouldOnce) {
+TEST_F(MacApplicationDeathTests, AnswersAnEarlyRequestOnce) {
     const auto run = [] {
         const testing_support::AppKitLoop loop;
         platform::MacApplication application;

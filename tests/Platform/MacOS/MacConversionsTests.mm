@@ -20,7 +20,7 @@ class MacConversionsTests : public testing::Test {
     testing_support::AppKitLoop loop_;
 };
 
-TEST_F(MacConversionsTests, ATextComesBackByteForByte) {
+TEST_F(MacConversionsTests, ATextRoundTrips) {
     for (const std::string_view text : {std::string_view(),
                                         std::string_view("a\0b", 3),
                                         std::string_view("e\u0301 \u20AC \U0001F35E \r\n")}) {
@@ -38,11 +38,11 @@ TEST_F(MacConversionsTests, HalfASurrogatePairBecomesTheReplacementCharacter) {
     EXPECT_EQ(platform::utf8String([NSString stringWithFormat:@"a%Cb", half]), "a\uFFFDb");
 }
 
-TEST_F(MacConversionsTests, NullIsAnEmptyText) {
+TEST_F(MacConversionsTests, NilIsAnEmptyText) {
     EXPECT_EQ(platform::utf8String(nil), "");
 }
 
-TEST_F(MacConversionsTests, EachValueComesBackWithItsType) {
+TEST_F(MacConversionsTests, EachValueRoundTripsWithItsType) {
     for (const Value& value :
          {Value(true),
           Value(false),

@@ -15,19 +15,19 @@ constexpr platform::SystemFont font{.size = 14, .weight = platform::FontWeight::
 
 class MacImagesTests : public testing::Test {
   protected:
-    /// What a picture of 18 by 18 points looks like.
+    /// The pixels of a picture of 18 by 18 points.
     NSBitmapImageRep* draw(std::function<void(Canvas&)> drawing) {
         image_ = images_.draw({18, 18}, std::move(drawing));
         NSImage* const image = dynamic_cast<platform::MacImage&>(*image_).nsImage();
         return [NSBitmapImageRep imageRepWithData:[image TIFFRepresentation]];
     }
 
-    /// From 0, nothing, to 1; the rows count from the top.
+    /// The opacity, 0 to 1; rows count from the top.
     static double alpha(NSBitmapImageRep* picture, NSInteger x, NSInteger y) {
         return [picture colorAtX:x y:y].alphaComponent;
     }
 
-    /// The sum of the opacities in these columns and rows, which begin and end like this.
+    /// The sum of the opacities in a range of columns and rows.
     static double ink(NSBitmapImageRep* picture,
                       NSInteger left,
                       NSInteger top,
@@ -47,7 +47,7 @@ class MacImagesTests : public testing::Test {
     std::shared_ptr<platform::Image> image_;
 };
 
-TEST_F(MacImagesTests, FillsARectangleThatCountsFromTheLowerLeftCorner) {
+TEST_F(MacImagesTests, FillsARectangleFromTheLowerLeftCorner) {
     NSBitmapImageRep* const picture = draw([](Canvas& canvas) {
         canvas.fill({{0, 0}, {18, 18}}, Color::clear);
         canvas.fill({{0, 0}, {9, 6}}, Color::white);
@@ -61,7 +61,7 @@ TEST_F(MacImagesTests, FillsARectangleThatCountsFromTheLowerLeftCorner) {
     EXPECT_EQ(alpha(picture, width - 1, 0), 0);
 }
 
-TEST_F(MacImagesTests, AClearRectangleTakesAwayWhatIsThere) {
+TEST_F(MacImagesTests, AClearRectangleErases) {
     NSBitmapImageRep* const picture = draw([](Canvas& canvas) {
         canvas.fill({{0, 0}, {18, 18}}, Color::white);
         canvas.fill({{0, 0}, {18, 9}}, Color::clear);
@@ -70,7 +70,7 @@ TEST_F(MacImagesTests, AClearRectangleTakesAwayWhatIsThere) {
     EXPECT_EQ(alpha(picture, 0, picture.pixelsHigh - 1), 0);
 }
 
-TEST_F(MacImagesTests, DrawsTextInTheBoxThatItMeasured) {
+TEST_F(MacImagesTests, DrawsTextInItsMeasuredBox) {
     NSBitmapImageRep* const picture = draw([](Canvas& canvas) {
         const platform::Size size = canvas.measure("H", font);
         EXPECT_GT(size.width, 4);

@@ -23,7 +23,7 @@ class MacStatusBarTests : public testing::Test {
 
     std::string title(NSInteger index) { return row(index).title.UTF8String; }
 
-    /// What the system does before it shows the menu.
+    /// Does what the system does before it shows the menu.
     void open() { [menu().delegate menuWillOpen:menu()]; }
 
     testing_support::AppKitLoop loop_;
@@ -31,7 +31,7 @@ class MacStatusBarTests : public testing::Test {
     std::optional<platform::MacMenu> macMenu_{sample_.menu};
 };
 
-TEST_F(MacStatusBarTests, HasARowForEachItemInTheirOrder) {
+TEST_F(MacStatusBarTests, HasARowForEachItemInOrder) {
     ASSERT_EQ(menu().numberOfItems, 5);
     EXPECT_EQ(title(0), "Opened: 0");
     EXPECT_EQ(title(1), "Clear_Saved & Time\u2026");
@@ -40,7 +40,7 @@ TEST_F(MacStatusBarTests, HasARowForEachItemInTheirOrder) {
     EXPECT_EQ(title(4), "Quit");
 }
 
-TEST_F(MacStatusBarTests, ShowsTheKeyOfARowThatHasOne) {
+TEST_F(MacStatusBarTests, ShowsTheKeyOfARow) {
     EXPECT_STREQ(row(1).keyEquivalent.UTF8String, "");
     EXPECT_STREQ(row(2).keyEquivalent.UTF8String, ",");
     EXPECT_EQ(row(2).keyEquivalentModifierMask, NSEventModifierFlagCommand);
@@ -58,35 +58,35 @@ TEST_F(MacStatusBarTests, ShowsTheModifiersOfAKey) {
               NSEventModifierFlagShift | NSEventModifierFlagCommand);
 }
 
-TEST_F(MacStatusBarTests, OnlyARowWithAnActionCanBeChosen) {
+TEST_F(MacStatusBarTests, OnlyARowWithAnActionIsEnabled) {
     [menu() update];
     EXPECT_FALSE([row(0) isEnabled]);
     EXPECT_TRUE([row(1) isEnabled]);
     EXPECT_TRUE([row(4) isEnabled]);
 }
 
-TEST_F(MacStatusBarTests, ARowThatIsChosenDoesItsWorkAndNoOther) {
+TEST_F(MacStatusBarTests, AChosenRowPerformsOnlyItsOwnAction) {
     [menu() performActionForItemAtIndex:4];
     [menu() performActionForItemAtIndex:1];
     EXPECT_THAT(sample_.chosen, ElementsAre("quit", "clear"));
 }
 
-TEST_F(MacStatusBarTests, SendsTheMessageThatAnActionIsNamedFor) {
+TEST_F(MacStatusBarTests, SendsTheMessageNamedByTheAction) {
     EXPECT_STREQ(NSStringFromSelector(row(4).action).UTF8String, "quit");
 }
 
-TEST_F(MacStatusBarTests, OpeningTellsTheDelegateOnceAndShowsWhatThatSet) {
+TEST_F(MacStatusBarTests, OpeningNotifiesTheDelegateOnceAndShowsItsChanges) {
     open();
     EXPECT_EQ(sample_.openingCount, 1);
     EXPECT_EQ(title(0), "Opened: 1");
 }
 
-TEST_F(MacStatusBarTests, ARowShowsItsNewTitle) {
+TEST_F(MacStatusBarTests, ARowFollowsItsTitle) {
     sample_.information->setTitle("New");
     EXPECT_EQ(title(0), "New");
 }
 
-TEST_F(MacStatusBarTests, ARowThatOutlivesTheMenuIsLeftAlone) {
+TEST_F(MacStatusBarTests, ARowMayOutliveTheMenu) {
     NSMenu* const left = menu();
     macMenu_.reset();
     sample_.information->setTitle("New");

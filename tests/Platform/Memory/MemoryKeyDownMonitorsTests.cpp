@@ -24,14 +24,14 @@ std::optional<KeyEvent> swallow(const KeyEvent& /*event*/) {
     return std::nullopt;
 }
 
-TEST(MemoryKeyDownMonitorsTests, GivesTheWindowEveryKeyWhileNobodyWatches) {
+TEST(MemoryKeyDownMonitorsTests, TheWindowGetsEveryKeyWithoutMonitors) {
     MemoryKeyDownMonitors monitors;
     const auto delivered = monitors.deliver(pressOf(5));
     ASSERT_TRUE(delivered.has_value());
     EXPECT_EQ(delivered->keyCode, 5U);
 }
 
-TEST(MemoryKeyDownMonitorsTests, GivesTheWindowWhatTheMonitorsLeft) {
+TEST(MemoryKeyDownMonitorsTests, TheWindowGetsWhatTheMonitorsReturn) {
     MemoryKeyDownMonitors monitors;
     static_cast<void>(monitors.addLocalMonitor(
         [](const KeyEvent& event) { return std::optional(pressOf(event.keyCode + 1)); }));
@@ -42,7 +42,7 @@ TEST(MemoryKeyDownMonitorsTests, GivesTheWindowWhatTheMonitorsLeft) {
     EXPECT_EQ(delivered->keyCode, 60U);
 }
 
-TEST(MemoryKeyDownMonitorsTests, GivesNobodyWhatAMonitorSwallowed) {
+TEST(MemoryKeyDownMonitorsTests, ASwallowedKeyReachesNeitherMonitorsNorWindow) {
     MemoryKeyDownMonitors monitors;
     int seen = 0;
     static_cast<void>(monitors.addLocalMonitor(swallow));
@@ -54,7 +54,7 @@ TEST(MemoryKeyDownMonitorsTests, GivesNobodyWhatAMonitorSwallowed) {
     EXPECT_EQ(seen, 0);
 }
 
-TEST(MemoryKeyDownMonitorsTests, LetsAHandlerRemoveItselfAndGoOnWithWhatItHolds) {
+TEST(MemoryKeyDownMonitorsTests, AHandlerMayRemoveItselfAndKeepsItsCaptures) {
     MemoryKeyDownMonitors monitors;
     auto token = std::make_shared<ObserverToken>();
     *token = monitors.addLocalMonitor([&monitors, token](const KeyEvent& event) {
@@ -67,7 +67,7 @@ TEST(MemoryKeyDownMonitorsTests, LetsAHandlerRemoveItselfAndGoOnWithWhatItHolds)
     EXPECT_EQ(monitors.monitorCount(), 0U);
 }
 
-TEST(MemoryKeyDownMonitorsTests, DoesNotCallAMonitorThatAnotherOneHasJustRemoved) {
+TEST(MemoryKeyDownMonitorsTests, DoesNotCallAMonitorThatAnEarlierOneRemoved) {
     MemoryKeyDownMonitors monitors;
     ObserverToken second{};
     static_cast<void>(monitors.addLocalMonitor([&](const KeyEvent& event) {

@@ -21,14 +21,14 @@ class MemoryMainQueueTests : public testing::Test {
     std::string notes_;
 };
 
-TEST_F(MemoryMainQueueTests, RunsNothingInsideTheCallThatQueuedIt) {
+TEST_F(MemoryMainQueueTests, RunsNothingWithinTheCallThatQueuesIt) {
     queue_.async([this] { notes_ += 'a'; });
     EXPECT_EQ(notes_, "");
     queue_.drain();
     EXPECT_EQ(notes_, "a");
 }
 
-TEST_F(MemoryMainQueueTests, RunsDelayedWorkInTheOrderOfItsDueTimes) {
+TEST_F(MemoryMainQueueTests, RunsDelayedWorkInTheOrderOfDueTimes) {
     queue_.asyncAfter(900ms, note('c'));
     queue_.asyncAfter(100ms, note('a'));
     queue_.asyncAfter(100ms, note('b'));
@@ -40,7 +40,7 @@ TEST_F(MemoryMainQueueTests, RunsDelayedWorkInTheOrderOfItsDueTimes) {
     EXPECT_EQ(notes_, "abc");
 }
 
-TEST_F(MemoryMainQueueTests, ShowsEachPieceOfWorkItsOwnTime) {
+TEST_F(MemoryMainQueueTests, AdvancesTimeToTheDueTimeOfEachWorkItem) {
     std::chrono::milliseconds seen{};
     queue_.asyncAfter(100ms, std::make_shared<WorkItem>([&] {
                           seen = queue_.now();
@@ -52,7 +52,7 @@ TEST_F(MemoryMainQueueTests, ShowsEachPieceOfWorkItsOwnTime) {
     EXPECT_EQ(queue_.now(), 1000ms);
 }
 
-TEST_F(MemoryMainQueueTests, SkipsWorkThatWasCancelled) {
+TEST_F(MemoryMainQueueTests, SkipsCancelledWork) {
     const auto item = note('x');
     queue_.asyncAfter(10ms, item);
     item->cancel();

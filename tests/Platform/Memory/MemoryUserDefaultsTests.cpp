@@ -15,7 +15,7 @@ using testing::IsEmpty;
 using testing::Pair;
 using Write = MemoryUserDefaults::Write;
 
-TEST(MemoryUserDefaultsTests, KeepWhatIsStoredWithItsType) {
+TEST(MemoryUserDefaultsTests, KeepEachValueWithItsType) {
     MemoryUserDefaults defaults;
     defaults.setObject("count", std::uint64_t{5});
     defaults.setObject("flag", false);
@@ -29,7 +29,7 @@ TEST(MemoryUserDefaultsTests, KeepWhatIsStoredWithItsType) {
     EXPECT_EQ(defaults.object("other"), std::nullopt);
 }
 
-TEST(MemoryUserDefaultsTests, ReplaceAndRemove) {
+TEST(MemoryUserDefaultsTests, ReplaceAndRemoveValues) {
     MemoryUserDefaults defaults;
     defaults.setObject("key", 5.0);
     defaults.setObject("key", "five");

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Foundation/Interface.h"
+
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -7,8 +9,17 @@
 
 namespace foundation {
 
-/// An instance that the whole program shares: made when it is first asked for, exactly once,
-/// whatever thread asks, and gone with this holder.
+/// Hands work to the main thread. Any thread.
+class MainThread : public Interface {
+  public:
+    [[nodiscard]] virtual bool isMainThread() const = 0;
+
+    /// Runs the work on the main thread, never within this call.
+    virtual void async(std::function<void()> work) = 0;
+};
+
+/// An instance that the whole program shares, made exactly once, on first use, and destroyed with
+/// this holder. Any thread.
 template <typename Object>
 class OnceOnly {
   public:

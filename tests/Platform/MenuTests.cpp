@@ -6,7 +6,7 @@ namespace {
 
 using platform::MenuItem;
 
-TEST(MenuItemTests, ANewTitleIsTold) {
+TEST(MenuItemTests, NotifiesObserversOfANewTitle) {
     MenuItem item("Time Saved: 5m");
     int changeCount = 0;
     item.addTitleObserver([&] { ++changeCount; });
@@ -15,7 +15,7 @@ TEST(MenuItemTests, ANewTitleIsTold) {
     EXPECT_EQ(changeCount, 1);
 }
 
-TEST(MenuItemTests, TheSameTitleAgainIsNot) {
+TEST(MenuItemTests, DoesNotNotifyObserversOfTheSameTitle) {
     MenuItem item("Time Saved: 5m");
     int changeCount = 0;
     item.addTitleObserver([&] { ++changeCount; });

@@ -1,4 +1,4 @@
-#include "Platform/Posix/FileStandardOutput.h"
+#include "Platform/Posix/PosixServices.h"
 
 #include <fcntl.h>
 

@@ -1,4 +1,4 @@
-#include "Platform/Posix/FileStandardOutput.h"
+#include "Platform/Posix/PosixServices.h"
 #include "tests/Support/TemporaryFolder.h"
 
 #include <fcntl.h>
@@ -36,7 +36,7 @@ class FileStandardOutputTests : public testing::Test {
 
     [[nodiscard]] int writer() const { return pipe_[1]; }
 
-    /// What comes until everything is there or nobody writes any more.
+    /// Reads until that much has arrived or there are no writers left.
     std::string read(std::size_t size) {
         std::string text(size, '\0');
         std::size_t done = 0;
@@ -62,7 +62,7 @@ class FileStandardOutputTests : public testing::Test {
     std::array<int, 2> pipe_{-1, -1};
 };
 
-TEST_F(FileStandardOutputTests, WritesEachLineThroughAtOnce) {
+TEST_F(FileStandardOutputTests, WritesEachLineImmediately) {
     FileStandardOutput output(writer());
     output.writeLine("Checking");
     EXPECT_EQ(read(9), "Checking\n");
@@ -72,7 +72,7 @@ TEST_F(FileStandardOutputTests, WritesEachLineThroughAtOnce) {
     EXPECT_EQ(read(8), std::string("zero\0\xC3\xA9\n", 8));
 }
 
-TEST_F(FileStandardOutputTests, WritesALineWholeThatTakesManyWritings) {
+TEST_F(FileStandardOutputTests, WritesALineThatTakesSeveralWrites) {
     const std::string line(1'000'000, 'x');
     std::string received;
     std::thread reader([&] { received = read(line.size() + 1); });
@@ -81,7 +81,7 @@ TEST_F(FileStandardOutputTests, WritesALineWholeThatTakesManyWritings) {
     EXPECT_EQ(received, line + "\n");
 }
 
-TEST_F(FileStandardOutputTests, GoesOnAfterASignal) {
+TEST_F(FileStandardOutputTests, ContinuesAfterASignal) {
     struct sigaction previous {};
 
     struct sigaction interrupting {};
@@ -93,7 +93,7 @@ TEST_F(FileStandardOutputTests, GoesOnAfterASignal) {
     const std::string line(1'000'000, 'x');
     std::string received;
     std::thread reader([&] {
-        // The signals are for the thread that writes.
+        // The signals must reach the writing thread.
         sigset_t alarm{};
         sigemptyset(&alarm);
         sigaddset(&alarm, SIGALRM);
@@ -112,7 +112,7 @@ TEST_F(FileStandardOutputTests, GoesOnAfterASignal) {
     EXPECT_EQ(received, line + "\n");
 }
 
-TEST_F(FileStandardOutputTests, LosesALineThatNobodyReads) {
+TEST_F(FileStandardOutputTests, DropsALineWithoutAReader) {
     EXPECT_EXIT(
         {
             static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
@@ -126,7 +126,7 @@ TEST_F(FileStandardOutputTests, LosesALineThatNobodyReads) {
         "");
 }
 
-TEST_F(FileStandardOutputTests, NeverWritesIntoAFileThatTookTheNumberOfAClosedOne) {
+TEST_F(FileStandardOutputTests, NeverWritesToAFileThatReusesAClosedDescriptor) {
     const int number = writer();
     closeWriter();
     FileStandardOutput output(number);
@@ -139,7 +139,7 @@ TEST_F(FileStandardOutputTests, NeverWritesIntoAFileThatTookTheNumberOfAClosedOn
     close(other);
 }
 
-TEST_F(FileStandardOutputTests, LosesALineThatAFullDiskDoesNotTake) {
+TEST_F(FileStandardOutputTests, DropsALineIfTheDiskIsFull) {
     const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);
     if (full < 0) {
         GTEST_SKIP() << "This system has no disk that is always full";

@@ -1,6 +1,9 @@
-#import "Platform/MacOS/PWViewController.h"
-
 #import "Platform/MacOS/MacViews.h"
+
+/// Forwards the system's messages to a controller of the program's, which outlives it.
+@interface PWViewController : NSViewController
+- (instancetype)initWithController:(platform::ViewController*)controller;
+@end
 
 @implementation PWViewController {
     platform::ViewController* _controller;
@@ -34,3 +37,14 @@
 }
 
 @end
+
+namespace platform {
+
+void MacWindow::setContentViewController(ViewController& controller) {
+    const NSSize size = [window_ contentRectForFrameRect:window_.frame].size;
+    window_.contentViewController = [[PWViewController alloc] initWithController:&controller];
+    // The system gave the window the size of the controller's view.
+    [window_ setContentSize:size];
+}
+
+} // namespace platform

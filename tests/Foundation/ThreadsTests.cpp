@@ -1,4 +1,4 @@
-#include "Foundation/OnceOnly.h"
+#include "Foundation/Threads.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@ namespace {
 
 using foundation::OnceOnly;
 
-TEST(OnceOnlyTests, MakesItsObjectWhenItIsFirstAskedForAndOnlyThen) {
+TEST(OnceOnlyTests, MakesTheObjectOnFirstUse) {
     int made = 0;
     OnceOnly<int> once([&made] { return std::make_unique<int>(++made); });
     EXPECT_EQ(made, 0);
@@ -24,7 +24,7 @@ TEST(OnceOnlyTests, MakesItsObjectWhenItIsFirstAskedForAndOnlyThen) {
     EXPECT_EQ(made, 1);
 }
 
-TEST(OnceOnlyTests, KeepsItsObjectUntilItsOwnEnd) {
+TEST(OnceOnlyTests, OwnsTheObject) {
     const auto life = std::make_shared<int>(0);
     {
         OnceOnly<std::shared_ptr<int>> once(
@@ -36,7 +36,7 @@ TEST(OnceOnlyTests, KeepsItsObjectUntilItsOwnEnd) {
     EXPECT_EQ(life.use_count(), 1);
 }
 
-TEST(OnceOnlyTests, MakesNothingWhenNobodyAsks) {
+TEST(OnceOnlyTests, MakesNothingIfUnused) {
     bool isMade = false;
     {
         const OnceOnly<int> once([&isMade] {
@@ -47,12 +47,12 @@ TEST(OnceOnlyTests, MakesNothingWhenNobodyAsks) {
     EXPECT_FALSE(isMade);
 }
 
-TEST(OnceOnlyTests, GivesOneObjectToAllThreadsThatAskAtOnce) {
+TEST(OnceOnlyTests, GivesAllThreadsTheSameObject) {
     constexpr int rounds = 50;
     for (int round = 0; round < rounds; ++round) {
         std::atomic<int> made = 0;
         OnceOnly<int> once([&made] {
-            // Gives the other threads the time to arrive.
+            // Gives the other threads time to arrive.
             std::this_thread::yield();
             return std::make_unique<int>(++made);
         });

@@ -16,7 +16,7 @@ using platform::Rect;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Keeps what it is told.
+/// Records its notifications.
 class Listener final : public platform::ViewController {
   public:
     explicit Listener(MemoryToolkit& toolkit) : toolkit_(toolkit) {}
@@ -38,7 +38,7 @@ class Listener final : public platform::ViewController {
     std::vector<std::string> heard_;
 };
 
-TEST(MemoryToolkitTests, KnowsTheWindowsThatExist) {
+TEST(MemoryToolkitTests, ListsTheExistingWindows) {
     MemoryToolkit toolkit;
     auto first = toolkit.makeWindow({}, {}, {});
     const auto second = toolkit.makeWindow({}, {}, {});
@@ -47,7 +47,7 @@ TEST(MemoryToolkitTests, KnowsTheWindowsThatExist) {
     EXPECT_THAT(toolkit.windows(), ElementsAre(second.get()));
 }
 
-TEST(MemoryToolkitTests, TellsAControllerWhatHappensToItsWindow) {
+TEST(MemoryToolkitTests, NotifiesTheControllerOfItsWindow) {
     MemoryToolkit toolkit;
     Listener listener(toolkit);
     const auto window = toolkit.makeWindow({{0, 0}, {400, 350}}, {}, {});
@@ -69,7 +69,7 @@ TEST(MemoryToolkitTests, TellsAControllerWhatHappensToItsWindow) {
                 ElementsAre("did load", "will appear", "did layout", "did disappear"));
 }
 
-TEST(MemoryToolkitTests, KeepsSubviewsAliveForAsLongAsTheirView) {
+TEST(MemoryToolkitTests, AViewOwnsItsSubviews) {
     MemoryToolkit toolkit;
     auto view = toolkit.makeView({});
     auto label = toolkit.makeLabel("text");
@@ -82,7 +82,7 @@ TEST(MemoryToolkitTests, KeepsSubviewsAliveForAsLongAsTheirView) {
     EXPECT_TRUE(weakLabel.expired());
 }
 
-TEST(MemoryToolkitTests, RecordsTheConstraintsOfEachCallAsOneGroup) {
+TEST(MemoryToolkitTests, RecordsTheConstraintsOfEachCallAsAGroup) {
     MemoryToolkit toolkit;
     const auto outer = toolkit.makeView({});
     const auto stack = toolkit.makeVerticalStack();
@@ -105,16 +105,16 @@ TEST(MemoryToolkitTests, RecordsTheConstraintsOfEachCallAsOneGroup) {
     EXPECT_EQ(toolkit.constraintGroups()[1].size(), 1U);
 }
 
-TEST(MemoryToolkitDeathTest, RefusesAConstraintBetweenViewsApart) {
+TEST(MemoryToolkitDeathTest, RejectsAConstraintBetweenUnrelatedViews) {
     MemoryToolkit toolkit;
     const auto view = toolkit.makeView({});
     const auto other = toolkit.makeView({});
     EXPECT_DEATH(toolkit.activateConstraints(
                      {LayoutConstraint::equal(view, LayoutConstraint::Anchor::top, other)}),
-                 "a constraint's first view does not stand in its second one");
+                 "a constraint's first view is not inside its second one");
 }
 
-TEST(MemoryToolkitTests, LetsAButtonsActionEndTheButton) {
+TEST(MemoryToolkitTests, AButtonsActionMayDestroyTheButton) {
     MemoryToolkit toolkit;
     std::string log = "pressed";
     std::shared_ptr<platform::Button> button;
@@ -128,7 +128,7 @@ TEST(MemoryToolkitTests, LetsAButtonsActionEndTheButton) {
     EXPECT_EQ(log, std::string(100, 'x'));
 }
 
-TEST(MemoryToolkitTests, LaysAHostingViewOutWhenItIsTold) {
+TEST(MemoryToolkitTests, AHostingViewChangesItsFrameAtTheNextLayout) {
     platform::MemoryHostingView view;
     view.setFrameOfNextLayout({{0, 0}, {12.5, 3}});
     EXPECT_EQ(view.frame(), Rect{});

@@ -1,9 +1,0 @@
-#pragma once
-
-#include "Text/ConversionPayload.h"
-
-namespace pastewise {
-
-using text::ConversionPayload;
-
-} // namespace pastewise
