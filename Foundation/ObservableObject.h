@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/FatalError.h"
 #include "Foundation/Interface.h"
 #include "Foundation/ObserverList.h"
 
@@ -14,20 +15,40 @@ class ObservableObject : Pinned {
   public:
     ObservableObject() = default;
 
-    /// Calls `handler` before every change, while the property still has its old value.
+    /// Calls `handler` before every change, while the property still has its old value. A handler
+    /// may not destroy the object: that is a fatal error.
     ObserverToken addObjectWillChangeObserver(std::function<void()> handler) {
         return objectWillChange_.add(std::move(handler));
     }
 
     void removeObjectWillChangeObserver(ObserverToken token) { objectWillChange_.remove(token); }
 
+  protected:
+    ~ObservableObject() {
+        if (runningAnnouncements_ > 0) {
+            fatalError("an observer destroyed the object whose change it was notified of");
+        }
+    }
+
   private:
     template <typename Value>
     friend class Published;
 
-    void announceChange() { objectWillChange_.notify(); }
+    void announceChange() {
+        struct Running {
+            explicit Running(int& count) : count_(count) { ++count_; }
+
+            ~Running() { --count_; }
+
+            int& count_;
+        };
+
+        const Running running(runningAnnouncements_);
+        objectWillChange_.notify();
+    }
 
     ObserverList<> objectWillChange_;
+    int runningAnnouncements_ = 0;
 };
 
 /// A property of an observable object, which it is a member of. Every assignment is announced

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <new>
 #include <optional>
 #include <string>
 
@@ -72,6 +74,21 @@ TEST_F(ObservableObjectTests, AcceptsItsOwnValue) {
     account_.owner.set(std::string(100, 'x'));
     account_.owner.set(account_.owner.get());
     EXPECT_EQ(account_.owner.get(), std::string(100, 'x'));
+}
+
+TEST(ObservableObjectDeathTest, AnObserverMayNotDestroyTheObject) {
+    auto account = std::make_unique<Account>();
+    account->addObjectWillChangeObserver([&account] { account.reset(); });
+    EXPECT_DEATH(account->count.set(4),
+                 "Fatal error: an observer destroyed the object whose change it was notified of");
+}
+
+TEST_F(ObservableObjectTests, MayBeDestroyedAfterAnObserverHasThrown) {
+    auto account = std::make_unique<Account>();
+    account->addObjectWillChangeObserver([] { throw std::bad_alloc(); });
+    EXPECT_THROW(account->count.set(4), std::bad_alloc);
+    EXPECT_EQ(account->count.get(), 3);
+    account.reset();
 }
 
 } // namespace
