@@ -36,11 +36,11 @@ class ObservableObject : Pinned {
 
     void announceChange() {
         struct Running {
-            explicit Running(int& count) : count_(count) { ++count_; }
+            explicit Running(int& running) : count(running) { ++count; }
 
-            ~Running() { --count_; }
+            ~Running() { --count; }
 
-            int& count_;
+            int& count;
         };
 
         const Running running(runningAnnouncements_);

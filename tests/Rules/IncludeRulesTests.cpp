@@ -54,8 +54,8 @@ bool isStandardHeader(const std::string& name) {
     return std::regex_match(name, pattern);
 }
 
-/// Expects that the files below `folder` include the standard library, the project's `folders` (path
-/// prefixes) and the system headers in `libraries`, and nothing else.
+/// Expects that the files below `folder` include the standard library, the project's `folders`
+/// (path prefixes) and the system headers in `libraries`, and nothing else.
 void expectOnly(const std::string& folder,
                 const std::set<std::string>& folders,
                 const std::set<std::string>& libraries = {},
