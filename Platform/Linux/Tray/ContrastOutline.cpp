@@ -12,11 +12,11 @@ namespace {
 struct DiscPixel {
     int x;
     int y;
-    /// How far the disc covers the pixel, from 0 to 1.
+    /// Of the pixel by the disc, from 0 to 1.
     double coverage;
 };
 
-/// The pixels of a disc around the pixel at the origin, from whose rim the radius counts.
+/// The pixels of a disc around the pixel at the origin; the radius counts from that pixel's edge.
 std::vector<DiscPixel> disc(double radius) {
     const int reach = static_cast<int>(std::ceil(radius));
     std::vector<DiscPixel> pixels;
@@ -31,8 +31,8 @@ std::vector<DiscPixel> disc(double radius) {
     return pixels;
 }
 
-/// Grows `shape`, a picture of opacities, by `width` pixels on all sides. Counts as opaque what is
-/// half so: a stroke thinner than a pixel is opaque nowhere.
+/// Grows `shape`, an image of opacities, by `width` pixels on all sides. Half opacity counts as
+/// full, because a stroke thinner than a pixel is opaque nowhere.
 QImage grown(const QImage& shape, double width) {
     const auto pixels = disc(width);
     QImage result(shape.size(), QImage::Format_Alpha8);
@@ -55,7 +55,7 @@ QImage grown(const QImage& shape, double width) {
     return result;
 }
 
-/// A surface of one colour that is opaque where `shape` is.
+/// An area of one colour with the opacity of `shape`.
 QImage colored(const QImage& shape, const QColor& color) {
     QImage result(shape.size(), QImage::Format_ARGB32_Premultiplied);
     result.fill(color);

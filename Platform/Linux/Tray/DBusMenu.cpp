@@ -1,6 +1,6 @@
 #include "Platform/Linux/Tray/DBusMenu.h"
 
-#include "Platform/Linux/Tray/KeyEquivalentNames.h"
+#include "Platform/Linux/Tray/MenuRows.h"
 
 #include <QDBusError>
 #include <QGuiApplication>
@@ -10,13 +10,12 @@ namespace platform {
 
 namespace {
 
-/// An underscore in a label marks the key of the letter behind it, unless it is doubled. Titles
-/// have no such marks.
+/// A single underscore in a label marks the mnemonic; titles have none.
 QString label(const MenuItem& item) {
     return QString::fromStdString(item.title()).replace('_', "__");
 }
 
-/// Everything that is not at its default.
+/// Without those that have their default value.
 QVariantMap properties(const MenuItem& item) {
     if (item.isSeparator()) {
         return {{"type", "separator"}};
@@ -154,11 +153,11 @@ QVariantMap DBusMenu::properties(int id, const QStringList& names) const {
 void DBusMenu::refuse(int id) const {
     if (calledFromDBus()) {
         sendErrorReply(QDBusError::InvalidArgs,
-                       QString("the menu has nothing like that: %1").arg(id));
+                       QString("The menu does not have that row or property: %1").arg(id));
     }
 }
 
-/// Whether titles have changed that the caller may have read before.
+/// Returns whether titles have changed that the caller may already have read.
 bool DBusMenu::willOpen() {
     isAnnounced_ = true;
     const uint before = titleChanges_;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Platform/Linux/Tray/MenuRows.h"
 #include "Platform/Linux/Tray/StatusNotifierTypes.h"
-#include "Platform/Linux/Tray/TitleObservers.h"
 #include "Platform/Menu.h"
 
 #include <QDBusContext>
@@ -12,12 +12,12 @@
 
 namespace platform {
 
-/// A menu as an object on the bus, for programs that show it for us: com.canonical.dbusmenu. The
-/// menu itself has the number 0 and its rows count from 1. Main thread only.
+/// A menu as an object on the bus, which the tray shows: com.canonical.dbusmenu. The menu itself
+/// has the id 0 and its rows count from 1. Main thread only.
 ///
-/// Whoever shows the menu is asked to announce it, and does so by either of two calls or by both;
-/// the menu's willOpen() is called once for each showing. What a row is for is done from the event
-/// loop, after the call that chose it was answered.
+/// A tray announces that it will show the menu by either of two calls or by both; the menu's
+/// willOpen() is called once each time. The actions of rows run from the event loop, after the call
+/// that chose them has been answered.
 class DBusMenu final : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")
@@ -29,7 +29,7 @@ class DBusMenu final : public QObject, protected QDBusContext {
   public:
     DBusMenu();
 
-    /// Null for an empty menu.
+    /// Null means an empty menu.
     void setMenu(std::shared_ptr<Menu> menu);
 
     [[nodiscard]] uint version() const { return 3; }
@@ -40,7 +40,7 @@ class DBusMenu final : public QObject, protected QDBusContext {
 
     [[nodiscard]] QStringList iconThemePath() const { return {}; }
 
-    // The names are the interface's own; the toolkit's specifiers add to those of the language.
+    // The names are the interface's own, and `slots` and `signals` are Qt's additions.
     // NOLINTBEGIN(readability-identifier-naming, readability-redundant-access-specifiers)
   public Q_SLOTS:
     uint GetLayout(int parentId,
@@ -75,7 +75,7 @@ class DBusMenu final : public QObject, protected QDBusContext {
     std::optional<TitleObservers> titleObservers_;
     uint revision_ = 1;
     uint titleChanges_ = 0;
-    /// Set between the announcement that the menu will be shown and that it has been.
+    /// Set from AboutToShow until the tray reports the menu as opened or closed.
     bool isAnnounced_ = false;
 };
 

@@ -1,7 +1,5 @@
 #include "Platform/Linux/Tray/PopupMenu.h"
 
-#include "Platform/Linux/Tray/KeyEquivalentNames.h"
-
 #include <QAction>
 #include <QKeyEvent>
 #include <QKeySequence>
@@ -11,8 +9,7 @@ namespace platform {
 
 namespace {
 
-/// An ampersand marks the key of the letter behind it, unless it is doubled. Titles have no such
-/// marks.
+/// A single ampersand marks the mnemonic; titles have none.
 QString text(const MenuItem& item) {
     return QString::fromStdString(item.title()).replace('&', "&&");
 }

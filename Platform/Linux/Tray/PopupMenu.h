@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/Tray/TitleObservers.h"
+#include "Platform/Linux/Tray/MenuRows.h"
 #include "Platform/Menu.h"
 
 #include <QMenu>
@@ -12,8 +12,8 @@ class QKeyEvent;
 
 namespace platform {
 
-/// A menu shown by the toolkit, for trays that leave that to the program. Its rows follow their
-/// titles also while it is open, and their keys choose them then. What a row is for is done from
+/// A menu that Qt shows, for trays that leave that to the program. Its rows follow their titles
+/// also while it is open, and can be chosen by their key equivalents then. Their actions run from
 /// the event loop. Main thread only.
 class PopupMenu final : public QObject {
   public:

@@ -8,7 +8,7 @@ namespace platform {
 
 namespace {
 
-/// What trays ask for, at one and two pixels for a point.
+/// What trays ask for, at one and two pixels per point.
 constexpr std::array<int, 9> sides = {16, 18, 22, 24, 32, 36, 44, 48, 64};
 
 IconPixmap pixmap(const DrawnImage& drawing, int side) {
@@ -49,7 +49,7 @@ QDBusObjectPath StatusNotifierItem::menuPath() const {
 }
 
 void StatusNotifierItem::reportClick() {
-    // The call is answered before whatever the click leads to.
+    // The call is answered before the click is handled.
     QMetaObject::invokeMethod(
         this, [this] { clicked_(); }, Qt::QueuedConnection);
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Platform/Application.h"
-#include "Platform/Linux/Tray/DrawnImage.h"
 #include "Platform/Linux/Tray/StatusNotifierTypes.h"
+#include "Platform/Linux/Tray/TrayImages.h"
 
 #include <QDBusObjectPath>
 #include <QObject>
@@ -11,11 +11,11 @@
 
 namespace platform {
 
-/// The program's icon as an object on the bus, for a tray to show: org.kde.StatusNotifierItem. Main
+/// The program's icon as an object on the bus, which a tray shows: org.kde.StatusNotifierItem. Main
 /// thread only.
 ///
-/// A tray that follows the protocol opens the menu by itself. Others report clicks instead, which
-/// go to the handler.
+/// A tray that follows the protocol opens the menu by itself. Others report clicks, which the
+/// handler gets.
 class StatusNotifierItem final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
@@ -34,10 +34,10 @@ class StatusNotifierItem final : public QObject {
     /// `clicked` is called from the event loop for a click of any button.
     explicit StatusNotifierItem(std::function<void()> clicked);
 
-    /// Null shows none.
+    /// Null shows no icon.
     void setImage(std::shared_ptr<const DrawnImage> image);
 
-    /// Where on the bus the menu is; empty for none.
+    /// The object path of the menu; empty for none.
     void setMenuPath(const QString& path) { menuPath_ = path; }
 
     [[nodiscard]] QString category() const { return "ApplicationStatus"; }
@@ -50,10 +50,10 @@ class StatusNotifierItem final : public QObject {
 
     [[nodiscard]] int windowId() const { return 0; }
 
-    /// None, as a name would be looked for before the pixels are.
+    /// Empty: trays prefer a named icon to pixels.
     [[nodiscard]] QString iconName() const { return {}; }
 
-    /// In each size that trays show at, so that none has to scale.
+    /// In each size that trays use, so that none has to scale.
     [[nodiscard]] QList<platform::IconPixmap> iconPixmap() const;
     [[nodiscard]] platform::ToolTip toolTip() const;
 
@@ -61,11 +61,11 @@ class StatusNotifierItem final : public QObject {
 
     [[nodiscard]] QDBusObjectPath menuPath() const;
 
-    // The names are the interface's own; the toolkit's specifiers add to those of the language.
+    // The names are the interface's own, and `slots` and `signals` are Qt's additions.
     // NOLINTBEGIN(readability-identifier-naming, readability-redundant-access-specifiers)
   public Q_SLOTS:
 
-    // Where a click was is said in the screen's pixels, and by some trays not at all.
+    // Coordinates are ignored: they are in physical pixels, and some trays send none.
     void Activate(int /*x*/, int /*y*/) { reportClick(); }
 
     void SecondaryActivate(int /*x*/, int /*y*/) { reportClick(); }

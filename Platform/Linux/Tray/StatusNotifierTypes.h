@@ -7,11 +7,12 @@
 #include <QMetaType>
 #include <QString>
 #include <QStringList>
-#include <QVariant>
+#include <QVariantList>
 #include <QVariantMap>
+#include <tuple>
 
-// What the protocols of status notifier items and their menus send, as the toolkit's D-Bus
-// arguments. The members stand in the order in which they are sent.
+// The structures of the protocols for status notifier items and their menus. members() has their
+// members in the order in which they are sent.
 namespace platform {
 
 /// Rows of ARGB32 pixels in network byte order, not premultiplied: (iiay).
@@ -19,6 +20,8 @@ struct IconPixmap {
     int width = 0;
     int height = 0;
     QByteArray bytes;
+
+    static auto members(auto& self) { return std::tie(self.width, self.height, self.bytes); }
 };
 
 /// (sa(iiay)ss)
@@ -27,25 +30,35 @@ struct ToolTip {
     QList<IconPixmap> iconPixmaps;
     QString title;
     QString text;
+
+    static auto members(auto& self) {
+        return std::tie(self.iconName, self.iconPixmaps, self.title, self.text);
+    }
 };
 
 /// A row of a menu, or the menu itself, with its properties: (ia{sv}).
 struct MenuRow {
     int id = 0;
     QVariantMap properties;
+
+    static auto members(auto& self) { return std::tie(self.id, self.properties); }
 };
 
 /// A row with those below it, each a variant of this type: (ia{sv}av).
 struct MenuLayout {
     int id = 0;
     QVariantMap properties;
-    QList<QVariant> children;
+    QVariantList children;
+
+    static auto members(auto& self) { return std::tie(self.id, self.properties, self.children); }
 };
 
-/// Names of properties that a row does not have any more: (ias).
+/// The names of properties that a row no longer has: (ias).
 struct MenuRowRemovals {
     int id = 0;
     QStringList names;
+
+    static auto members(auto& self) { return std::tie(self.id, self.names); }
 };
 
 /// Something that happened to a row where it is shown: (isvu).
@@ -54,22 +67,33 @@ struct MenuEvent {
     QString name;
     QDBusVariant data;
     uint time = 0;
+
+    static auto members(auto& self) { return std::tie(self.id, self.name, self.data, self.time); }
 };
 
-QDBusArgument& operator<<(QDBusArgument& out, const IconPixmap& pixmap);
-const QDBusArgument& operator>>(const QDBusArgument& in, IconPixmap& pixmap);
-QDBusArgument& operator<<(QDBusArgument& out, const ToolTip& toolTip);
-const QDBusArgument& operator>>(const QDBusArgument& in, ToolTip& toolTip);
-QDBusArgument& operator<<(QDBusArgument& out, const MenuRow& row);
-const QDBusArgument& operator>>(const QDBusArgument& in, MenuRow& row);
-QDBusArgument& operator<<(QDBusArgument& out, const MenuLayout& layout);
-const QDBusArgument& operator>>(const QDBusArgument& in, MenuLayout& layout);
-QDBusArgument& operator<<(QDBusArgument& out, const MenuRowRemovals& removals);
-const QDBusArgument& operator>>(const QDBusArgument& in, MenuRowRemovals& removals);
-QDBusArgument& operator<<(QDBusArgument& out, const MenuEvent& event);
-const QDBusArgument& operator>>(const QDBusArgument& in, MenuEvent& event);
+template <typename Structure>
+concept BusStructure = requires(Structure& structure) {
+    Structure::members(structure);
+};
 
-/// To be called before any of these types is sent or received. Again does nothing.
+template <BusStructure Structure>
+QDBusArgument& operator<<(QDBusArgument& out, const Structure& structure) {
+    out.beginStructure();
+    std::apply([&out](const auto&... member) { (out << ... << member); },
+               Structure::members(structure));
+    out.endStructure();
+    return out;
+}
+
+template <BusStructure Structure>
+const QDBusArgument& operator>>(const QDBusArgument& in, Structure& structure) {
+    in.beginStructure();
+    std::apply([&in](auto&... member) { (in >> ... >> member); }, Structure::members(structure));
+    in.endStructure();
+    return in;
+}
+
+/// Must be called before any of these types is sent or received. May be called again.
 void registerStatusNotifierTypes();
 
 } // namespace platform

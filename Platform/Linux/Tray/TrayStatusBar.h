@@ -13,16 +13,13 @@ namespace platform {
 class TrayStatusItem;
 
 /// The tray of a Linux desktop: a program on the session bus that shows status notifier items or,
-/// where there is none, one on the X server that takes windows (XEmbed).
+/// if there is none, one on the X server that embeds windows (XEmbed).
 ///
-/// Trays come late, go, return, and give one protocol up for the other; the icon moves along and is
-/// always in one place. Nothing here waits for the tray, looks twice at what has not changed, or
-/// makes a widget before one is needed. Where there is neither bus nor X server, nothing is shown
-/// and all else works.
+/// Trays start late, quit, come back, and replace one protocol by the other; the icon follows and
+/// is always in one place only. Nothing here waits for the tray, and no widget is made before it is
+/// needed. With neither bus nor X server nothing is shown.
 ///
-/// There is room for one item at a time. One more has no button.
-///
-/// Needs a QApplication. Main thread only.
+/// Has one item at a time. Needs a QApplication. Main thread only.
 class TrayStatusBar final : public StatusBar {
   public:
     /// `makeManagerSelection` watches for trays that embed windows; empty where Qt's windows are
@@ -33,13 +30,13 @@ class TrayStatusBar final : public StatusBar {
     /// when there is no bus. Until the first call, nothing is shown.
     void setBus(const QDBusConnection& bus);
 
-    /// An item is as wide as the tray makes it, whatever `length` is.
+    /// The tray decides on the width of the item; `length` is ignored.
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem(double length) override;
 
   private:
     std::optional<QDBusConnection> bus_;
     TrayManagerSelectionMaker makeManagerSelection_;
-    foundation::WeakReference<TrayStatusItem> itemInPlace_;
+    foundation::WeakReference<TrayStatusItem> item_;
 };
 
 } // namespace platform

@@ -1,19 +1,19 @@
 #include "Platform/Linux/Tray/TrayStatusItem.h"
 
-#include "Platform/Linux/Tray/TrayStatusBarButton.h"
-
 #include <QCoreApplication>
 #include <QCursor>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <chrono>
+#include <functional>
+#include <string>
 #include <utility>
 
 namespace platform {
 
 namespace {
 
-/// Where trays look for an item that is registered by a name.
+/// Where trays look for an item that is registered by its name.
 const QString itemPath = "/StatusNotifierItem";
 const QString menuPath = "/MenuBar";
 
@@ -26,9 +26,54 @@ QDBusMessage busCall(const QString& method) {
 
 } // namespace
 
+/// What the item shows: an image, as trays have no place for a title. May outlive the item.
+class TrayStatusItem::Button final : public StatusBarButton {
+  public:
+    /// `imageDidChange` is called by the setters.
+    explicit Button(std::function<void()> imageDidChange)
+        : imageDidChange_(std::move(imageDidChange)) {}
+
+    /// The image comes from TrayImages.
+    void setImage(std::shared_ptr<const Image> image) override {
+        image_ = std::dynamic_pointer_cast<const DrawnImage>(image);
+        imageDidChange_();
+    }
+
+    void setImagePosition(ImagePosition position) override {
+        if (std::exchange(position_, position) != position) {
+            imageDidChange_();
+        }
+    }
+
+    void setTitle(std::string /*title*/) override {}
+
+    void setAction(Action action) override { action_ = std::move(action); }
+
+    /// Null if nothing is visible.
+    [[nodiscard]] std::shared_ptr<const DrawnImage> visibleImage() const {
+        return position_ == ImagePosition::noImage ? nullptr : image_;
+    }
+
+    void performAction() const {
+        if (const auto perform = action_.perform) {
+            perform();
+        }
+    }
+
+    void detach() {
+        imageDidChange_ = [] {};
+    }
+
+  private:
+    std::function<void()> imageDidChange_;
+    std::shared_ptr<const DrawnImage> image_;
+    ImagePosition position_ = ImagePosition::imageLeading;
+    Action action_;
+};
+
 TrayStatusItem::TrayStatusItem(TrayManagerSelectionMaker makeManagerSelection)
     : service_(QString("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid())),
-      button_(std::make_shared<TrayStatusBarButton>([this] { showImage(); })),
+      button_(std::make_shared<Button>([this] { showImage(); })),
       busItem_([this] { handleClick(); }),
       hosts_(service_, std::move(makeManagerSelection), [this] { moveToHost(); }) {
     // A panel that starts embeds windows a little before it shows items on the bus, and while it is

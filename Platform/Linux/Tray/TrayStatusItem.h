@@ -17,8 +17,6 @@
 
 namespace platform {
 
-class TrayStatusBarButton;
-
 /// A status item in whatever tray there is at the moment; see TrayStatusBar.
 class TrayStatusItem final : public StatusItem {
   public:
@@ -36,6 +34,8 @@ class TrayStatusItem final : public StatusItem {
     void setMenu(std::shared_ptr<Menu> menu) override;
 
   private:
+    class Button;
+
     void showImage();
     void moveToHost();
     void makeWindow();
@@ -43,7 +43,7 @@ class TrayStatusItem final : public StatusItem {
 
     std::optional<QDBusConnection> bus_;
     QString service_;
-    std::shared_ptr<TrayStatusBarButton> button_;
+    std::shared_ptr<Button> button_;
     std::shared_ptr<Menu> menu_;
     DBusMenu busMenu_;
     StatusNotifierItem busItem_;

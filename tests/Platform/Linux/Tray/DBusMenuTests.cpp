@@ -33,7 +33,7 @@ class DBusMenuTests : public testing::Test {
     platform::DBusMenu menu_;
 };
 
-TEST_F(DBusMenuTests, TheLayoutHasTheRowsInTheirOrder) {
+TEST_F(DBusMenuTests, TheLayoutHasTheRowsInOrder) {
     MenuLayout layout;
     menu_.GetLayout(0, -1, {}, layout);
     EXPECT_EQ(layout.id, 0);
@@ -73,13 +73,13 @@ TEST_F(DBusMenuTests, KeyEquivalentsAreShortcuts) {
               QList<QStringList>({{"Super", "q"}}));
 }
 
-TEST_F(DBusMenuTests, OnlyThePropertiesAskedForAreGiven) {
+TEST_F(DBusMenuTests, OnlyRequestedPropertiesAreReturned) {
     const auto all = rows({"label"});
     EXPECT_EQ(all[4].properties, QVariantMap({{"label", "Quit"}}));
     EXPECT_EQ(all[3].properties, QVariantMap());
 }
 
-TEST_F(DBusMenuTests, TheLayoutEndsAtTheDepthAskedFor) {
+TEST_F(DBusMenuTests, TheLayoutEndsAtTheRequestedDepth) {
     MenuLayout layout;
     menu_.GetLayout(0, 0, {}, layout);
     EXPECT_TRUE(layout.children.isEmpty());
@@ -91,7 +91,7 @@ TEST_F(DBusMenuTests, TheLayoutEndsAtTheDepthAskedFor) {
     EXPECT_TRUE(layout.children.isEmpty());
 }
 
-TEST_F(DBusMenuTests, GroupsOfRowsAreGivenWithoutThoseThatDoNotExist) {
+TEST_F(DBusMenuTests, GroupsOfRowsLeaveOutUnknownOnes) {
     const auto some = menu_.GetGroupProperties({5, 1, 77, -3}, {"label"});
     ASSERT_EQ(some.size(), 2);
     EXPECT_EQ(some[0].id, 1);
@@ -105,7 +105,7 @@ TEST_F(DBusMenuTests, OnePropertyCanBeRead) {
     EXPECT_FALSE(menu_.GetProperty(77, "label").variant().isValid());
 }
 
-TEST_F(DBusMenuTests, AnOpeningRefreshesTheMenuAndSaysWhetherThatChangedIt) {
+TEST_F(DBusMenuTests, AnOpeningRefreshesTheMenuAndReportsWhetherThatChangedIt) {
     EXPECT_TRUE(menu_.AboutToShow(0));
     EXPECT_EQ(sample_.openingCount, 1);
     EXPECT_EQ(rows()[0].properties.value("label"), "Opened: 1");
@@ -114,7 +114,7 @@ TEST_F(DBusMenuTests, AnOpeningRefreshesTheMenuAndSaysWhetherThatChangedIt) {
     EXPECT_EQ(sample_.openingCount, 2);
 }
 
-TEST_F(DBusMenuTests, AnOpeningThatIsAnnouncedTwiceIsOne) {
+TEST_F(DBusMenuTests, AnOpeningAnnouncedTwiceCountsOnce) {
     menu_.AboutToShow(0);
     send(0, "opened");
     EXPECT_EQ(sample_.openingCount, 1);
@@ -124,7 +124,7 @@ TEST_F(DBusMenuTests, AnOpeningThatIsAnnouncedTwiceIsOne) {
     EXPECT_EQ(sample_.openingCount, 2);
 }
 
-TEST_F(DBusMenuTests, AnOpeningThatIsOnlyReportedCountsToo) {
+TEST_F(DBusMenuTests, AnOpeningThatIsOnlyReportedCounts) {
     send(0, "opened");
     EXPECT_EQ(sample_.openingCount, 1);
     send(0, "closed");
@@ -132,7 +132,7 @@ TEST_F(DBusMenuTests, AnOpeningThatIsOnlyReportedCountsToo) {
     EXPECT_EQ(sample_.openingCount, 2);
 }
 
-TEST_F(DBusMenuTests, AnAnnouncementWithoutAnOpeningDoesNotSwallowTheNext) {
+TEST_F(DBusMenuTests, AnAnnouncementWithoutAnOpeningDoesNotHideTheNext) {
     menu_.AboutToShow(0);
     send(0, "closed");
     send(0, "opened");
@@ -146,14 +146,14 @@ TEST_F(DBusMenuTests, GroupsOfMenusCanBeAnnounced) {
     EXPECT_EQ(sample_.openingCount, 1);
 }
 
-TEST_F(DBusMenuTests, AChosenRowDoesItsWorkFromTheEventLoop) {
+TEST_F(DBusMenuTests, AChosenRowPerformsItsActionFromTheEventLoop) {
     send(2, "clicked");
     EXPECT_TRUE(sample_.chosen.empty());
     QApplication::processEvents();
     EXPECT_THAT(sample_.chosen, ElementsAre("clear"));
 }
 
-TEST_F(DBusMenuTests, GroupsOfEventsAreHandledAndUnknownRowsNamed) {
+TEST_F(DBusMenuTests, GroupsOfEventsAreHandledAndUnknownRowsReturned) {
     const auto unknown = menu_.EventGroup({{5, "clicked", {}, 0},
                                            {77, "clicked", {}, 0},
                                            {2, "hovered", {}, 0},
@@ -170,19 +170,20 @@ TEST_F(DBusMenuTests, DisabledRowsAndSeparatorsCannotBeChosen) {
     EXPECT_TRUE(sample_.chosen.empty());
 }
 
-TEST_F(DBusMenuTests, ANewTitleIsTold) {
-    QList<platform::MenuRow> told;
-    QObject::connect(&menu_,
-                     &platform::DBusMenu::ItemsPropertiesUpdated,
-                     &menu_,
-                     [&told](const auto& updated, const auto& /*removed*/) { told = updated; });
+TEST_F(DBusMenuTests, ANewTitleIsSignalled) {
+    QList<platform::MenuRow> signalled;
+    QObject::connect(
+        &menu_,
+        &platform::DBusMenu::ItemsPropertiesUpdated,
+        &menu_,
+        [&signalled](const auto& updated, const auto& /*removed*/) { signalled = updated; });
     sample_.information->setTitle("Time_Saved");
-    ASSERT_EQ(told.size(), 1);
-    EXPECT_EQ(told[0].id, 1);
-    EXPECT_EQ(told[0].properties, QVariantMap({{"label", "Time__Saved"}}));
+    ASSERT_EQ(signalled.size(), 1);
+    EXPECT_EQ(signalled[0].id, 1);
+    EXPECT_EQ(signalled[0].properties, QVariantMap({{"label", "Time__Saved"}}));
 }
 
-TEST_F(DBusMenuTests, AnotherMenuIsALaterLayout) {
+TEST_F(DBusMenuTests, AnotherMenuHasALaterRevision) {
     QList<uint> revisions;
     QObject::connect(&menu_,
                      &platform::DBusMenu::LayoutUpdated,
@@ -196,7 +197,7 @@ TEST_F(DBusMenuTests, AnotherMenuIsALaterLayout) {
     EXPECT_EQ(revisions, QList<uint>({before + 1, before + 2}));
     EXPECT_EQ(menu_.GetLayout(0, -1, {}, layout), before + 2);
     EXPECT_TRUE(layout.children.isEmpty());
-    sample_.information->setTitle("nobody listens");
+    sample_.information->setTitle("no menu");
 }
 
 } // namespace

@@ -59,7 +59,7 @@ class PanelTests : public tray_test::TrayTest {
 
     [[nodiscard]] bool waitForMenu(bool isOpen) {
         return turnUntil([this, isOpen] {
-            // Higher up than where the icon's name appears under the pointer.
+            // Above the icon's tooltip.
             const QImage above = screen("240x60+0+645");
             QImage uniform = above;
             uniform.fill(above.pixelColor(0, 0));
@@ -117,7 +117,7 @@ TEST_F(PanelTests, EitherButtonOpensTheMenuAndARowCanBeChosen) {
     }
 }
 
-TEST_F(PanelTests, TheIconComesWithAPanelThatComesLateAndAgainWithTheNext) {
+TEST_F(PanelTests, TheIconAppearsInAPanelThatStartsLateAndInTheNextOne) {
     makeItem();
     QApplication::processEvents();
     startPanel();

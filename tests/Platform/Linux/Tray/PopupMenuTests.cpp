@@ -30,7 +30,7 @@ class PopupMenuTests : public testing::Test {
     platform::PopupMenu popup_{sample_.menu};
 };
 
-TEST_F(PopupMenuTests, ShowsTheRowsAsTheyAreTitled) {
+TEST_F(PopupMenuTests, ShowsTheRowsWithTheirTitles) {
     ASSERT_NE(open(), nullptr);
     const auto rows = open()->actions();
     ASSERT_EQ(rows.size(), 5);
@@ -49,7 +49,7 @@ TEST_F(PopupMenuTests, ShowsKeyEquivalents) {
     EXPECT_TRUE(rows[4]->isShortcutVisibleInContextMenu());
 }
 
-TEST_F(PopupMenuTests, IsRefreshedOnceForEachOpening) {
+TEST_F(PopupMenuTests, IsRefreshedOncePerOpening) {
     EXPECT_EQ(sample_.openingCount, 1);
     EXPECT_EQ(open()->actions()[0]->text(), "Opened: 1");
     open()->close();
@@ -68,7 +68,7 @@ TEST_F(PopupMenuTests, ARowIsChosenByItsKeys) {
     EXPECT_EQ(open(), nullptr);
 }
 
-TEST_F(PopupMenuTests, OtherKeysAreTheMenusOwn) {
+TEST_F(PopupMenuTests, OtherKeysAreHandledByTheMenu) {
     press(Qt::Key_Q, Qt::ControlModifier);
     EXPECT_TRUE(sample_.chosen.empty());
     ASSERT_NE(open(), nullptr);
@@ -77,7 +77,7 @@ TEST_F(PopupMenuTests, OtherKeysAreTheMenusOwn) {
     EXPECT_THAT(sample_.chosen, ElementsAre("clear"));
 }
 
-TEST_F(PopupMenuTests, ARowDoesItsWorkFromTheEventLoop) {
+TEST_F(PopupMenuTests, ARowPerformsItsActionFromTheEventLoop) {
     open()->actions()[1]->trigger();
     EXPECT_TRUE(sample_.chosen.empty());
     QApplication::processEvents();

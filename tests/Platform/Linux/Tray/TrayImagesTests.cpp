@@ -1,6 +1,5 @@
-#include "Platform/Linux/Tray/DrawnIconEngine.h"
-#include "Platform/Linux/Tray/DrawnImage.h"
 #include "Platform/Linux/Tray/TrayImages.h"
+#include "Platform/Linux/Tray/XEmbedIcon.h"
 #include "tests/Platform/Linux/Tray/OffscreenApplication.h"
 #include "tests/Platform/Linux/Tray/StatusGlyph.h"
 
@@ -53,7 +52,7 @@ QFont bold(int pixelSize) {
     return font;
 }
 
-/// The same glyph by the toolkit's plain text drawing, eight times as large and shrunk.
+/// The same glyph by Qt's plain text drawing, eight times as large and scaled down.
 QImage referenceGlyph(const QString& text, int side) {
     constexpr int finer = 8;
     const double scale = side * finer / 18.0;
@@ -72,7 +71,7 @@ QImage referenceGlyph(const QString& text, int side) {
     return large.scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-/// The mean difference of opacity in those pixels where one of the pictures has any, from 0 to 1.
+/// The mean difference in opacity, from 0 to 1, over the pixels that one of the images covers.
 double difference(const QImage& left, const QImage& right) {
     double sum = 0;
     int count = 0;
@@ -131,7 +130,7 @@ TEST_F(TrayImagesTests, TheOriginIsInTheLowerLeftCorner) {
     EXPECT_EQ(qAlpha(pixels.pixel(8, 11)), 0);
 }
 
-TEST_F(TrayImagesTests, FillingWithClearTakesAwayWhatWasThere) {
+TEST_F(TrayImagesTests, FillingWithClearErases) {
     const auto image = draw([](Canvas& canvas) {
         canvas.fill({{0, 0}, {18, 18}}, Canvas::Color::white);
         canvas.fill({{0, 0}, {18, 9}}, Canvas::Color::clear);
@@ -141,7 +140,7 @@ TEST_F(TrayImagesTests, FillingWithClearTakesAwayWhatWasThere) {
     EXPECT_EQ(qAlpha(pixels.pixel(18, 18)), 0);
 }
 
-TEST_F(TrayImagesTests, ADrawingFillsItsImageWhateverTheSizeOfThat) {
+TEST_F(TrayImagesTests, ADrawingFillsItsImageAtAnySize) {
     const auto image = draw([](Canvas& canvas) {
         canvas.fill({{0, 0}, {18, 18}}, Canvas::Color::white);
     });
@@ -151,7 +150,7 @@ TEST_F(TrayImagesTests, ADrawingFillsItsImageWhateverTheSizeOfThat) {
     EXPECT_EQ(qAlpha(image->render({18, 18}).pixel(17, 17)), 255);
 }
 
-TEST_F(TrayImagesTests, AnImageKeepsItsFormInSpaceOfAnother) {
+TEST_F(TrayImagesTests, AnImageKeepsItsAspectRatio) {
     const auto image = draw([](Canvas& canvas) {
         canvas.fill({{0, 0}, {18, 18}}, Canvas::Color::white);
     });
@@ -186,7 +185,7 @@ TEST_F(TrayImagesTests, SomeInstalledFontHasTheCheckmark) {
     EXPECT_NE(layout.glyphRuns().front().glyphIndexes().front(), 0U);
 }
 
-TEST_P(TrayGlyphTests, EveryNumberOfPixelsIsDrawnAndNotScaled) {
+TEST_P(TrayGlyphTests, EverySizeIsDrawnAndNotScaled) {
     const auto image = glyph(false);
     for (int side = 16; side <= 64; ++side) {
         const QImage drawn = image->render({side, side});
@@ -194,7 +193,7 @@ TEST_P(TrayGlyphTests, EveryNumberOfPixelsIsDrawnAndNotScaled) {
         ASSERT_EQ(drawn.size(), QSize(side, side));
         EXPECT_LT(difference(drawn, reference), 0.05) << side;
     }
-    // What the same measure says of a picture that is scaled.
+    // The same measure for an image that is scaled.
     const QImage scaled =
         image->render({18, 18}).scaled(64, 64, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     EXPECT_GT(difference(scaled, referenceGlyph(QString::fromStdString(GetParam()), 64)), 0.08);
@@ -206,9 +205,9 @@ TEST_P(TrayGlyphTests, NothingIsCutOff) {
     }
 }
 
-TEST_P(TrayGlyphTests, ScreensWithMorePixelsForAPointGetMorePixels) {
+TEST_P(TrayGlyphTests, ScreensWithMorePixelsPerPointGetMorePixels) {
     const auto image = glyph(true);
-    const QIcon icon(new platform::DrawnIconEngine(image));
+    const QIcon icon = platform::drawnIcon(image);
     for (const int pixelsPerPoint : {1, 2, 3}) {
         const QPixmap pixmap = icon.pixmap(QSize(22, 22), pixelsPerPoint);
         const int side = 22 * pixelsPerPoint;

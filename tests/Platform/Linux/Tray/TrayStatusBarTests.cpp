@@ -44,7 +44,7 @@ TEST_F(TrayStatusBarTests, TheIconAppearsInTheTray) {
     EXPECT_EQ(host_->count("registered"), 1U);
 }
 
-TEST_F(TrayStatusBarTests, TheItemSaysWhatItIs) {
+TEST_F(TrayStatusBarTests, TheItemDescribesItself) {
     startHost();
     makeItem();
     ASSERT_TRUE(waitForIconInHost());
@@ -69,7 +69,7 @@ TEST_F(TrayStatusBarTests, AnItemWithoutAMenuSaysSo) {
     EXPECT_EQ(values["Menu"], "/NO_DBUSMENU");
 }
 
-TEST_F(TrayStatusBarTests, TheMenuIsThereWithItsRows) {
+TEST_F(TrayStatusBarTests, TheTrayReadsTheMenuWithItsRows) {
     startHost();
     makeItem();
     ASSERT_TRUE(waitForIconInHost());
@@ -88,7 +88,7 @@ TEST_F(TrayStatusBarTests, TheMenuIsThereWithItsRows) {
     EXPECT_EQ(rows[4]["enabled"], true);
 }
 
-TEST_F(TrayStatusBarTests, ARowThatIsChosenInTheTrayDoesItsWork) {
+TEST_F(TrayStatusBarTests, ARowChosenInTheTrayPerformsItsAction) {
     startHost();
     makeItem();
     ASSERT_TRUE(waitForIconInHost());
@@ -120,7 +120,7 @@ TEST_F(TrayStatusBarTests, ANewTitleReachesTheTrayWhileTheMenuIsOpen) {
     EXPECT_EQ(ask("layout")["rows"][0]["label"], "Time__Saved: 5m");
 }
 
-TEST_F(TrayStatusBarTests, AnotherImageReachesTheTrayAtOnce) {
+TEST_F(TrayStatusBarTests, ANewImageReachesTheTrayAtOnce) {
     startHost();
     makeItem();
     ASSERT_TRUE(waitForIconInHost());
@@ -131,7 +131,7 @@ TEST_F(TrayStatusBarTests, AnotherImageReachesTheTrayAtOnce) {
     EXPECT_TRUE(turnUntil([&] { return host_->last("icon")["digest"] == base; }));
 }
 
-TEST_F(TrayStatusBarTests, NoImageIsShownWhereThePositionSaysSo) {
+TEST_F(TrayStatusBarTests, NoImageIsShownIfThePositionSaysSo) {
     startHost();
     makeItem();
     ASSERT_TRUE(waitForIconInHost());
@@ -143,7 +143,7 @@ TEST_F(TrayStatusBarTests, NoImageIsShownWhereThePositionSaysSo) {
     EXPECT_TRUE(turnUntil([this] { return host_->last("icon")["sizes"].empty(); }));
 }
 
-TEST_F(TrayStatusBarTests, AClickThatTheTrayReportsOpensTheMenuAtThePointer) {
+TEST_F(TrayStatusBarTests, AClickReportedByTheTrayOpensTheMenuAtThePointer) {
     startHost();
     makeItem();
     ASSERT_TRUE(waitForIconInHost());
@@ -159,7 +159,7 @@ TEST_F(TrayStatusBarTests, AClickThatTheTrayReportsOpensTheMenuAtThePointer) {
     }
 }
 
-TEST_F(TrayStatusBarTests, AClickWithoutAMenuIsTheButtonsAction) {
+TEST_F(TrayStatusBarTests, AClickWithoutAMenuPerformsTheButtonsAction) {
     startHost();
     item_ = statusBar_.makeStatusItem(StatusBar::variableLength);
     int clicks = 0;
@@ -172,7 +172,7 @@ TEST_F(TrayStatusBarTests, AClickWithoutAMenuIsTheButtonsAction) {
     EXPECT_TRUE(turnUntil([&] { return clicks == 1; }));
 }
 
-TEST_F(TrayStatusBarTests, TheItemLeavesTheTrayWhenItEnds) {
+TEST_F(TrayStatusBarTests, TheItemLeavesTheTrayWhenItIsDestroyed) {
     startHost();
     makeItem();
     ASSERT_TRUE(waitForIconInHost());
@@ -184,18 +184,7 @@ TEST_F(TrayStatusBarTests, TheItemLeavesTheTrayWhenItEnds) {
     EXPECT_TRUE(waitForIconInHost());
 }
 
-TEST_F(TrayStatusBarTests, ThereIsRoomForOneItem) {
-    startHost();
-    makeItem();
-    ASSERT_TRUE(waitForIconInHost());
-    const auto other = statusBar_.makeStatusItem(StatusBar::variableLength);
-    EXPECT_EQ(other->button(), nullptr);
-    other->setMenu(sample_.menu);
-    EXPECT_TRUE(host_->showsIcon());
-    EXPECT_EQ(host_->count("registered"), 1U);
-}
-
-TEST_F(TrayStatusBarTests, TheIconAppearsInATrayThatComesLate) {
+TEST_F(TrayStatusBarTests, TheIconAppearsInATrayThatStartsLate) {
     makeItem();
     QApplication::processEvents();
     startHost();
@@ -203,7 +192,7 @@ TEST_F(TrayStatusBarTests, TheIconAppearsInATrayThatComesLate) {
     EXPECT_EQ(host_->count("registered"), 1U);
 }
 
-TEST_F(TrayStatusBarTests, TheIconAppearsAgainAfterTheTrayHasStartedAgain) {
+TEST_F(TrayStatusBarTests, TheIconComesBackAfterTheTrayWasRestarted) {
     startHost();
     makeItem();
     ASSERT_TRUE(waitForIconInHost());
@@ -230,17 +219,17 @@ TEST_F(TrayStatusBarTests, NoWidgetIsMadeForATrayOnTheBus) {
     EXPECT_TRUE(QApplication::allWidgets().isEmpty());
 }
 
-TEST_F(TrayStatusBarTests, ATrayThatTakesWindowsGetsAWindow) {
+TEST_F(TrayStatusBarTests, ATrayThatEmbedsWindowsGetsAWindow) {
     XEmbedTray tray(session_.display());
     makeItem();
     EXPECT_TRUE(waitForWindows(tray, 1));
 }
 
-TEST_F(TrayStatusBarTests, TheWindowShowsTheImageOfTheMoment) {
+TEST_F(TrayStatusBarTests, TheWindowShowsTheCurrentImage) {
     XEmbedTray tray(session_.display());
     makeItem();
     ASSERT_TRUE(waitForWindows(tray, 1));
-    // Of white and dark pixels, how many there are tells the two pictures apart.
+    // The two images differ in their number of dark pixels.
     const auto darkCount = [&tray] {
         const auto pixels = tray.iconPixels();
         return std::count_if(
@@ -250,7 +239,7 @@ TEST_F(TrayStatusBarTests, TheWindowShowsTheImageOfTheMoment) {
     for (const std::string glyph : {"P", checkmark.c_str(), "P"}) {
         item_->button()->setImage(picture(glyph));
         long count = 0;
-        // The picture is there once it does not change any more.
+        // The image is complete once it stops changing.
         ASSERT_TRUE(turnUntil([&] {
             const long before = std::exchange(count, darkCount());
             return count > 0 && count == before && (counts.empty() || count != counts.back());
@@ -275,7 +264,7 @@ TEST_F(TrayStatusBarTests, EachButtonOpensTheMenuOfTheWindow) {
     }
 }
 
-TEST_F(TrayStatusBarTests, ATrayForWindowsMayComeLateAndStartAgain) {
+TEST_F(TrayStatusBarTests, ATrayForWindowsMayStartLateAndBeRestarted) {
     makeItem();
     startHost({"--no-host"});
     auto tray = std::make_unique<XEmbedTray>(session_.display());
@@ -297,7 +286,7 @@ TEST_F(TrayStatusBarTests, AnotherTrayForWindowsTakesTheWindowOver) {
     EXPECT_TRUE(waitForWindows(second, 1));
 }
 
-TEST_F(TrayStatusBarTests, TheIconMovesBetweenTheKindsOfTraysAndIsInOnePlace) {
+TEST_F(TrayStatusBarTests, TheIconMovesBetweenTheKindsOfTraysAndIsInOnePlaceOnly) {
     XEmbedTray tray(session_.display());
     startHost({"--no-host"});
     makeItem();
@@ -322,7 +311,7 @@ TEST_F(TrayStatusBarTests, TheIconMovesBetweenTheKindsOfTraysAndIsInOnePlace) {
     EXPECT_EQ(host_->count("unregistered"), 0U);
 }
 
-TEST_F(TrayStatusBarTests, TheToolkitNeverPutsAnItemOfItsOwnOnTheBus) {
+TEST_F(TrayStatusBarTests, QtNeverPutsAnItemOfItsOwnOnTheBus) {
     XEmbedTray tray(session_.display());
     startHost({"--no-watcher"});
     makeItem();
@@ -369,7 +358,7 @@ TEST_F(TrayStatusBarTests, TheIconBecomesAWindowWhenTheBusEnds) {
     connectToBus();
     EXPECT_TRUE(waitForWindows(tray, 1));
     item_->button()->setImage(picture(checkmark));
-    sample_.information->setTitle("nobody on the bus hears");
+    sample_.information->setTitle("no bus");
     item_.reset();
     EXPECT_TRUE(waitForWindows(tray, 0));
 }

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Tray/KeyEquivalentNames.h"
+#include "Platform/Linux/Tray/MenuRows.h"
 
 #include <gtest/gtest.h>
 
@@ -7,17 +7,17 @@ namespace {
 using hotkey::ModifierFlags;
 using platform::KeyEquivalent;
 
-TEST(KeyEquivalentNamesTests, CommandIsTheSuperKey) {
+TEST(MenuRowsTests, CommandIsTheSuperKey) {
     EXPECT_EQ(platform::busNames(KeyEquivalent{"q"}), QStringList({"Super", "q"}));
     EXPECT_EQ(platform::keySequence(KeyEquivalent{"q"}), QKeySequence(Qt::META | Qt::Key_Q));
 }
 
-TEST(KeyEquivalentNamesTests, KeysThatTypeSignsHaveNamesOnTheBus) {
+TEST(MenuRowsTests, PunctuationKeysHaveNamesOnTheBus) {
     EXPECT_EQ(platform::busNames(KeyEquivalent{","}), QStringList({"Super", "comma"}));
     EXPECT_EQ(platform::keySequence(KeyEquivalent{","}), QKeySequence(Qt::META | Qt::Key_Comma));
 }
 
-TEST(KeyEquivalentNamesTests, EveryModifierIsNamed) {
+TEST(MenuRowsTests, EveryModifierIsNamed) {
     const KeyEquivalent all{"+",
                             ModifierFlags::control | ModifierFlags::option | ModifierFlags::shift |
                                 ModifierFlags::command};
@@ -26,7 +26,7 @@ TEST(KeyEquivalentNamesTests, EveryModifierIsNamed) {
               QKeySequence(Qt::CTRL | Qt::ALT | Qt::SHIFT | Qt::META | Qt::Key_Plus));
 }
 
-TEST(KeyEquivalentNamesTests, AKeyAloneHasNoModifiers) {
+TEST(MenuRowsTests, AKeyAloneHasNoModifiers) {
     EXPECT_EQ(platform::busNames(KeyEquivalent{"x", {}}), QStringList({"x"}));
     EXPECT_EQ(platform::keySequence(KeyEquivalent{"x", {}}), QKeySequence(Qt::Key_X));
 }
