@@ -7,16 +7,15 @@
 
 namespace platform {
 
-/// Keeps a file descriptor watched for as long as it exists.
+/// Watches a file descriptor for as long as it exists.
 class FileDescriptorWatch : public foundation::Interface {};
 
-/// The part of the main thread's event loop that the backends for display servers and signals
-/// need, so that they do not depend on the toolkit that runs the loop. Main thread only.
+/// The main thread's event loop, for code that does not use the toolkit that runs it. Main thread
+/// only.
 class EventLoop : public foundation::Interface {
   public:
-    /// Calls `ready` from the loop whenever `descriptor` has something to read, until the watch is
-    /// dropped. A watch may be dropped inside its own callback. The descriptor stays the caller's
-    /// and outlives the watch.
+    /// Calls `ready` from the loop whenever `descriptor` is readable, until the watch is destroyed,
+    /// which may happen inside the callback. The caller keeps the descriptor open for longer.
     [[nodiscard]] virtual std::unique_ptr<FileDescriptorWatch>
     watchReadable(int descriptor, std::function<void()> ready) = 0;
 };

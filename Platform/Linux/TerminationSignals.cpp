@@ -10,8 +10,8 @@ namespace platform {
 
 namespace {
 
-/// The signals that ask a program to end, but for those that it was started to ignore: a program
-/// started with nohup, for example, is to outlive its terminal.
+/// The signals that ask a program to end, without those that it was started to ignore, for example
+/// by nohup.
 sigset_t terminationSignals() {
     sigset_t signals{};
     sigemptyset(&signals);
@@ -30,7 +30,7 @@ sigset_t terminationSignals() {
 
 TerminationSignals::TerminationSignals() : signals_(terminationSignals()) {
     descriptor_ = signalfd(-1, &signals_, SFD_NONBLOCK | SFD_CLOEXEC);
-    if (descriptor_ >= 0) { // Otherwise the signals keep ending the process at once.
+    if (descriptor_ >= 0) { // Otherwise the signals kill the process as usual.
         pthread_sigmask(SIG_BLOCK, &signals_, nullptr);
     }
 }

@@ -9,19 +9,19 @@
 
 namespace platform {
 
-/// Turns SIGTERM, SIGINT and SIGHUP into a call from the event loop, so that the program ends as it
-/// does by choice: for as long as the object lives they no longer end the process by themselves. A
-/// signal that the process was started to ignore stays ignored.
+/// Turns SIGTERM, SIGINT and SIGHUP into a call from the event loop, so that the program quits in
+/// order, and blocks them for as long as the object exists. A signal that the process was started
+/// to ignore stays ignored.
 ///
-/// Made once per process, on the main thread, before anything starts another thread: a thread that
-/// does not inherit the blocked signals would take them and end the process.
+/// Made once per process, on the main thread, before any other thread starts: a thread that did not
+/// inherit the blocked signals would receive them, and they would kill the process.
 class TerminationSignals : foundation::Pinned {
   public:
     TerminationSignals();
     ~TerminationSignals();
 
-    /// Has `terminate` called once for each signal, those since the construction included, until
-    /// the watch is dropped, which this object outlives. None without a descriptor to watch.
+    /// Calls `terminate` once per signal, including those since the construction, until the watch
+    /// is destroyed. This object outlives the watch. Null if signals cannot be received.
     [[nodiscard]] std::unique_ptr<FileDescriptorWatch>
     deliver(EventLoop& eventLoop, std::function<void()> terminate) const;
 

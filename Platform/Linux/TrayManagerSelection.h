@@ -7,15 +7,15 @@
 
 namespace platform {
 
-/// Watches whether the screen has a tray manager: a program that takes icons as windows (XEmbed)
-/// and says so by owning a selection. Main thread only.
+/// Watches whether the screen has a tray manager: a program that embeds icons as windows (XEmbed)
+/// and owns a selection to announce it. Main thread only.
 class TrayManagerSelection : public foundation::Interface {
   public:
     [[nodiscard]] virtual bool hasOwner() const = 0;
 };
 
-/// Starts to watch. `didChange` is called from the event loop whenever the owner has changed, until
-/// the watch is dropped, which it may be inside the call. Null where nothing can be watched.
+/// Starts to watch. Calls `didChange` from the event loop whenever the owner has changed, until the
+/// result is destroyed, which may happen inside the call. Null if watching is not possible.
 using TrayManagerSelectionMaker =
     std::function<std::unique_ptr<TrayManagerSelection>(std::function<void()> didChange)>;
 

@@ -19,13 +19,13 @@ using testing_support::waitUntil;
 constexpr std::string_view openingMessage =
     "Menu about to open; refreshing content to prevent caching";
 
-/// The desktop's lower part: where the panel is, and what is above it.
+/// The lower part of the desktop, with the panel.
 constexpr ScreenArea panelArea{.x = 0, .y = 768, .width = 1280, .height = 32};
 constexpr ScreenArea deskArea{.x = 0, .y = 500, .width = 1280, .height = 268};
 constexpr int leftButton = 1;
 constexpr int rightButton = 3;
 
-/// The program in the tray of a real panel, looked at and clicked at.
+/// The program in the tray of a real panel, tested by pixels and clicks.
 class PanelTests : public ResidentTest {
   protected:
     /// Starts the panel and the program, and finds its icon.
@@ -43,7 +43,7 @@ class PanelTests : public ResidentTest {
         icon_ = *icon;
     }
 
-    /// What the panel shows once it shows the same twice.
+    /// The panel once two pictures of it are the same.
     Picture stillPanel() {
         Picture last = look(panelArea);
         EXPECT_TRUE(waitUntil([&] {
@@ -55,7 +55,7 @@ class PanelTests : public ResidentTest {
         return last;
     }
 
-    /// Clicks at the icon and waits until a menu is there, all of it.
+    /// Clicks on the icon and waits until the menu is complete.
     void openMenu(int button) {
         const Picture before = look(deskArea);
         const std::size_t openings = logged(openingMessage);
@@ -73,7 +73,7 @@ class PanelTests : public ResidentTest {
         EXPECT_EQ(logged(openingMessage), openings + 1);
     }
 
-    /// Chooses a row by the arrow keys, which pass over those that cannot be chosen.
+    /// Chooses a row with the arrow keys, which skip disabled ones.
     void chooseByKeyboard(int row) {
         for (int i = 0; i < row; ++i) {
             keyboard_.tap(KEY_DOWN);
@@ -89,7 +89,7 @@ class PanelTests : public ResidentTest {
 constexpr int preferencesRow = 2;
 constexpr int quitRow = 3;
 
-TEST_F(PanelTests, TheIconStandsInThePanelAndFlashes) {
+TEST_F(PanelTests, TheIconIsInThePanelAndFlashes) {
     EXPECT_LE(icon_.width, panelArea.height);
     EXPECT_LE(icon_.height, panelArea.height);
     takeScreenshot("tray.png", {.x = 0, .y = 736, .width = 256, .height = 64});
@@ -134,7 +134,7 @@ INSTANTIATE_TEST_SUITE_P(Each,
                              return button.param == leftButton ? "Left" : "Right";
                          });
 
-TEST_F(PanelTests, TheIconComesBackWithAPanelThatWasStartedAgain) {
+TEST_F(PanelTests, TheIconComesBackWithARestartedPanel) {
     panel_->stop();
     panel_->start();
     EXPECT_TRUE(waitUntil([this] { return stillPanel().difference(emptyPanel_).has_value(); }));

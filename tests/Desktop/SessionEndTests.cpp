@@ -12,7 +12,7 @@ using testing_support::waitUntil;
 
 class SessionEndTests : public ResidentTest {
   protected:
-    /// Starts a manager that programs leave their clipboard to.
+    /// Starts a clipboard manager.
     void startClipboardManager() {
         clipboardManager_ = std::make_unique<ChildProcess>(
             std::vector<std::string>{"xfsettingsd", "--no-daemon"},
@@ -49,7 +49,7 @@ class SessionEndTests : public ResidentTest {
     std::unique_ptr<ChildProcess> owner_;
 };
 
-TEST_F(SessionEndTests, TheEndOfTheSessionHandsTheClipboardOverAndEndsTheProgram) {
+TEST_F(SessionEndTests, TheEndOfTheSessionHandsTheClipboardOverAndQuitsTheProgram) {
     startClipboardManager();
     startInSession();
     convert();
@@ -63,7 +63,7 @@ TEST_F(SessionEndTests, TheEndOfTheSessionHandsTheClipboardOverAndEndsTheProgram
     EXPECT_EQ(paste("text/html"), html);
 }
 
-TEST_F(SessionEndTests, ClipboardAndSettingsAreSafeOnceTheSessionHasSavedHoweverTheProgramEnds) {
+TEST_F(SessionEndTests, AfterTheSessionHasSavedAKilledProgramLosesNeitherClipboardNorSettings) {
     startClipboardManager();
     startInSession();
     convert();
@@ -76,7 +76,7 @@ TEST_F(SessionEndTests, ClipboardAndSettingsAreSafeOnceTheSessionHasSavedHowever
     EXPECT_EQ(settings()->savedSeconds(), 20);
 }
 
-TEST_F(SessionEndTests, WhatWasConvertedOutlivesTheProgramWhereAClipboardManagerRuns) {
+TEST_F(SessionEndTests, AClipboardManagerKeepsTheConversionAfterTheProgramEnds) {
     startClipboardManager();
     startProgram();
     const auto owner = startOwner({"normal", "--text", "- tea\n- cake"});

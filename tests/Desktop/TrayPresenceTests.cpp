@@ -23,7 +23,7 @@ bool isDrawn(const std::vector<std::uint8_t>& pixels) {
            !std::equal(pixels.begin() + bytesPerPixel, pixels.end(), pixels.begin());
 }
 
-/// The program on desktops whose tray comes late, goes, returns, or never is.
+/// The program on desktops whose tray starts late, quits, comes back, or is missing.
 class TrayPresenceTests : public TrayTest {
   protected:
     /// Whether the tray shows the program's icon, follows a flash of it, and has its menu.
@@ -38,7 +38,7 @@ class TrayPresenceTests : public TrayTest {
     }
 };
 
-TEST_F(TrayPresenceTests, TheIconAppearsInATrayThatComesLater) {
+TEST_F(TrayPresenceTests, TheIconAppearsInATrayThatStartsLater) {
     startProgram();
     const auto owner = startOwner({"normal"});
     convert();
@@ -49,14 +49,14 @@ TEST_F(TrayPresenceTests, TheIconAppearsInATrayThatComesLater) {
     EXPECT_EQ(openMenu().at(0).title, "Time Saved: 40s");
 }
 
-TEST_F(TrayPresenceTests, TheIconAppearsWhereOnlyTheWatcherWasThereBefore) {
+TEST_F(TrayPresenceTests, TheIconAppearsWhenAHostJoinsTheWatcher) {
     startTray({"--no-host"});
     startProgram();
     ask("host on");
     expectWorkingTray();
 }
 
-TEST_F(TrayPresenceTests, TheIconComesBackWithATrayThatIsStartedAgain) {
+TEST_F(TrayPresenceTests, TheIconComesBackWithARestartedTray) {
     startProgramInTray();
     constexpr int restartCount = 3;
     for (int i = 0; i < restartCount; ++i) {

@@ -60,7 +60,7 @@ TEST_F(TrayTests, TheMenuHasItsSixRows) {
                           {.title = "Quit", .isEnabled = true, .keys = {"Super", "q"}}}));
 }
 
-TEST_F(TrayTests, OpeningTheMenuRefreshesItOnceEachTime) {
+TEST_F(TrayTests, EachOpeningRefreshesTheMenuOnce) {
     startProgramInTray();
     constexpr std::string_view opening =
         "Menu about to open; refreshing content to prevent caching";
@@ -72,7 +72,7 @@ TEST_F(TrayTests, OpeningTheMenuRefreshesItOnceEachTime) {
     EXPECT_EQ(logged(opening), 2U);
 }
 
-TEST_F(TrayTests, TheTotalFollowsConversionsWhileNobodyOpensTheMenu) {
+TEST_F(TrayTests, TheTotalFollowsConversionsWithoutOpeningTheMenu) {
     startProgramInTray();
     EXPECT_EQ(titles().at(0), "Time Saved: 0s");
     const auto owner = startOwner({"normal"});
@@ -108,7 +108,7 @@ TEST_F(TrayTests, ClearSavedTimeActsAtOnceAndWithoutADialog) {
         return stored && stored->savedSeconds() == 0 &&
                !stored->holds("analytics.lastInteractionDate");
     }));
-    // No window of any kind has come.
+    // No window of any kind has opened.
     EXPECT_TRUE(runTool({"xprop", "-root", "_NET_CLIENT_LIST"}).find("0x") == std::string::npos);
 }
 
@@ -150,7 +150,7 @@ TEST_F(TrayTests, QuitEndsTheProgramWithTheClipboardAndTheTotalKept) {
     EXPECT_TRUE(waitForTrayEvents("unregistered", 1));
 }
 
-TEST_F(TrayTests, AConversionFlashesACheckmarkAndThenTheIconIsAsBefore) {
+TEST_F(TrayTests, AConversionFlashesACheckmarkAndThenRestoresTheIcon) {
     startProgramInTray();
     const auto owner = startOwner({"normal"});
     const auto pressed = now();
@@ -165,7 +165,7 @@ TEST_F(TrayTests, AConversionFlashesACheckmarkAndThenTheIconIsAsBefore) {
     EXPECT_EQ(logged(restoredMessage), 1U);
 }
 
-TEST_F(TrayTests, ConversionsThatFollowEachOtherKeepTheCheckmarkUntilTheLastOneIsOver) {
+TEST_F(TrayTests, SuccessiveConversionsKeepTheCheckmarkUntilTheLastFlashEnds) {
     startProgramInTray();
     const auto owner = startOwner({"normal"});
     auto lastPress = now();
@@ -180,7 +180,7 @@ TEST_F(TrayTests, ConversionsThatFollowEachOtherKeepTheCheckmarkUntilTheLastOneI
     ASSERT_TRUE(waitForIcons(3));
     const std::chrono::nanoseconds restored(icons().at(2).at("time").get<std::int64_t>());
     EXPECT_GE(restored - lastPress, flashDuration);
-    // A restoration that should have been called off would come before those of one more flash.
+    // A restoration that should have been cancelled would come before those of one more flash.
     convert();
     ASSERT_TRUE(waitForIcons(5));
     EXPECT_EQ(logged(restoredMessage), 2U);
@@ -189,7 +189,7 @@ TEST_F(TrayTests, ConversionsThatFollowEachOtherKeepTheCheckmarkUntilTheLastOneI
     EXPECT_EQ(logged("Falling back to drawn glyph for checkmark flash"), 1U);
 }
 
-TEST_F(TrayTests, AnImageOnTheClipboardMakesNoFlash) {
+TEST_F(TrayTests, AnImageOnTheClipboardCausesNoFlash) {
     startProgramInTray();
     const auto owner = startOwner({"image"});
     expectNoText(*owner);
@@ -208,7 +208,7 @@ TEST_F(TrayTests, ATextOfBlankLinesFlashesAndCreditsNothing) {
     EXPECT_EQ(titles().at(0), "Time Saved: 0s");
 }
 
-TEST_F(TrayTests, TheIconComesInEverySizeThatPanelsUse) {
+TEST_F(TrayTests, TheIconIsOfferedInEverySizeThatPanelsUse) {
     startProgramInTray();
     const auto sizes = icons().at(0).at("sizes").get<std::vector<std::string>>();
     for (const char* size : {"16x16", "22x22", "24x24", "32x32", "48x48", "64x64"}) {

@@ -30,7 +30,7 @@ std::unique_ptr<X11TrayManagerSelection> X11TrayManagerSelection::open(
     if (extension == nullptr || extension->present == 0) {
         return nullptr;
     }
-    // The server serves the extension only to those who have said which version they speak.
+    // The server rejects XFixes requests until the client has sent its version.
     const XcbPointer<xcb_xfixes_query_version_reply_t> version(xcb_xfixes_query_version_reply(
         server,
         xcb_xfixes_query_version(server, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION),
@@ -56,7 +56,7 @@ std::unique_ptr<X11TrayManagerSelection> X11TrayManagerSelection::open(
     watch->owner_ = owner ? owner->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
     watch->watch_ = eventLoop.watchReadable(watch->connection_->fileDescriptor(),
                                             [self = watch.get()] { self->drain(); });
-    // Waiting for the answer may have read an event, for which the descriptor is readable no more.
+    // Waiting for the replies may have read events, after which the descriptor is not readable.
     watch->readEvents();
     return watch;
 }
@@ -70,7 +70,7 @@ X11TrayManagerSelection::X11TrayManagerSelection(std::unique_ptr<X11Connection> 
 
 void X11TrayManagerSelection::readEvents() {
     while (const XcbPointer<xcb_generic_event_t> event{xcb_poll_for_event(connection_->get())}) {
-        // Events that other clients made up carry a flag in their type and match nothing here.
+        // Events sent by other clients have a flag in their type, so they never match.
         if (event->response_type == changeEvent_) {
             owner_ = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(*event).owner;
         }
@@ -85,7 +85,7 @@ void X11TrayManagerSelection::drain() {
     const xcb_window_t before = owner_;
     readEvents();
     if (owner_ != before) {
-        // The call may drop this object.
+        // The call may destroy this object.
         const auto didChange = didChange_;
         didChange();
     }

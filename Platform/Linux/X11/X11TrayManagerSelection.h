@@ -11,13 +11,12 @@
 
 namespace platform {
 
-/// The tray manager's selection of the display's default screen, watched on a connection of its
-/// own. When the server goes, there is no manager any more.
+/// The tray manager's selection of the default screen, watched over a connection of its own. A lost
+/// server counts as no owner.
 class X11TrayManagerSelection final : public TrayManagerSelection {
   public:
-    /// Connects to `display`, or where DISPLAY points when it is empty. Null when there is no
-    /// server, or one that does not tell of changes of selections. Waits for the server. The loop
-    /// outlives the watch.
+    /// Connects to `display`, or to DISPLAY if it is empty. Null if there is no server, or one
+    /// without XFixes. Waits for the server. The loop outlives the result.
     [[nodiscard]] static std::unique_ptr<X11TrayManagerSelection>
     open(EventLoop& eventLoop, std::function<void()> didChange, const std::string& display = {});
 

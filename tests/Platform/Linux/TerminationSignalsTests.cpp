@@ -25,7 +25,7 @@ TEST_P(TerminationSignalsTests, AreDeliveredByTheEventLoopInsteadOfEndingTheProc
         [&] { return count == 1; }, testing_support::patience, testing_support::QtTestLoop::turn));
 }
 
-TEST_P(TerminationSignalsTests, EndTheProcessAgainOnceNobodyCatchesThem) {
+TEST_P(TerminationSignalsTests, KillTheProcessAgainAfterwards) {
     EXPECT_EXIT(
         {
             {
@@ -38,7 +38,7 @@ TEST_P(TerminationSignalsTests, EndTheProcessAgainOnceNobodyCatchesThem) {
         "");
 }
 
-TEST_P(TerminationSignalsTests, AreDeliveredAlsoWhenTheyCameBeforeAnybodyListened) {
+TEST_P(TerminationSignalsTests, IncludeThoseReceivedBeforeTheWatch) {
     int count = 0;
     const platform::TerminationSignals signals;
     ASSERT_EQ(std::raise(GetParam()), 0);
@@ -46,14 +46,14 @@ TEST_P(TerminationSignalsTests, AreDeliveredAlsoWhenTheyCameBeforeAnybodyListene
     EXPECT_TRUE(loop_.turnUntil([&] { return count == 1; }));
 }
 
-TEST_P(TerminationSignalsTests, StayIgnoredWhereTheProcessWasStartedToIgnoreThem) {
+TEST_P(TerminationSignalsTests, StayIgnoredIfTheProcessWasStartedToIgnoreThem) {
     const auto previous = std::signal(GetParam(), SIG_IGN);
     int count = 0;
     {
         const platform::TerminationSignals signals;
         const auto watch = signals.deliver(eventLoop_, [&] { ++count; });
         ASSERT_EQ(std::raise(GetParam()), 0);
-        // A signal that is not ignored comes behind it, if it comes at all.
+        // A signal that is not ignored is delivered after it.
         const int other = GetParam() == SIGTERM ? SIGINT : SIGTERM;
         ASSERT_EQ(std::raise(other), 0);
         EXPECT_TRUE(loop_.turnUntil([&] { return count > 0; }));
