@@ -1,6 +1,6 @@
 #include "Platform/Linux/DBus/DBusApplication.h"
 #include "Platform/Linux/DBus/SessionBus.h"
-#include "Platform/Linux/Qt/QtActivation.h"
+#include "Platform/Linux/Qt/QtWindow.h"
 #include "tests/Contract/ApplicationContract.h"
 #include "tests/Support/ChildProcess.h"
 #include "tests/Support/EnvironmentVariable.h"

@@ -1,5 +1,5 @@
 #include "Platform/Linux/Qt/QtToolkit.h"
-#include "Platform/Linux/Qt/QtWidgetView.h"
+#include "Platform/Linux/Qt/QtViews.h"
 #include "tests/Contract/ToolkitContract.h"
 #include "tests/Support/QtDesktop.h"
 #include "tests/Support/QtTestLoop.h"
@@ -15,7 +15,7 @@ class QtToolkitBackend final : public ToolkitBackend {
     platform::Toolkit& toolkit() override { return toolkit_; }
 
     void press(platform::Button& button) override {
-        dynamic_cast<QPushButton&>(platform::QtWidgetView::of(button).widget()).click();
+        dynamic_cast<QPushButton&>(platform::widgetOf(button)).click();
     }
 
     void settle() override { testing_support::QtTestLoop::turn(); }

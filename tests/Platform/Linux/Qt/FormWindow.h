@@ -8,8 +8,9 @@
 #include <string>
 #include <vector>
 
-/// A window such as the program shows: a stack of a title, a small stack in a container, a button
-/// in a container, a text that wraps, and a button. Notes what a view controller is told.
+/// A window with the structure of the program's preferences: a stack of a title, a smaller stack in
+/// a container, a button in a container, text that wraps, and a button. Notes the calls to its view
+/// controller.
 class FormWindow {
   public:
     FormWindow();
@@ -59,7 +60,7 @@ class FormWindow {
     Controller controller_{*this};
 
   public:
-    /// Titled "Form", and ends before the controller.
+    /// Titled "Form". Destroyed before the controller.
     std::unique_ptr<platform::Window> window =
         toolkit.makeWindow({{0, 0}, {400, 350}}, {.isTitled = true, .isClosable = true}, {});
 };

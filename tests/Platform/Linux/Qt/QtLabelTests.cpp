@@ -1,5 +1,4 @@
-#include "Platform/Linux/Qt/QtLabel.h"
-#include "Platform/Linux/Qt/QtTextColor.h"
+#include "Platform/Linux/Qt/QtViews.h"
 #include "tests/Support/QtDesktop.h"
 #include "tests/Support/QtTestLoop.h"
 
@@ -19,9 +18,9 @@ namespace {
 
 using platform::QtLabel;
 using platform::TextColor;
-using Wrapping = platform::QtTextWidget::Wrapping;
+using Wrapping = platform::QtLabel::Wrapping;
 
-/// Whether a column of the picture holds anything but background.
+/// Whether a column of the picture has a pixel in another color than the background's.
 bool hasInk(const QImage& image, int x) {
     for (int y = 0; y < image.height(); ++y) {
         if (image.pixelColor(x, y) != image.pixelColor(0, 0)) {
@@ -33,14 +32,14 @@ bool hasInk(const QImage& image, int x) {
 
 class QtLabelTests : public testing::Test {
   protected:
-    /// The label as it is drawn at that size, beside a margin of one pixel of background.
-    [[nodiscard]] static QImage picture(const QtLabel& label, QSize size) {
+    /// What the label draws at that size.
+    [[nodiscard]] static QImage picture(QtLabel& label, QSize size) {
         label.widget().resize(size);
         return label.widget().grab().toImage();
     }
 
-    /// Does the work within the event loop: a change of the system's appearance reaches widgets of
-    /// a running program alone.
+    /// Runs `work` in the event loop: outside of it, widgets do not follow the application's font
+    /// and palette.
     static void whileRunning(const std::function<void()>& work) {
         QTimer::singleShot(0, qApp, [&] {
             work();
@@ -61,16 +60,16 @@ class QtLabelTests : public testing::Test {
     testing_support::QtDesktop desktop_;
 };
 
-TEST_F(QtLabelTests, TakesThePointsOfItsFontForPixels) {
-    QtLabel label(Wrapping::oneLine, "Keyboard Shortcut");
+TEST_F(QtLabelTests, HasAFontOfOnePixelPerPoint) {
+    QtLabel label("Keyboard Shortcut", Wrapping::none);
     label.setFont({.size = 16, .weight = platform::FontWeight::bold});
     EXPECT_EQ(label.widget().font().pixelSize(), 16);
     EXPECT_TRUE(label.widget().font().bold());
     EXPECT_EQ(label.widget().font().family(), QApplication::font().family());
 }
 
-TEST_F(QtLabelTests, FollowsTheFamilyOfTheSystemsFont) {
-    QtLabel label(Wrapping::oneLine, "Keyboard Shortcut");
+TEST_F(QtLabelTests, FollowsTheSystemsFontFamily) {
+    QtLabel label("Keyboard Shortcut", Wrapping::none);
     label.setFont({.size = 16});
     const QFont before = QApplication::font();
     whileRunning([] { QApplication::setFont(QFont("DejaVu Serif", 30)); });
@@ -79,15 +78,15 @@ TEST_F(QtLabelTests, FollowsTheFamilyOfTheSystemsFont) {
     QApplication::setFont(before);
 }
 
-TEST_F(QtLabelTests, ShowsMarkupAndAmpersandsAsTheyAre) {
-    QtLabel label(Wrapping::oneLine, "<b>R&D</b>");
-    QtLabel shorter(Wrapping::oneLine, "R&D");
+TEST_F(QtLabelTests, ShowsMarkupAndAmpersandsLiterally) {
+    QtLabel label("<b>R&D</b>", Wrapping::none);
+    QtLabel shorter("R&D", Wrapping::none);
     EXPECT_EQ(label.text(), "<b>R&D</b>");
     EXPECT_GT(label.widget().sizeHint().width(), 2 * shorter.widget().sizeHint().width());
 }
 
-TEST_F(QtLabelTests, DrawsItsTextInTheMiddleWhenCentred) {
-    QtLabel label(Wrapping::oneLine, "mm");
+TEST_F(QtLabelTests, DrawsCenteredTextInTheMiddle) {
+    QtLabel label("mm", Wrapping::none);
     label.setAlignment(platform::TextAlignment::center);
     const QSize natural = label.widget().sizeHint();
     const QImage image = picture(label, {natural.width() + 100, natural.height()});
@@ -96,27 +95,26 @@ TEST_F(QtLabelTests, DrawsItsTextInTheMiddleWhenCentred) {
     EXPECT_FALSE(hasInk(image, image.width() - 40));
 }
 
-TEST_F(QtLabelTests, WrapsInNoMoreLinesThanItsMaximum) {
-    QtLabel label(Wrapping::wrapped, "word word word word word word word word word word word word");
+TEST_F(QtLabelTests, WrapsToAtMostItsMaximumOfLines) {
+    QtLabel label("word word word word word word word word word word word word", Wrapping::words);
     const int oneLine = label.widget().sizeHint().height();
     EXPECT_GT(label.widget().heightForWidth(80), 3 * oneLine);
     label.setMaximumNumberOfLines(2);
     EXPECT_EQ(label.widget().heightForWidth(80), 2 * oneLine);
 }
 
-TEST_F(QtLabelTests, EndsInAnEllipsisWhereTheTextIsCut) {
-    QtLabel cut(Wrapping::wrapped, "mmmmmmmm mmmmmmmm mmmmmmmm mmmmmmmm mmmmmmmm");
+TEST_F(QtLabelTests, CutsOffTheLinesAboveItsMaximum) {
+    QtLabel cut("mmmm mmmm mmmm", Wrapping::words);
     cut.setMaximumNumberOfLines(1);
-    QtLabel whole(Wrapping::wrapped, "mmmmmmmm");
-    const int width = whole.widget().sizeHint().width() + 40;
-    const QSize size(width, whole.widget().sizeHint().height());
-    // The ellipsis stands where the text that fits has ended.
-    EXPECT_GT(inkedColumns(picture(cut, size)), inkedColumns(picture(whole, size)));
-    EXPECT_EQ(cut.text(), "mmmmmmmm mmmmmmmm mmmmmmmm mmmmmmmm mmmmmmmm");
+    QtLabel whole("mmmm", Wrapping::words);
+    const int width = whole.widget().sizeHint().width() + 5;
+    const QSize size(width, cut.widget().heightForWidth(width));
+    EXPECT_EQ(picture(cut, size), picture(whole, size));
+    EXPECT_EQ(cut.text(), "mmmm mmmm mmmm");
 }
 
-TEST_F(QtLabelTests, GivesGlyphsOfAnotherFontTheHeightThatTheyNeed) {
-    QtLabel label(Wrapping::oneLine, "\u2318\u2325\u21E7\u2303K");
+TEST_F(QtLabelTests, IsHighEnoughForGlyphsOfAFallbackFont) {
+    QtLabel label("\u2318\u2325\u21E7\u2303K", Wrapping::none);
     label.setFont({.size = 14, .weight = platform::FontWeight::bold});
     const QSize natural = label.widget().sizeHint();
     const QImage exact = picture(label, natural);
@@ -128,8 +126,8 @@ TEST_F(QtLabelTests, GivesGlyphsOfAnotherFontTheHeightThatTheyNeed) {
     EXPECT_GT(inkedRows(exact), 0);
 }
 
-TEST_F(QtLabelTests, IsReadToTheUserInFull) {
-    QtLabel label(Wrapping::wrapped, "Ready");
+TEST_F(QtLabelTests, ExposesItsTextToAssistiveTechnology) {
+    QtLabel label("Ready", Wrapping::words);
     QAccessibleInterface* const interface = QAccessible::queryAccessibleInterface(&label.widget());
     ASSERT_NE(interface, nullptr);
     EXPECT_EQ(interface->role(), QAccessible::StaticText);
@@ -138,8 +136,8 @@ TEST_F(QtLabelTests, IsReadToTheUserInFull) {
     EXPECT_EQ(interface->text(QAccessible::Name).toStdString(), "Recording & waiting");
 }
 
-TEST_F(QtLabelTests, IsRepaintedInTheColoursOfANewPalette) {
-    QtLabel label(Wrapping::oneLine, "mmmm");
+TEST_F(QtLabelTests, FollowsAChangeOfThePalette) {
+    QtLabel label("mmmm", Wrapping::none);
     label.setTextColor(TextColor::secondaryLabel);
     const QPalette before = QApplication::palette();
     QPalette dark;
@@ -162,7 +160,7 @@ TEST_F(QtLabelTests, IsRepaintedInTheColoursOfANewPalette) {
 using QtLabelDeathTests = QtLabelTests;
 
 TEST_F(QtLabelDeathTests, CannotBeMadeEditableOrSelectable) {
-    QtLabel label(Wrapping::oneLine, "Label");
+    QtLabel label("Label", Wrapping::none);
     label.setEditable(false);
     label.setSelectable(false);
     EXPECT_DEATH(label.setEditable(true), "labels cannot be edited");
@@ -176,20 +174,20 @@ QPalette paletteOf(const QColor& window, const QColor& text) {
     return palette;
 }
 
-TEST(QtTextColorTests, KnowsTheContrastOfColours) {
+TEST(TextColorTests, ComputesTheContrastOfTwoColors) {
     EXPECT_NEAR(platform::contrast(Qt::black, Qt::white), 21, 0.001);
     EXPECT_NEAR(platform::contrast(Qt::white, Qt::black), 21, 0.001);
     EXPECT_NEAR(platform::contrast(Qt::red, Qt::red), 1, 0.001);
-    // The darkest grey that small text may have on white, by the guidelines.
+    // The lightest gray that passes as small text on white.
     EXPECT_NEAR(platform::contrast(QColor(0x76, 0x76, 0x76), Qt::white), 4.54, 0.01);
 }
 
-TEST(QtTextColorTests, ALabelHasTheColourOfTheWindowsText) {
+TEST(TextColorTests, PrimaryTextHasTheColorOfTheWindowsText) {
     const QPalette palette = paletteOf(Qt::white, Qt::blue);
     EXPECT_EQ(platform::textColor(TextColor::label, palette), QColor(Qt::blue));
 }
 
-TEST(QtTextColorTests, SecondaryTextIsFainterAndReadableOnLightAndDark) {
+TEST(TextColorTests, SecondaryTextIsFainterButReadableOnLightAndDark) {
     for (const auto& [window, text] : {std::pair<QColor, QColor>{Qt::white, Qt::black},
                                        {QColor(0xEF, 0xEF, 0xEF), Qt::black},
                                        {QColor(0xEF, 0xF0, 0xF1), QColor(0x23, 0x26, 0x29)},
@@ -204,7 +202,7 @@ TEST(QtTextColorTests, SecondaryTextIsFainterAndReadableOnLightAndDark) {
     }
 }
 
-TEST(QtTextColorTests, SecondaryTextIsNotFainterWhereTheTextIsFaintAlready) {
+TEST(TextColorTests, SecondaryTextIsNotFainterIfTheWindowsTextIsAlreadyFaint) {
     const QColor gray(0x77, 0x77, 0x77);
     EXPECT_EQ(platform::textColor(TextColor::secondaryLabel, paletteOf(Qt::white, gray)), gray);
 }

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Qt/QtWidgetView.h"
+#include "Platform/Linux/Qt/QtViews.h"
 #include "tests/Platform/Linux/Qt/FormWindow.h"
 #include "tests/Support/QtDesktop.h"
 #include "tests/Support/QtTestLoop.h"
@@ -14,16 +14,13 @@ namespace {
 
 using platform::LayoutConstraint;
 using platform::Rect;
+using platform::widgetOf;
 using testing_support::QtTestLoop;
 using Anchor = platform::LayoutConstraint::Anchor;
 
 class QtLayoutTests : public testing::Test {
   protected:
-    [[nodiscard]] static QWidget& widgetOf(platform::View& view) {
-        return platform::QtWidgetView::of(view).widget();
-    }
-
-    /// How far below the top of its container a view begins.
+    /// The distance of a view's top from the top of its container.
     [[nodiscard]] static double top(platform::View& view) {
         return static_cast<double>(widgetOf(view).parentWidget()->height()) -
                view.frame().origin.y - view.frame().size.height;
@@ -33,13 +30,13 @@ class QtLayoutTests : public testing::Test {
         return top(view) + view.frame().size.height;
     }
 
-    static void expectCentred(platform::View& view) {
+    static void expectCentered(platform::View& view) {
         const Rect frame = view.frame();
         const double containerWidth = widgetOf(view).parentWidget()->width();
         EXPECT_NEAR(frame.origin.x + (frame.size.width / 2), containerWidth / 2, 0.5);
     }
 
-    /// A view of that size at a place, in a container of 300 by 200.
+    /// A view in the container.
     [[nodiscard]] std::shared_ptr<platform::View> inContainer(Rect frame) {
         auto view = toolkit_.makeView(frame);
         container_->addSubview(view);
@@ -51,13 +48,13 @@ class QtLayoutTests : public testing::Test {
     std::shared_ptr<platform::View> container_ = toolkit_.makeView({{0, 0}, {300, 200}});
 };
 
-TEST_F(QtLayoutTests, AStackFillsTheViewThatItIsPinnedTo) {
+TEST_F(QtLayoutTests, AStackFillsTheViewItIsPinnedTo) {
     FormWindow form;
     form.window->makeKeyAndOrderFront();
     EXPECT_EQ(form.stack->frame(), (Rect{{0, 0}, {400, 350}}));
 }
 
-TEST_F(QtLayoutTests, ArrangedViewsStandBelowEachOtherWithTheSpacingAndInsets) {
+TEST_F(QtLayoutTests, ArrangedViewsAreStackedWithSpacingAndInsets) {
     FormWindow form;
     form.window->makeKeyAndOrderFront();
     EXPECT_EQ(top(*form.title), 20);
@@ -69,21 +66,21 @@ TEST_F(QtLayoutTests, ArrangedViewsStandBelowEachOtherWithTheSpacingAndInsets) {
     EXPECT_EQ(top(*form.shortcut), bottom(*form.caption) + 8);
 }
 
-TEST_F(QtLayoutTests, ArrangedViewsStandInTheMiddle) {
+TEST_F(QtLayoutTests, ArrangedViewsAreCentered) {
     FormWindow form;
     form.window->makeKeyAndOrderFront();
     for (const auto& view : {form.display, form.recordContainer}) {
-        expectCentred(*view);
+        expectCentered(*view);
     }
-    expectCentred(*form.title);
-    expectCentred(*form.caption);
-    expectCentred(*form.shortcut);
-    expectCentred(*form.record);
-    expectCentred(*form.status);
-    expectCentred(*form.reset);
+    expectCentered(*form.title);
+    expectCentered(*form.caption);
+    expectCentered(*form.shortcut);
+    expectCentered(*form.record);
+    expectCentered(*form.status);
+    expectCentered(*form.reset);
 }
 
-TEST_F(QtLayoutTests, ArrangedViewsStandAtTheLeadingEdgeWhenAskedTo) {
+TEST_F(QtLayoutTests, ArrangedViewsCanBeAlignedToTheLeadingEdge) {
     FormWindow form;
     form.stack->setAlignment(platform::VerticalStack::Alignment::leading);
     form.window->makeKeyAndOrderFront();
@@ -91,14 +88,14 @@ TEST_F(QtLayoutTests, ArrangedViewsStandAtTheLeadingEdgeWhenAskedTo) {
     EXPECT_EQ(form.reset->frame().origin.x, 20);
 }
 
-TEST_F(QtLayoutTests, AContainerIsAsLargeAsWhatIsPinnedToIt) {
+TEST_F(QtLayoutTests, AContainerIsAsLargeAsTheViewPinnedToIt) {
     FormWindow form;
     form.window->makeKeyAndOrderFront();
     EXPECT_EQ(form.displayStack->frame(), (Rect{{0, 0}, form.display->frame().size}));
     EXPECT_EQ(form.record->frame(), (Rect{{0, 0}, form.recordContainer->frame().size}));
 }
 
-TEST_F(QtLayoutTests, AButtonHasItsMinimumWidthAndMoreForALongerTitle) {
+TEST_F(QtLayoutTests, AButtonIsWiderThanItsMinimumOnlyForALongTitle) {
     FormWindow form;
     form.window->makeKeyAndOrderFront();
     EXPECT_EQ(form.record->frame().size.width, 140);
@@ -108,10 +105,10 @@ TEST_F(QtLayoutTests, AButtonHasItsMinimumWidthAndMoreForALongerTitle) {
         return form.record->frame().size.width == widgetOf(*form.record).sizeHint().width();
     }));
     EXPECT_GT(form.record->frame().size.width, 140);
-    expectCentred(*form.record);
+    expectCentered(*form.record);
 }
 
-TEST_F(QtLayoutTests, ALabelThatNeedsASecondLineMovesWhatStandsBelow) {
+TEST_F(QtLayoutTests, ALabelThatWrapsMovesTheViewsBelowIt) {
     FormWindow form;
     form.window->makeKeyAndOrderFront();
     const double oneLine = form.status->frame().size.height;
@@ -124,63 +121,14 @@ TEST_F(QtLayoutTests, ALabelThatNeedsASecondLineMovesWhatStandsBelow) {
     EXPECT_LE(form.status->frame().size.width, 360);
 }
 
-TEST_F(QtLayoutTests, ALayoutIsUpToDateOnDemandBeforeAnythingIsShown) {
+TEST_F(QtLayoutTests, AHiddenViewIsLaidOutOnDemand) {
     FormWindow form;
-    widgetOf(*form.stack).parentWidget();
     form.stack->layoutSubtreeIfNeeded();
     EXPECT_EQ(top(*form.title), 20);
     EXPECT_EQ(form.record->frame().size.width, 140);
 }
 
-TEST_F(QtLayoutTests, AViewWithoutConstraintsKeepsItsFrame) {
-    const auto view = inContainer({{30, 40}, {50, 60}});
-    container_->layoutSubtreeIfNeeded();
-    EXPECT_EQ(view->frame(), (Rect{{30, 40}, {50, 60}}));
-}
-
-TEST_F(QtLayoutTests, ALabelWithoutConstraintsHasItsNaturalSize) {
-    const auto label = toolkit_.makeLabel("Label");
-    container_->addSubview(label);
-    container_->layoutSubtreeIfNeeded();
-    const QSize natural = widgetOf(*label).sizeHint();
-    EXPECT_EQ(label->frame().size.width, natural.width());
-    EXPECT_EQ(label->frame().size.height, natural.height());
-}
-
-TEST_F(QtLayoutTests, AViewTiedToOneEdgeKeepsItsNaturalSizeThere) {
-    const auto label = toolkit_.makeLabel("Label");
-    container_->addSubview(label);
-    toolkit_.activateConstraints({LayoutConstraint::equal(label, Anchor::trailing, container_),
-                                  LayoutConstraint::equal(label, Anchor::bottom, container_)});
-    container_->layoutSubtreeIfNeeded();
-    const double width = widgetOf(*label).sizeHint().width();
-    EXPECT_EQ(label->frame().origin, (platform::Point{300 - width, 0}));
-    EXPECT_EQ(label->frame().size.width, width);
-}
-
-TEST_F(QtLayoutTests, AViewAsWideAsItsContainerFillsTheWidth) {
-    const auto label = toolkit_.makeLabel("Label");
-    container_->addSubview(label);
-    toolkit_.activateConstraints({LayoutConstraint::equal(label, Anchor::width, container_),
-                                  LayoutConstraint::equal(label, Anchor::top, container_)});
-    container_->layoutSubtreeIfNeeded();
-    EXPECT_EQ(label->frame().origin.x, 0);
-    EXPECT_EQ(label->frame().size.width, 300);
-    EXPECT_EQ(top(*label), 0);
-}
-
-TEST_F(QtLayoutTests, LeadingIsOnTheRightWhereTextRunsFromRightToLeft) {
-    QApplication::setLayoutDirection(Qt::RightToLeft);
-    const auto label = toolkit_.makeLabel("Label");
-    container_->addSubview(label);
-    toolkit_.activateConstraints({LayoutConstraint::equal(label, Anchor::leading, container_),
-                                  LayoutConstraint::equal(label, Anchor::top, container_)});
-    container_->layoutSubtreeIfNeeded();
-    EXPECT_EQ(label->frame().origin.x + label->frame().size.width, 300);
-    QApplication::setLayoutDirection(Qt::LeftToRight);
-}
-
-TEST_F(QtLayoutTests, AViewKeepsWhatWasPutIntoIt) {
+TEST_F(QtLayoutTests, AViewKeepsItsSubviewsAlive) {
     const std::weak_ptr<platform::View> view = inContainer({{0, 0}, {1, 1}});
     EXPECT_FALSE(view.expired());
     container_.reset();
@@ -197,17 +145,22 @@ TEST_F(QtLayoutTests, AViewOutlivesItsContainer) {
 
 using QtLayoutDeathTests = QtLayoutTests;
 
-TEST_F(QtLayoutDeathTests, RefusesAConstraintToAViewThatIsNoContainer) {
+TEST_F(QtLayoutDeathTests, RejectsConstraintsToAViewThatIsNotTheContainer) {
     const auto one = inContainer({{0, 0}, {1, 1}});
     const auto other = inContainer({{0, 0}, {1, 1}});
     EXPECT_DEATH(toolkit_.activateConstraints({LayoutConstraint::equal(one, Anchor::top, other)}),
-                 "does not stand in the other");
+                 "does not stand in its second one");
 }
 
-TEST_F(QtLayoutDeathTests, RefusesAMinimumForAnythingButAWidth) {
+TEST_F(QtLayoutDeathTests, RejectsConstraintsThatNoLayoutStandsFor) {
     const auto view = inContainer({{0, 0}, {1, 1}});
+    const char* const message = "constraints that no layout of Qt's stands for";
+    EXPECT_DEATH(
+        toolkit_.activateConstraints({LayoutConstraint::equal(view, Anchor::top, container_),
+                                      LayoutConstraint::equal(view, Anchor::leading, container_)}),
+        message);
     EXPECT_DEATH(toolkit_.activateConstraints({LayoutConstraint::atLeast(view, Anchor::top, 5)}),
-                 "a minimum for something else than a width");
+                 message);
 }
 
 } // namespace

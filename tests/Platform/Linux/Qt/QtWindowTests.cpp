@@ -1,4 +1,5 @@
-#include "Platform/Linux/Qt/QtWidgetView.h"
+#include "Platform/Linux/Qt/QtViews.h"
+#include "Platform/Linux/Qt/QtWindow.h"
 #include "tests/Platform/Linux/Qt/FormWindow.h"
 #include "tests/Support/ChildProcess.h"
 #include "tests/Support/QtDesktop.h"
@@ -21,16 +22,24 @@
 
 namespace {
 
+using platform::widgetOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing_support::QtTestLoop;
 
+/// Shows a line of text that is wider than the windows of these tests.
+class WideController final : public platform::ViewController {
+  public:
+    explicit WideController(platform::Toolkit& toolkit) : toolkit_(toolkit) {}
+
+    void loadView() override { setView(toolkit_.makeLabel(std::string(80, 'W'))); }
+
+  private:
+    platform::Toolkit& toolkit_;
+};
+
 class QtWindowTests : public testing::Test {
   protected:
-    [[nodiscard]] static QWidget& widgetOf(platform::View& view) {
-        return platform::QtWidgetView::of(view).widget();
-    }
-
     [[nodiscard]] static QWidget& frame() {
         return *testing_support::QtDesktop::widgetTitled("Form");
     }
@@ -40,12 +49,12 @@ class QtWindowTests : public testing::Test {
         ASSERT_TRUE(desktop_.waitForFocus(frame()));
     }
 
-    /// What the window manager reads about the window.
+    /// A property of the window, as xprop prints it.
     [[nodiscard]] std::string property(const std::string& name) const {
         return desktop_.output({"xprop", "-id", std::to_string(frame().winId()), name});
     }
 
-    void closeAsTheUserDoes() {
+    void closeWithTheKeyboard() {
         desktop_.keyboard().tapTogether({KEY_LEFTALT, KEY_F4});
         EXPECT_TRUE(QtTestLoop::turnUntil([this] {
             desktop_.nudgeWindowManager();
@@ -53,7 +62,7 @@ class QtWindowTests : public testing::Test {
         }));
     }
 
-    /// The notes without repeated layouts, of which there may be any number in a row.
+    /// The notes, with consecutive layouts as one.
     [[nodiscard]] std::vector<std::string> notes() const {
         std::vector<std::string> notes = form_->notes;
         notes.erase(std::unique(notes.begin(), notes.end()), notes.end());
@@ -69,21 +78,21 @@ TEST_F(QtWindowTests, IsHiddenAtFirst) {
     EXPECT_THAT(form_->notes, ElementsAre());
 }
 
-TEST_F(QtWindowTests, HasATitleAndTheSizeOfContentThatWasAskedFor) {
+TEST_F(QtWindowTests, HasItsTitleAndTheContentSizeAskedFor) {
     show();
     EXPECT_EQ(frame().size(), QSize(400, 350));
     EXPECT_THAT(property("_NET_WM_NAME"), HasSubstr("\"Form\""));
     EXPECT_THAT(property("_NET_WM_WINDOW_TYPE"), HasSubstr("_NET_WM_WINDOW_TYPE_NORMAL"));
 }
 
-TEST_F(QtWindowTests, TellsTheWindowManagerThatItsSizeIsFixed) {
+TEST_F(QtWindowTests, HasAFixedSize) {
     show();
     const std::string hints = property("WM_NORMAL_HINTS");
     EXPECT_THAT(hints, HasSubstr("minimum size: 400 by 350"));
     EXPECT_THAT(hints, HasSubstr("maximum size: 400 by 350"));
 }
 
-TEST_F(QtWindowTests, OffersToMoveAndCloseButNotToMinimizeOrMaximize) {
+TEST_F(QtWindowTests, CanBeMovedAndClosedButNotMinimizedOrMaximized) {
     show();
     const std::string hints = property("_MOTIF_WM_HINTS");
     const std::size_t comma = hints.find(", ");
@@ -97,16 +106,16 @@ TEST_F(QtWindowTests, OffersToMoveAndCloseButNotToMinimizeOrMaximize) {
     EXPECT_EQ(functions & (all | move | minimize | maximize | close), move | close) << hints;
 }
 
-TEST_F(QtWindowTests, StandsInTheMiddleOfTheScreen) {
+TEST_F(QtWindowTests, IsCenteredOnTheScreen) {
     show();
     const QRect whole = frame().frameGeometry();
     const QRect screen = frame().screen()->availableGeometry();
     EXPECT_NEAR(whole.center().x(), screen.center().x(), 2);
-    // How high a window manager's title bar is shows only afterwards.
+    // The height of the title bar was a guess.
     EXPECT_NEAR(whole.center().y(), screen.center().y(), 10);
 }
 
-TEST_F(QtWindowTests, TellsItsControllerWhatHappensToTheView) {
+TEST_F(QtWindowTests, NotifiesItsControllerOfAppearingLayoutAndDisappearing) {
     show();
     EXPECT_THAT(notes(), ElementsAre("will appear", "did layout"));
     form_->notes.clear();
@@ -116,7 +125,7 @@ TEST_F(QtWindowTests, TellsItsControllerWhatHappensToTheView) {
     EXPECT_THAT(form_->notes, ElementsAre("did disappear"));
 }
 
-TEST_F(QtWindowTests, TellsItsControllerOfALayoutThatANewTextMakesNecessary) {
+TEST_F(QtWindowTests, NotifiesItsControllerOfTheLayoutAfterATextHasChanged) {
     show();
     QtTestLoop::turn();
     form_->notes.clear();
@@ -125,20 +134,20 @@ TEST_F(QtWindowTests, TellsItsControllerOfALayoutThatANewTextMakesNecessary) {
     EXPECT_THAT(notes(), ElementsAre("did layout"));
 }
 
-TEST_F(QtWindowTests, SaysNothingNewWhenItIsShownAlready) {
+TEST_F(QtWindowTests, DoesNotAppearAgainWhileItIsVisible) {
     show();
     form_->notes.clear();
     show();
     EXPECT_THAT(form_->notes, testing::Each("did layout"));
 }
 
-TEST_F(QtWindowTests, IsOnlyHiddenWhenTheUserClosesIt) {
+TEST_F(QtWindowTests, DisappearsWhenTheUserClosesIt) {
     show();
-    closeAsTheUserDoes();
+    closeWithTheKeyboard();
     EXPECT_THAT(notes(), ElementsAre("will appear", "did layout", "did disappear"));
 }
 
-TEST_F(QtWindowTests, SaysNothingWhenItIsClosedTwice) {
+TEST_F(QtWindowTests, DisappearsOnlyOnceWhenItIsClosedTwice) {
     show();
     form_->window->close();
     form_->notes.clear();
@@ -147,17 +156,17 @@ TEST_F(QtWindowTests, SaysNothingWhenItIsClosedTwice) {
     EXPECT_THAT(form_->notes, ElementsAre());
 }
 
-TEST_F(QtWindowTests, ComesBackWhereItWas) {
+TEST_F(QtWindowTests, ReappearsWhereItWas) {
     show();
     const QRect before = frame().geometry();
-    closeAsTheUserDoes();
+    closeWithTheKeyboard();
     form_->notes.clear();
     show();
     EXPECT_THAT(notes(), ElementsAre("will appear", "did layout"));
     EXPECT_EQ(frame().geometry(), before);
 }
 
-TEST_F(QtWindowTests, EndsNeitherItselfNorTheProgramWhenItIsClosed) {
+TEST_F(QtWindowTests, ClosingItEndsNeitherItNorTheProgram) {
     show();
     QApplication::setQuitOnLastWindowClosed(true);
     QTimer::singleShot(0, &frame(), [this] { form_->window->close(); });
@@ -168,19 +177,19 @@ TEST_F(QtWindowTests, EndsNeitherItselfNorTheProgramWhenItIsClosed) {
     show();
 }
 
-TEST_F(QtWindowTests, IsNotClosedByEscape) {
+TEST_F(QtWindowTests, EscapeDoesNotCloseIt) {
     show();
     int resetCount = 0;
     form_->onReset = [&] { ++resetCount; };
     desktop_.keyboard().tap(KEY_ESC);
-    // Keys have their effect in order: this one presses the second button.
+    // Keys take effect in order. These press the second button.
     desktop_.keyboard().tap(KEY_TAB);
     desktop_.keyboard().tap(KEY_SPACE);
     EXPECT_TRUE(QtTestLoop::turnUntil([&] { return resetCount == 1; }));
     EXPECT_TRUE(form_->window->isVisible());
 }
 
-TEST_F(QtWindowTests, TakesTheKeyboardFromAnotherProgram) {
+TEST_F(QtWindowTests, TakesTheFocusFromAnotherProgram) {
     show();
     testing_support::ChildProcess other({"xev"}, {.environment = desktop_.session().environment()});
     ASSERT_TRUE(QtTestLoop::turnUntil([] { return !frame().isActiveWindow(); }));
@@ -189,7 +198,7 @@ TEST_F(QtWindowTests, TakesTheKeyboardFromAnotherProgram) {
     show();
 }
 
-TEST_F(QtWindowTests, ComesBackFromBeingMinimized) {
+TEST_F(QtWindowTests, IsRestoredWhenItWasMinimized) {
     show();
     static_cast<void>(
         desktop_.output({"xdotool", "windowminimize", std::to_string(frame().winId())}));
@@ -200,13 +209,19 @@ TEST_F(QtWindowTests, ComesBackFromBeingMinimized) {
     EXPECT_THAT(form_->notes, testing::Not(testing::Contains("did disappear")));
 }
 
-TEST_F(QtWindowTests, IsAsLargeAsItsContentNeeds) {
-    form_->title->setText(std::string(80, 'W'));
-    show();
-    const int needed = widgetOf(*form_->title).sizeHint().width();
-    EXPECT_GT(needed, 400);
-    EXPECT_EQ(frame().size(), QSize(needed + 40, 350));
-    EXPECT_NEAR(frame().frameGeometry().center().x(), frame().screen()->geometry().center().x(), 2);
+TEST_F(QtWindowTests, IsCenteredEvenIfItsContentNeedsMoreThanTheSizeAskedFor) {
+    platform::QtToolkit toolkit;
+    WideController controller(toolkit);
+    const auto window = toolkit.makeWindow({{0, 0}, {400, 350}}, {.isTitled = true}, {});
+    window->setTitle("Wide");
+    window->center();
+    window->setContentViewController(controller);
+    window->makeKeyAndOrderFront();
+    const QWidget& widget = *testing_support::QtDesktop::widgetTitled("Wide");
+    ASSERT_TRUE(desktop_.waitForFocus(widget));
+    EXPECT_GT(widget.width(), 400);
+    EXPECT_EQ(widget.width(), widgetOf(*controller.view()).sizeHint().width());
+    EXPECT_NEAR(widget.frameGeometry().center().x(), widget.screen()->geometry().center().x(), 2);
 }
 
 TEST_F(QtWindowTests, GrowsWithItsContentWhileItIsShown) {
@@ -216,7 +231,7 @@ TEST_F(QtWindowTests, GrowsWithItsContentWhileItIsShown) {
     EXPECT_TRUE(QtTestLoop::turnUntil([&] { return frame().width() == needed + 40; }));
 }
 
-TEST_F(QtWindowTests, TabGoesThroughTheButtonsFromTopToBottom) {
+TEST_F(QtWindowTests, TabMovesTheFocusFromTopToBottom) {
     show();
     QWidget& record = widgetOf(*form_->record);
     QWidget& reset = widgetOf(*form_->reset);
@@ -229,6 +244,12 @@ TEST_F(QtWindowTests, TabGoesThroughTheButtonsFromTopToBottom) {
     EXPECT_TRUE(QtTestLoop::turnUntil([&] { return reset.hasFocus(); }));
 }
 
+TEST_F(QtWindowTests, BringingAllToTheFrontLeavesHiddenWindowsHidden) {
+    platform::bringAllToFront();
+    QtTestLoop::turn();
+    EXPECT_FALSE(form_->window->isVisible());
+}
+
 TEST_F(QtWindowTests, LeavesTheContentToItsController) {
     show();
     form_->window.reset();
@@ -237,14 +258,14 @@ TEST_F(QtWindowTests, LeavesTheContentToItsController) {
     EXPECT_EQ(widgetOf(*form_->stack).findChildren<QLabel*>().size(), 4);
 }
 
-TEST_F(QtWindowTests, IsKnownToAssistiveProgramsByItsTitle) {
+TEST_F(QtWindowTests, ExposesItsTitleToAssistiveTechnology) {
     show();
     QAccessibleInterface* const window = QAccessible::queryAccessibleInterface(&frame());
     ASSERT_NE(window, nullptr);
     EXPECT_EQ(window->text(QAccessible::Name).toStdString(), "Form");
 }
 
-TEST_F(QtWindowTests, TheFrameOffersWhatItsStyleSays) {
+TEST_F(QtWindowTests, CanBeResizedIfItsStyleSaysSo) {
     auto resizable = form_->toolkit.makeWindow(
         {{10, 20}, {200, 100}},
         {.isTitled = true, .isClosable = true, .isMiniaturizable = true, .isResizable = true},
@@ -255,7 +276,7 @@ TEST_F(QtWindowTests, TheFrameOffersWhatItsStyleSays) {
     ASSERT_TRUE(desktop_.waitForFocus(widget));
     EXPECT_EQ(widget.size(), QSize(200, 100));
     EXPECT_GT(widget.maximumWidth(), 200);
-    // The place counts from the lower left corner of the screen.
+    // The origin is relative to the lower left corner of the screen.
     EXPECT_NEAR(widget.frameGeometry().x(), 10, 2);
     EXPECT_NEAR(widget.geometry().bottom(), widget.screen()->geometry().bottom() - 20, 30);
 }
