@@ -14,20 +14,18 @@
 
 namespace contract {
 
-/// What the suite asks.
 inline const platform::Alert question{.messageText = "What now?",
                                       .informativeText = "Nobody knows.",
                                       .style = platform::AlertStyle::informational,
                                       .buttonTitles = {"Go on", "Wait", "Leave"}};
 
-/// Alerts, and a user who answers them.
+/// Alerts and the user who answers them.
 class AlertsBackend : public foundation::Interface {
   public:
     virtual platform::Alerts& alerts() = 0;
-    /// Has the user answer the next alert with that button of the question; none has the alert go
-    /// away without one.
+    /// Answers the next alert with that button of the question, or dismisses it if nullopt.
     virtual void answerNext(std::optional<std::size_t> buttonIndex) = 0;
-    /// The texts of the alert that was answered last.
+    /// The texts of the last alert.
     virtual std::vector<std::string> shownTexts() = 0;
 };
 

@@ -33,13 +33,13 @@ INSTANTIATE_TEST_SUITE_P(Memory,
 
 using testing::Contains;
 
-TEST_P(AlertsContract, TellsWhichButtonWasPressed) {
+TEST_P(AlertsContract, ReturnsTheIndexOfThePressedButton) {
     EXPECT_EQ(answerWith(0), 0U);
     EXPECT_EQ(answerWith(1), 1U);
     EXPECT_EQ(answerWith(2), 2U);
 }
 
-TEST_P(AlertsContract, KnowsNoButtonWhereTheAlertWentAwayWithoutOne) {
+TEST_P(AlertsContract, ReturnsNulloptIfTheAlertIsDismissed) {
     EXPECT_EQ(answerWith(std::nullopt), std::nullopt);
 }
 

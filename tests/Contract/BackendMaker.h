@@ -8,7 +8,7 @@
 
 namespace contract {
 
-/// A backend that a contract's suite runs against, by the name that its tests show.
+/// A backend to run a contract's suite against, with the name that its tests show.
 template <typename Backend>
 struct BackendMaker {
     const char* name;
@@ -17,7 +17,7 @@ struct BackendMaker {
     friend void PrintTo(const BackendMaker& maker, std::ostream* out) { *out << maker.name; }
 };
 
-/// What a suite is instantiated with for the backend `Made`, which is made anew for each test.
+/// The parameter of a suite for the backend `Made`, of which each test makes a new one.
 template <typename Backend, typename Made>
 auto backend(const char* name) {
     return testing::Values(BackendMaker<Backend>{

@@ -10,7 +10,7 @@ INSTANTIATE_TEST_SUITE_P(Memory,
 
 using platform::Size;
 
-TEST_P(ImagesContract, AnImageHasTheSizeThatItWasDrawnWithUntilAnotherIsSet) {
+TEST_P(ImagesContract, AnImageHasItsDrawnSizeUntilAnotherIsSet) {
     const auto image = images_->draw({18, 18}, [](platform::Canvas&) {});
     ASSERT_NE(image, nullptr);
     EXPECT_EQ(image->size(), (Size{18, 18}));
@@ -18,7 +18,7 @@ TEST_P(ImagesContract, AnImageHasTheSizeThatItWasDrawnWithUntilAnotherIsSet) {
     EXPECT_EQ(image->size(), (Size{24, 12}));
 }
 
-TEST_P(ImagesContract, AnImageIsNoTemplateUntilItIsMadeOne) {
+TEST_P(ImagesContract, AnImageIsNotATemplateAtFirst) {
     const auto image = images_->draw({18, 18}, [](platform::Canvas&) {});
     EXPECT_FALSE(image->isTemplate());
     image->setTemplate(true);
@@ -27,7 +27,7 @@ TEST_P(ImagesContract, AnImageIsNoTemplateUntilItIsMadeOne) {
     EXPECT_FALSE(image->isTemplate());
 }
 
-TEST_P(ImagesContract, ASymbolThatNobodyHasIsNull) {
+TEST_P(ImagesContract, AnUnknownSymbolIsNull) {
     EXPECT_EQ(images_->systemSymbol("no.such.symbol", "Nothing"), nullptr);
 }
 

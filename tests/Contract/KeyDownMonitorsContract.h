@@ -15,25 +15,24 @@ namespace contract {
 
 inline constexpr std::uint32_t carbonG = 5;
 
-/// Key-down monitors, and a window of the program with the keyboard.
+/// Key-down monitors and a window that has the focus.
 class KeyDownMonitorsBackend : public foundation::Interface {
   public:
     virtual platform::KeyDownMonitors& monitors() = 0;
-    /// Presses G; whether the window got it.
+    /// Presses G and returns whether the window received it.
     virtual bool reachesTheWindow() = 0;
 };
 
 class KeyDownMonitorsContract
     : public testing::TestWithParam<BackendMaker<KeyDownMonitorsBackend>> {
   protected:
-    /// A monitor that notes `mark` and the key, and lets it through or not.
-    foundation::ObserverToken add(char mark, bool letsThrough) {
-        return monitors_.addLocalMonitor(
-            [this, mark, letsThrough](const platform::KeyEvent& event) {
-                EXPECT_EQ(event.keyCode, carbonG);
-                notes_ += mark;
-                return letsThrough ? std::optional(event) : std::nullopt;
-            });
+    /// Adds a monitor that notes `mark` and passes the key on or not.
+    foundation::ObserverToken add(char mark, bool passesOn) {
+        return monitors_.addLocalMonitor([this, mark, passesOn](const platform::KeyEvent& event) {
+            EXPECT_EQ(event.keyCode, carbonG);
+            notes_ += mark;
+            return passesOn ? std::optional(event) : std::nullopt;
+        });
     }
 
     std::unique_ptr<KeyDownMonitorsBackend> backend_ = GetParam().make();

@@ -33,7 +33,7 @@ TEST_P(KeyDownMonitorsContract, KeysReachTheWindowWithoutAMonitor) {
     EXPECT_TRUE(backend_->reachesTheWindow());
 }
 
-TEST_P(KeyDownMonitorsContract, AMonitorSwallowsAKeyOrLetsItThrough) {
+TEST_P(KeyDownMonitorsContract, AMonitorSwallowsAKeyOrPassesItOn) {
     const ObserverToken token = add('a', false);
     EXPECT_FALSE(backend_->reachesTheWindow());
     monitors_.removeMonitor(token);
@@ -42,7 +42,7 @@ TEST_P(KeyDownMonitorsContract, AMonitorSwallowsAKeyOrLetsItThrough) {
     EXPECT_EQ(notes_, "ab");
 }
 
-TEST_P(KeyDownMonitorsContract, MonitorsAreAskedInTheirOrderUntilOneSwallows) {
+TEST_P(KeyDownMonitorsContract, MonitorsAreCalledInOrderUntilOneSwallows) {
     static_cast<void>(add('a', true));
     static_cast<void>(add('b', false));
     static_cast<void>(add('c', true));
@@ -58,7 +58,7 @@ TEST_P(KeyDownMonitorsContract, ARemovedMonitorSeesNothing) {
     EXPECT_EQ(notes_, "");
 }
 
-TEST_P(KeyDownMonitorsContract, AMonitorMayRemoveItselfAndStillSwallowsTheKey) {
+TEST_P(KeyDownMonitorsContract, AMonitorMayRemoveItselfAndSwallowTheKey) {
     ObserverToken token{};
     token = monitors_.addLocalMonitor([&](const KeyEvent& /*event*/) -> std::optional<KeyEvent> {
         monitors_.removeMonitor(token);

@@ -12,12 +12,12 @@
 
 namespace contract {
 
-/// A log and whoever reads it.
+/// A log and its reader.
 class LogSinkBackend : public foundation::Interface {
   public:
     virtual foundation::LogSink& sink() = 0;
     virtual void setDebugEnabled(bool isEnabled) = 0;
-    /// What a reader sees so far, as "subsystem.category level: message".
+    /// The lines so far, as "subsystem.category level: message".
     virtual std::vector<std::string> lines() = 0;
 };
 

@@ -43,13 +43,13 @@ INSTANTIATE_TEST_SUITE_P(Memory,
 using foundation::Logger;
 using testing::ElementsAre;
 
-TEST_P(LogSinkContract, ThereIsOneChannelForEachPairOfSubsystemAndCategory) {
+TEST_P(LogSinkContract, HasOneChannelPerSubsystemAndCategory) {
     EXPECT_EQ(&sink_.channel("a", "b"), &sink_.channel("a", "b"));
     EXPECT_NE(&sink_.channel("a", "b"), &sink_.channel("a", "c"));
     EXPECT_NE(&sink_.channel("a", "b"), &sink_.channel("c", "b"));
 }
 
-TEST_P(LogSinkContract, ErrorsAreKeptAndDebugOnlyWhileItIsSwitchedOn) {
+TEST_P(LogSinkContract, WritesErrorsAlwaysAndDebugOnlyWhileItIsEnabled) {
     const Logger logger(sink_, "app", "Class");
     backend_->setDebugEnabled(false);
     EXPECT_FALSE(logger.isEnabled(foundation::LogLevel::debug));
@@ -63,13 +63,13 @@ TEST_P(LogSinkContract, ErrorsAreKeptAndDebugOnlyWhileItIsSwitchedOn) {
                 ElementsAre("app.Class error: second", "app.Class debug: third"));
 }
 
-TEST_P(LogSinkContract, APrivateTextIsNotSeenAndAPublicOneIs) {
+TEST_P(LogSinkContract, ShowsPublicValuesAndRedactsPrivateOnes) {
     const Logger logger(sink_, "app", "Class");
     logger.error("%s, %{public}s, %ld of them", "secret", "open", 3L);
     EXPECT_THAT(backend_->lines(), ElementsAre("app.Class error: <private>, open, 3 of them"));
 }
 
-TEST_P(LogSinkContract, ThreadsWriteAtTheSameTime) {
+TEST_P(LogSinkContract, AcceptsRecordsFromSeveralThreadsAtOnce) {
     constexpr int recordsOfEach = 200;
     const auto write = [](const Logger& logger) {
         for (int record = 0; record < recordsOfEach; ++record) {

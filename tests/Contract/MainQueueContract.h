@@ -15,11 +15,11 @@
 
 namespace contract {
 
-/// A main queue and what it takes to let it run.
+/// A main queue and a way to run it.
 class MainQueueBackend : public foundation::Interface {
   public:
     virtual platform::MainQueue& queue() = 0;
-    /// Lets time pass until the condition holds or `limit` is over.
+    /// Runs the queue until the condition holds or `limit` has passed.
     virtual bool runUntil(const std::function<bool()>& condition,
                           std::chrono::milliseconds limit) = 0;
 };

@@ -35,7 +35,7 @@ INSTANTIATE_TEST_SUITE_P(Memory,
 
 using namespace std::chrono_literals;
 
-TEST_P(MainQueueContract, RunsWorkLaterAndInTheOrderOfQueueing) {
+TEST_P(MainQueueContract, RunsWorkLaterAndInOrder) {
     queue_.async([this] { notes_ += 'a'; });
     queue_.async([this] { notes_ += 'b'; });
     EXPECT_EQ(notes_, "");
@@ -43,14 +43,14 @@ TEST_P(MainQueueContract, RunsWorkLaterAndInTheOrderOfQueueing) {
     EXPECT_EQ(notes_, "ab");
 }
 
-TEST_P(MainQueueContract, RunsDelayedWorkInTheOrderOfItsDueTimes) {
+TEST_P(MainQueueContract, RunsDelayedWorkInOrderOfDueTime) {
     queue_.asyncAfter(60ms, note('b'));
     queue_.asyncAfter(20ms, note('a'));
     EXPECT_TRUE(runUntilNoted(2));
     EXPECT_EQ(notes_, "ab");
 }
 
-TEST_P(MainQueueContract, NeverRunsWorkThatWasCancelled) {
+TEST_P(MainQueueContract, DoesNotRunCancelledWork) {
     const auto cancelled = note('x');
     queue_.asyncAfter(10ms, cancelled);
     queue_.asyncAfter(30ms, note('a'));
@@ -59,7 +59,7 @@ TEST_P(MainQueueContract, NeverRunsWorkThatWasCancelled) {
     EXPECT_EQ(notes_, "a");
 }
 
-TEST_P(MainQueueContract, LetsWorkQueueMoreWork) {
+TEST_P(MainQueueContract, WorkMayQueueMoreWork) {
     queue_.async([this] { queue_.async([this] { notes_ += 'n'; }); });
     EXPECT_TRUE(runUntilNoted(1));
 }

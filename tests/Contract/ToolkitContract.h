@@ -17,11 +17,11 @@ class ToolkitBackend : public foundation::Interface {
   public:
     virtual platform::Toolkit& toolkit() = 0;
     virtual void press(platform::Button& button) = 0;
-    /// Lets the system do what it put off.
+    /// Runs the system's deferred work.
     virtual void settle() = 0;
 };
 
-/// Fills a window with one view and notes what it is told.
+/// Fills a window with one view and notes the calls it gets.
 class NotingController final : public platform::ViewController {
   public:
     explicit NotingController(platform::Toolkit& toolkit) : toolkit_(toolkit) {}
@@ -43,7 +43,7 @@ class NotingController final : public platform::ViewController {
 
     void viewDidDisappear() override { notes.emplace_back("did disappear"); }
 
-    /// Layouts in a row count once.
+    /// Consecutive layouts count once.
     std::vector<std::string> notes;
 
   private:

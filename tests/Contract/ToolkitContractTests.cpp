@@ -49,7 +49,7 @@ using testing::AnyOf;
 using testing::ElementsAre;
 using Anchor = platform::LayoutConstraint::Anchor;
 
-TEST_P(WindowContract, IsHiddenUntilItIsShownAndAfterItWasClosed) {
+TEST_P(WindowContract, IsHiddenAtFirstAndAfterItIsClosed) {
     window_->setContentViewController(controller_);
     EXPECT_FALSE(window_->isVisible());
     window_->makeKeyAndOrderFront();
@@ -58,12 +58,12 @@ TEST_P(WindowContract, IsHiddenUntilItIsShownAndAfterItWasClosed) {
     EXPECT_FALSE(window_->isVisible());
 }
 
-TEST_P(WindowContract, MakesTheViewOfItsController) {
+TEST_P(WindowContract, LoadsTheViewOfItsController) {
     window_->setContentViewController(controller_);
     EXPECT_THAT(controller_.notes, ElementsAre("load", "did load"));
 }
 
-TEST_P(WindowContract, KeepsTheSizeOfItsContentAndGivesItToTheView) {
+TEST_P(WindowContract, GivesTheViewItsContentSize) {
     window_->setContentViewController(controller_);
     EXPECT_EQ(controller_.view()->frame(), (Rect{{0, 0}, {400, 350}}));
     window_->makeKeyAndOrderFront();
@@ -71,7 +71,7 @@ TEST_P(WindowContract, KeepsTheSizeOfItsContentAndGivesItToTheView) {
     EXPECT_EQ(controller_.view()->frame(), (Rect{{0, 0}, {400, 350}}));
 }
 
-TEST_P(WindowContract, TellsItsControllerWhatHappensToTheView) {
+TEST_P(WindowContract, NotifiesItsControllerOfAppearingLayoutAndDisappearing) {
     window_->setContentViewController(controller_);
     controller_.notes.clear();
     window_->makeKeyAndOrderFront();
@@ -81,7 +81,7 @@ TEST_P(WindowContract, TellsItsControllerWhatHappensToTheView) {
     EXPECT_THAT(controller_.notes, ElementsAre("will appear", "did layout", "did disappear"));
 }
 
-TEST_P(WindowContract, SaysNothingOfAppearingWhenItIsShownAlready) {
+TEST_P(WindowContract, DoesNotAppearAgainWhileItIsVisible) {
     window_->setContentViewController(controller_);
     window_->makeKeyAndOrderFront();
     controller_.notes.clear();
@@ -89,7 +89,7 @@ TEST_P(WindowContract, SaysNothingOfAppearingWhenItIsShownAlready) {
     EXPECT_EQ(std::count(controller_.notes.begin(), controller_.notes.end(), "will appear"), 0);
 }
 
-TEST_P(WindowContract, SaysNothingOfDisappearingWhenItIsHiddenAlready) {
+TEST_P(WindowContract, DoesNotDisappearWhileItIsHidden) {
     window_->setContentViewController(controller_);
     controller_.notes.clear();
     window_->close();
@@ -104,7 +104,7 @@ TEST_P(WindowContract, CanBeShownAgain) {
     window_->makeKeyAndOrderFront();
     backend_->settle();
     EXPECT_TRUE(window_->isVisible());
-    // A layout that nothing has changed since need not be made again.
+    // An unchanged layout need not be repeated.
     EXPECT_THAT(controller_.notes,
                 AnyOf(ElementsAre("will appear"), ElementsAre("will appear", "did layout")));
 }
@@ -125,7 +125,7 @@ TEST_P(WindowContract, LeavesTheViewToItsController) {
     EXPECT_EQ(controller_.view()->frame().size, (platform::Size{400, 350}));
 }
 
-TEST_P(ToolkitContract, ALabelHasTheTextThatItWasGiven) {
+TEST_P(ToolkitContract, ALabelHasTheTextItWasGiven) {
     const auto label = toolkit_.makeLabel("one & <b>two</b>");
     EXPECT_EQ(label->text(), "one & <b>two</b>");
     label->setText("\u2318\u21E7K");
@@ -133,7 +133,7 @@ TEST_P(ToolkitContract, ALabelHasTheTextThatItWasGiven) {
     EXPECT_EQ(toolkit_.makeWrappingLabel("")->text(), "");
 }
 
-TEST_P(ToolkitContract, AButtonHasTheTitleThatItWasGiven) {
+TEST_P(ToolkitContract, AButtonHasTheTitleItWasGiven) {
     const auto button = toolkit_.makeButton("Cut & Paste", {.name = "paste", .perform = [] {}});
     EXPECT_EQ(button->title(), "Cut & Paste");
     button->setTitle("Stop && Go");
@@ -161,11 +161,11 @@ TEST_P(ToolkitContract, AnActionMayChangeTheButton) {
     EXPECT_EQ(button->title(), "Stop");
 }
 
-TEST_P(ToolkitContract, AViewHasTheFrameThatItWasGiven) {
+TEST_P(ToolkitContract, AViewHasTheFrameItWasGiven) {
     EXPECT_EQ(toolkit_.makeView({{10, 20}, {30, 40}})->frame(), (Rect{{10, 20}, {30, 40}}));
 }
 
-TEST_P(ToolkitContract, AViewKeepsWhatWasPutIntoItAlive) {
+TEST_P(ToolkitContract, AViewKeepsItsSubviewsAlive) {
     auto container = toolkit_.makeView({});
     auto stack = toolkit_.makeVerticalStack();
     const std::weak_ptr<platform::View> label = [&] {
@@ -179,13 +179,13 @@ TEST_P(ToolkitContract, AViewKeepsWhatWasPutIntoItAlive) {
     EXPECT_TRUE(label.expired());
 }
 
-TEST_P(ToolkitContract, AViewOutlivesTheOneThatItWasPutInto) {
+TEST_P(ToolkitContract, AViewOutlivesItsContainer) {
     const auto label = toolkit_.makeLabel("Label");
     toolkit_.makeView({})->addSubview(label);
     EXPECT_EQ(label->text(), "Label");
 }
 
-TEST_P(ToolkitContract, TakesConstraintsOfAViewToItsContainerAndAMinimumOfWidth) {
+TEST_P(ToolkitContract, AcceptsConstraintsToTheContainerAndAMinimumWidth) {
     const auto container = toolkit_.makeView({});
     const auto button = toolkit_.makeButton("Press", {.name = "press", .perform = [] {}});
     container->addSubview(button);
@@ -196,7 +196,7 @@ TEST_P(ToolkitContract, TakesConstraintsOfAViewToItsContainerAndAMinimumOfWidth)
     container->layoutSubtreeIfNeeded();
 }
 
-TEST_P(ToolkitContractDeathTests, RefusesConstraintsOfViewsThatDoNotStandInEachOther) {
+TEST_P(ToolkitContractDeathTests, RejectsConstraintsBetweenViewsThatAreNotNested) {
     const auto one = toolkit_.makeLabel("one");
     const auto other = toolkit_.makeView({});
     EXPECT_DEATH(toolkit_.activateConstraints({LayoutConstraint::equal(one, Anchor::top, other)}),

@@ -12,13 +12,13 @@
 
 namespace contract {
 
-/// A workspace and the system that opens URLs for it.
+/// A workspace and the system that opens its URLs.
 class WorkspaceBackend : public foundation::Interface {
   public:
     virtual platform::Workspace& workspace() = 0;
-    /// Leaves the system without anything that opens a URL.
-    virtual void takeOpenersAway() = 0;
-    /// Whether the system has been asked to open just these so far. Waits while they are fewer.
+    /// Leaves the system without any handler for URLs.
+    virtual void removeHandlers() = 0;
+    /// Whether the system has been asked to open exactly these so far. Waits for them.
     virtual bool hasOpened(const std::vector<std::string>& urls) = 0;
 };
 

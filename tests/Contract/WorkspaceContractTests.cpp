@@ -9,7 +9,7 @@ class MemoryWorkspaceBackend final : public WorkspaceBackend {
   public:
     platform::Workspace& workspace() override { return workspace_; }
 
-    void takeOpenersAway() override { workspace_.setRefuses(true); }
+    void removeHandlers() override { workspace_.setRefuses(true); }
 
     bool hasOpened(const std::vector<std::string>& urls) override {
         return workspace_.urls() == urls;
@@ -26,7 +26,7 @@ INSTANTIATE_TEST_SUITE_P(Memory,
                          (backend<WorkspaceBackend, MemoryWorkspaceBackend>("Memory")),
                          nameOfBackend<WorkspaceBackend>);
 
-TEST_P(WorkspaceContract, HandsAUrlToTheSystem) {
+TEST_P(WorkspaceContract, PassesAUrlToTheSystem) {
     const std::string page = "https://example.org/path?query=1#part";
     EXPECT_TRUE(workspace_.openURL(page));
     EXPECT_TRUE(backend_->hasOpened({page}));
@@ -35,15 +35,15 @@ TEST_P(WorkspaceContract, HandsAUrlToTheSystem) {
     EXPECT_TRUE(backend_->hasOpened({page, settings}));
 }
 
-TEST_P(WorkspaceContract, RefusesWhatIsNoUrl) {
+TEST_P(WorkspaceContract, RefusesTextThatIsNotAUrl) {
     for (const char* text : {"", "no scheme", "relative/path", "/etc/passwd", ":part", "1a:b"}) {
         EXPECT_FALSE(workspace_.openURL(text)) << text;
     }
     EXPECT_TRUE(backend_->hasOpened({}));
 }
 
-TEST_P(WorkspaceContract, SaysThatTheSystemOpensNothing) {
-    backend_->takeOpenersAway();
+TEST_P(WorkspaceContract, ReturnsFalseIfTheSystemCannotOpenTheUrl) {
+    backend_->removeHandlers();
     EXPECT_FALSE(workspace_.openURL("https://example.org/"));
 }
 

@@ -10,43 +10,43 @@
 
 namespace program_test {
 
-/// What the preferences window says in its states.
+/// The status texts of the preferences window.
 inline constexpr std::string_view readyStatus =
     "Ready to record - Click 'Record Shortcut' to begin";
 inline constexpr std::string_view recordingStatus = "Recording... Press your desired shortcut now";
 inline constexpr std::string_view completedStatus = "Shortcut recorded successfully!";
 
-/// The program with its preferences read as a screen reader does, and used by real keys and clicks.
+/// The program with its preferences read over AT-SPI and used with real keys and clicks.
 class PreferencesTest : public TrayTest {
   protected:
-    /// Starts the program so that its windows can be read.
+    /// Starts the program with accessibility switched on.
     void startReadableProgram();
 
-    /// Opens the window and waits until it can be read and has the keyboard.
+    /// Opens the window and waits until it is readable and has the focus.
     void openPreferences();
 
-    /// Waits until the window can be read and has the keyboard.
+    /// Waits until the window is readable and has the focus.
     void awaitPreferences();
 
-    /// Waits until something in the window has this name.
+    /// Waits until an element in the window has this name.
     [[nodiscard]] bool waitUntilShown(std::string_view name);
 
-    /// Whether something in the window has this name.
+    /// Whether an element in the window has this name.
     [[nodiscard]] bool isShown(std::string_view name);
 
-    /// The names of all that is in the window, from its first to its last.
+    /// The names of the window's elements, in order.
     [[nodiscard]] std::vector<std::string> names();
 
-    /// Moves the keyboard to the button by Tab and presses it by the space bar.
+    /// Moves the focus to the button with Tab and presses it with Space.
     void pressByKeyboard(const std::string& button);
 
-    /// Presses the button with the pointer.
+    /// Clicks the button.
     void click(const std::string& button);
 
-    /// Waits after a button was pressed until keys are recorded.
+    /// Presses the record button and waits until keys are recorded.
     void startRecording();
 
-    /// The window in the manner of its user: has the manager of windows close it.
+    /// Closes the window through the window manager.
     void closePreferences();
 
   private:

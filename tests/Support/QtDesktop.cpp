@@ -18,7 +18,7 @@ QtDesktop::QtDesktop() {
         }
     }
     setenv("QT_QPA_PLATFORM", "xcb", 1);
-    // The input method that the toolkit brings along, whatever the user's desktop has.
+    // Qt's built-in input method, whichever one the user's desktop has.
     setenv("QT_IM_MODULE", "compose", 1);
     QApplication::setApplicationName("pastewise");
     QApplication::setDesktopFileName("com.app.pastewise");
@@ -62,7 +62,7 @@ void QtDesktop::waitForWindowManager() const {
         return probe.isActiveWindow();
     });
     if (!isManaged) {
-        throw std::runtime_error("the window manager shows no window");
+        throw std::runtime_error("the window manager does not manage new windows");
     }
 }
 

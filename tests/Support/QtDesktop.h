@@ -14,8 +14,8 @@ class QWidget;
 
 namespace testing_support {
 
-/// A desktop of the test's own with this process as a program on it, whose windows are real ones
-/// to the window manager. QtTestLoop's functions turn its event loop. One at a time.
+/// A private desktop on which this process is a program with real, managed windows. QtTestLoop's
+/// functions run its event loop. One at a time.
 class QtDesktop : foundation::Pinned {
   public:
     QtDesktop();
@@ -25,28 +25,27 @@ class QtDesktop : foundation::Pinned {
 
     [[nodiscard]] const DesktopSession& session() const { return session_; }
 
-    /// The top-level widget with that title; null when there is none.
+    /// The top-level widget with that title, or null.
     [[nodiscard]] static QWidget* widgetTitled(const std::string& title);
 
-    /// Turns the loop until the window has the keyboard, as far as both this program and the
-    /// server know.
+    /// Waits until the window has the focus, both to Qt and to the X server.
     [[nodiscard]] bool waitForFocus(const QWidget& window) const;
 
-    /// Openbox may have read an event without looking at it before the next one comes: this is a
-    /// next one, for the time while something is expected of it.
+    /// Openbox may read an event and not handle it until the next one comes. This sends one, to be
+    /// repeated while something is awaited.
     void nudgeWindowManager() const;
 
-    /// Sets the layouts of the keyboard, with setxkbmap's words.
+    /// Sets the keyboard layout with setxkbmap's arguments.
     void setLayout(const std::vector<std::string>& arguments) const;
 
-    /// What a program says about this desktop, for example xprop. Throws when it fails.
+    /// The output of a program on this desktop, such as xprop. Throws if it fails.
     [[nodiscard]] std::string output(const std::vector<std::string>& command) const;
 
   private:
     static inline char programName[] = "pastewise";
     static inline char* programArguments[] = {programName, nullptr};
 
-    /// Waits until windows that are shown become managed.
+    /// Waits until the window manager manages new windows.
     void waitForWindowManager() const;
 
     DesktopSession session_;

@@ -10,22 +10,21 @@
 
 namespace testing_support {
 
-/// The toolkit's event loop on the thread of a test, turned by hand. One at a time.
+/// Qt's event loop on the thread of a test, run by hand. One at a time.
 class QtTestLoop : foundation::Pinned {
   public:
     QtTestLoop() = default;
 
-    /// Has what objects put off while they were destroyed done before the loop goes.
+    /// Runs the deferred work that destroyed objects left behind.
     ~QtTestLoop() { turn(); }
 
-    /// Runs what is due, without waiting for more; also what was put off to a later turn, such as
-    /// the deletion of objects.
+    /// Handles all pending events, deferred deletions included, without waiting for more.
     static void turn() {
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
-    /// Turns the loop until `condition` holds or `limit` is over.
+    /// Runs the loop until `condition` holds or `limit` has passed.
     static bool turnUntil(const std::function<bool()>& condition,
                           std::chrono::milliseconds limit = patience) {
         return waitUntil(condition, limit, &turn);

@@ -9,7 +9,7 @@ namespace contract {
 
 namespace {
 
-/// Reads at Qt's message handler, of which a process has one.
+/// Reads the log through Qt's message handler, which is global.
 class QtLogSinkBackend final : public LogSinkBackend {
   public:
     QtLogSinkBackend() {
@@ -43,7 +43,7 @@ class QtLogSinkBackend final : public LogSinkBackend {
     static inline std::mutex keeping;
     static inline std::vector<std::string> received;
 
-    // It wins over the rules that a test sets.
+    // Unset: the variable would override the rules that a test sets.
     testing_support::EnvironmentVariable rules_{"QT_LOGGING_RULES", nullptr};
     QtMessageHandler previous_ = nullptr;
     platform::QtLogSink sink_;

@@ -12,7 +12,7 @@ namespace contract {
 
 namespace {
 
-/// A desktop whose opener of URLs writes down what it is asked to open.
+/// A desktop whose xdg-open appends its argument to a list.
 class QtWorkspaceBackend final : public WorkspaceBackend {
   public:
     QtWorkspaceBackend() {
@@ -23,7 +23,7 @@ class QtWorkspaceBackend final : public WorkspaceBackend {
 
     platform::Workspace& workspace() override { return workspace_; }
 
-    void takeOpenersAway() override { std::filesystem::remove(opener_); }
+    void removeHandlers() override { std::filesystem::remove(opener_); }
 
     bool hasOpened(const std::vector<std::string>& urls) override {
         return testing_support::QtTestLoop::turnUntil([&] { return opened() == urls; });
@@ -43,7 +43,7 @@ class QtWorkspaceBackend final : public WorkspaceBackend {
     const std::filesystem::path opener_ = folder_.path() / "xdg-open";
     const std::filesystem::path list_ = folder_.path() / "opened";
     testing_support::QtDesktop desktop_;
-    // The desktop's programs have started, and a browser of the machine is out of reach.
+    // Set after the desktop's programs have started, it hides the machine's browsers.
     testing_support::EnvironmentVariable path_{"PATH", folder_.path().c_str()};
     testing_support::EnvironmentVariable browser_{"BROWSER", nullptr};
     platform::QtWorkspace workspace_;

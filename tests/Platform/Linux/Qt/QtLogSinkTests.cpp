@@ -10,8 +10,8 @@ namespace {
 
 using foundation::LogLevel;
 
-TEST(QtLogSinkTests, WritesErrorsAndNoDebugUntilTheRulesAskForIt) {
-    // It wins over the rules that a test sets.
+TEST(QtLogSinkTests, WritesErrorsOnlyUnlessTheRulesSayOtherwise) {
+    // Unset: the variable would override the rules that the test sets.
     const testing_support::EnvironmentVariable rules("QT_LOGGING_RULES", nullptr);
     platform::QtLogSink sink;
     const foundation::Logger logger(sink, "com.app.pastewise", "ClipboardManager");
