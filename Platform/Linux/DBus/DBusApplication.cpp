@@ -72,7 +72,7 @@ void DBusApplication::joinBus(QDBusConnection bus) {
 
 void DBusApplication::askOtherInstance(const QDBusConnection& bus,
                                        QObject* context,
-                                       std::function<void(bool)> done) {
+                                       const std::function<void(bool)>& done) {
     // The owner's unique name: the well-known one may become ours before the call arrives.
     callBus(bus, context, "GetNameOwner", {applicationName}, [=](const QDBusMessage& reply) {
         const QString owner = reply.arguments().value(0).toString();

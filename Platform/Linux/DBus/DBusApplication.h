@@ -35,8 +35,9 @@ class DBusApplication final : public QObject, public Application, protected QDBu
 
     /// Asks another process that owns the name to open its preferences. Calls `done` from the event
     /// loop with whether one did, unless `context` is gone by then.
-    static void
-    askOtherInstance(const QDBusConnection& bus, QObject* context, std::function<void(bool)> done);
+    static void askOtherInstance(const QDBusConnection& bus,
+                                 QObject* context,
+                                 const std::function<void(bool)>& done);
 
     /// Requests that came before the first call are carried out from the event loop soon after it.
     void setRequests(Requests requests) override;
