@@ -2,9 +2,7 @@
 
 #include "Text/GraphemeClusters.h"
 #include "Text/HtmlEscape.h"
-#include "Text/SheetDocument.h"
 
-#include <cstdint>
 #include <utility>
 
 namespace pastewise {
@@ -30,26 +28,32 @@ std::optional<text::LineList> ClipboardManager::readClipboard() {
 text::LineList ClipboardManager::processText(TextBuffer text) const {
     logger_.debug("Processing text with length: %ld",
                   [&text] { return text::countGraphemeClusters(text.view()); });
-    text::LineObserver observer;
+    text::LineList lines(std::move(text));
     if (logger_.isEnabled(LogLevel::debug)) {
-        observer = [this](std::string_view line, const text::SanitizedLine& sanitized) {
-            logRemovals(line, sanitized);
-        };
+        text::forEachLine(lines.text(), [this](std::string_view line) {
+            static_cast<void>(sanitizeLine(text::trim(line)));
+        });
     }
-    text::LineList lines = text::processText(std::move(text), observer);
-    logger_.debug("Split into %ld lines", static_cast<std::int64_t>(lines.size()));
+    logger_.debug("Split into %ld lines", [&lines] { return lines.size(); });
     return lines;
 }
 
 std::string_view ClipboardManager::sanitizeLine(std::string_view line) const {
     const text::SanitizedLine sanitized = text::sanitizeLine(line);
-    logRemovals(line, sanitized);
+    if (sanitized.hadBullet) {
+        logger_.debug("Removing symbol bullet prefix from line: %s", line);
+    }
+    if (sanitized.numericPattern) {
+        logger_.debug("Removing numeric list prefix using pattern %s from line: %s",
+                      text::numericPrefixPatterns[*sanitized.numericPattern],
+                      line);
+    }
     return sanitized.text;
 }
 
 ConversionPayload ClipboardManager::generateHTML(const text::LineList& lines) const {
     logger_.debug("Generating Miro-compatible HTML from raw lines: %ld",
-                  static_cast<std::int64_t>(lines.size()));
+                  [&lines] { return lines.size(); });
     ConversionPayload payload = text::makeSheetDocument(lines);
     logger_.debug("Sanitized line count after removing blanks: %ld", payload.stickyCount);
     logger_.debug("Generated HTML with sanitized count: %ld", payload.stickyCount);
@@ -73,18 +77,6 @@ bool ClipboardManager::writeToClipboard(TextBuffer html, TextBuffer plainText) {
     }
     logger_.debug("Successfully wrote to clipboard");
     return true;
-}
-
-void ClipboardManager::logRemovals(std::string_view line,
-                                   const text::SanitizedLine& sanitized) const {
-    if (sanitized.hadBullet) {
-        logger_.debug("Removing symbol bullet prefix from line: %s", line);
-    }
-    if (sanitized.numericPattern) {
-        logger_.debug("Removing numeric list prefix using pattern %s from line: %s",
-                      text::numericPrefixPatterns[*sanitized.numericPattern],
-                      line);
-    }
 }
 
 } // namespace pastewise

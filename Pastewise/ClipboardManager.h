@@ -3,9 +3,8 @@
 #include "Foundation/Logger.h"
 #include "Foundation/TextBuffer.h"
 #include "Platform/Pasteboard.h"
-#include "Text/ConversionPayload.h"
 #include "Text/LineList.h"
-#include "Text/LineSanitiser.h"
+#include "Text/SheetDocument.h"
 
 #include <optional>
 #include <string_view>
@@ -51,8 +50,6 @@ class ClipboardManager {
                                         foundation::TextBuffer plainText);
 
   private:
-    void logRemovals(std::string_view line, const text::SanitizedLine& sanitized) const;
-
     platform::Pasteboard& pasteboard_;
     foundation::Logger logger_;
 };

@@ -11,13 +11,13 @@ inline constexpr int unicodeVersion = 15;
 
 /// Whether a character has the property White_Space: 25 code points, including the line breaks.
 /// The zero-width space, U+FEFF and the information separators do not have it.
-[[nodiscard]] inline bool isWhiteSpace(char32_t character) {
+[[nodiscard]] constexpr bool isWhiteSpace(char32_t character) {
     return character < 0x80 ? character == U' ' || (character >= U'\t' && character <= U'\r')
                             : isWhiteSpaceBeyondAscii(character);
 }
 
 /// Whether a character is a decimal digit, general category Nd: 680 code points.
-[[nodiscard]] inline bool isDecimalDigit(char32_t character) {
+[[nodiscard]] constexpr bool isDecimalDigit(char32_t character) {
     return character < 0x80 ? character >= U'0' && character <= U'9'
                             : isDecimalDigitBeyondAscii(character);
 }

@@ -1,10 +1,13 @@
 #include "Text/GraphemeClusters.h"
 
-#include "Text/Utf8.h"
+#include "Foundation/Utf8.h"
 
 #include <utf8proc.h>
 
 namespace text {
+
+using foundation::DecodedCharacter;
+using foundation::decodeFirst;
 
 std::int64_t countGraphemeClusters(std::string_view text) {
     if (text.empty()) {

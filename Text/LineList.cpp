@@ -1,109 +1,58 @@
 #include "Text/LineList.h"
 
-#include "Text/Trim.h"
-
 #include <algorithm>
-#include <optional>
+#include <array>
+#include <numeric>
 
 namespace text {
 
 namespace {
 
-/// How many characters of each kind break lines in a text; a pair counts in both.
-struct BreakCounts {
-    std::size_t lineFeeds = 0;
-    std::size_t carriageReturns = 0;
-};
+/// Longer than most lines.
+constexpr std::size_t scanSize = 64;
 
-BreakCounts countBreaks(std::string_view text) {
-    // In parts whose counts fit into a byte, so that compilers count in many bytes side by side.
-    constexpr std::size_t partSize = 128;
-    BreakCounts counts;
-    for (; text.size() >= partSize; text.remove_prefix(partSize)) {
-        unsigned char lineFeeds = 0;
-        unsigned char carriageReturns = 0;
-        for (std::size_t i = 0; i < partSize; ++i) {
-            lineFeeds += static_cast<unsigned char>(text[i] == '\n');
-            carriageReturns += static_cast<unsigned char>(text[i] == '\r');
-        }
-        counts.lineFeeds += lineFeeds;
-        counts.carriageReturns += carriageReturns;
-    }
-    for (const char byte : text) {
-        counts.lineFeeds += byte == '\n' ? 1U : 0U;
-        counts.carriageReturns += byte == '\r' ? 1U : 0U;
-    }
-    return counts;
+constexpr auto positions = [] {
+    std::array<std::uint8_t, scanSize> values{};
+    std::iota(values.begin(), values.end(), std::uint8_t{0});
+    return values;
+}();
+
+bool isLineBreak(char byte) {
+    return byte == '\n' || byte == '\r';
 }
 
-/// Cuts a text at its line breaks, one line after the other.
-class LineSplitter {
-  public:
-    LineSplitter(std::string_view text, const BreakCounts& counts)
-        : text_(text),
-          lineFeed_(counts.lineFeeds > 0 ? text.find('\n') : std::string_view::npos),
-          carriageReturn_(counts.carriageReturns > 0 ? text.find('\r') : std::string_view::npos) {}
-
-    /// The next line; none behind the last one.
-    std::optional<std::string_view> next() {
-        if (begin_ > text_.size()) {
-            return std::nullopt;
-        }
-        // Each kind of break is looked for only when the last one found is used up: a text with
-        // one kind is not searched for the other line after line.
-        if (lineFeed_ < begin_) {
-            lineFeed_ = text_.find('\n', begin_);
-        }
-        if (carriageReturn_ < begin_) {
-            carriageReturn_ = text_.find('\r', begin_);
-        }
-        const std::size_t end = std::min({lineFeed_, carriageReturn_, text_.size()});
-        const std::string_view line = text_.substr(begin_, end - begin_);
-        const bool isPair = end == carriageReturn_ && text_.substr(end + 1).starts_with('\n');
-        begin_ = end + (isPair ? 2 : 1);
-        return line;
+/// The position of the first line break in a block, or more than its size. The loop has no branch,
+/// so compilers compare many bytes at once.
+std::size_t findInBlock(const char* block) {
+    std::uint8_t first = 0xFF;
+    for (std::size_t i = 0; i < scanSize; ++i) {
+        const auto isBreak = static_cast<std::uint8_t>((block[i] == '\n') | (block[i] == '\r'));
+        const auto mask = static_cast<std::uint8_t>(isBreak - 1U);
+        first = std::min(first, static_cast<std::uint8_t>(positions[i] | mask));
     }
-
-  private:
-    std::string_view text_;
-    std::size_t begin_ = 0;
-    std::size_t lineFeed_;
-    std::size_t carriageReturn_;
-};
+    return first;
+}
 
 } // namespace
 
-LineList LineList::of(std::span<const std::string_view> lines) {
-    foundation::TextBuffer text;
-    std::size_t size = 0;
-    for (const std::string_view line : lines) {
-        size += line.size();
+std::size_t findLineBreak(std::string_view text) {
+    std::size_t at = 0;
+    for (; text.size() - at >= scanSize; at += scanSize) {
+        const std::size_t found = findInBlock(text.data() + at);
+        if (found < scanSize) {
+            return at + found;
+        }
     }
-    text.reserve(size);
-    std::vector<std::string_view> copies;
-    copies.reserve(lines.size());
-    for (const std::string_view line : lines) {
-        text.append(line);
-        copies.push_back(text.view().substr(text.size() - line.size()));
+    while (at < text.size() && !isLineBreak(text[at])) {
+        ++at;
     }
-    return {std::move(text), std::move(copies)};
+    return at;
 }
 
-LineList processText(foundation::TextBuffer text, const LineObserver& observer) {
-    std::vector<std::string_view> lines;
-    const BreakCounts counts = countBreaks(text.view());
-    // Enough in any case. Room that pairs leave over is never touched.
-    lines.reserve(counts.lineFeeds + counts.carriageReturns + 1);
-    LineSplitter splitter(text.view(), counts);
-    while (const auto line = splitter.next()) {
-        const std::string_view trimmed = trim(*line);
-        const SanitizedLine sanitized = sanitizeLine(trimmed);
-        if (observer && !trimmed.empty()) {
-            observer(trimmed, sanitized);
-        }
-        lines.push_back(sanitized.text);
-    }
-    return {std::move(text), std::move(lines)};
+std::int64_t LineList::size() const {
+    std::int64_t count = 0;
+    forEachLine(text(), [&count](std::string_view) { ++count; });
+    return count;
 }
 
 } // namespace text

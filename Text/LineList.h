@@ -4,47 +4,50 @@
 #include "Text/LineSanitiser.h"
 
 #include <cstddef>
-#include <functional>
-#include <span>
+#include <cstdint>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 namespace text {
 
-class LineList;
+/// The position of the first line feed or carriage return in a text, or the text's size.
+[[nodiscard]] std::size_t findLineBreak(std::string_view text);
 
-/// Told of each line that is not blank: the trimmed line, and what became of it.
-using LineObserver = std::function<void(std::string_view line, const SanitizedLine& sanitized)>;
+/// Calls `action` with each line of a text, split at each line feed, carriage return, or pair of
+/// the two, blank lines included. A text without a line break is one line.
+template <typename Action>
+void forEachLine(std::string_view text, const Action& action) {
+    while (true) {
+        const std::size_t size = findLineBreak(text);
+        action(text.substr(0, size));
+        if (size == text.size()) {
+            return;
+        }
+        const bool isPair = text[size] == '\r' && text.substr(size + 1).starts_with('\n');
+        text.remove_prefix(size + (isPair ? 2 : 1));
+    }
+}
 
-/// Splits a text in UTF-8 at each line feed, carriage return, or pair of the two, trims each line
-/// and takes its prefixes off (sanitizeLine). One element per line in their order, the blank ones
-/// as empty views; an empty text is one blank line. Memory-safe on any bytes. Throws
-/// std::bad_alloc, and whatever the observer throws.
-[[nodiscard]] LineList processText(foundation::TextBuffer text, const LineObserver& observer = {});
-
-/// A text and the lines that were found in it: nothing is copied, however long the text. The lines
-/// are parts of the text, each behind the one before, so that what they add up to is never more
-/// than the text. Move-only; the lines stay valid while the list, or what it was moved to, lives.
+/// A text as a list of its lines, each trimmed and without list prefixes. Neither copies the text
+/// nor keeps an index: the lines are found whenever the list is read. Move-only.
 class LineList {
   public:
-    /// A list of the given lines as they are, which are copied. Throws std::bad_alloc.
-    [[nodiscard]] static LineList of(std::span<const std::string_view> lines);
+    explicit LineList(foundation::TextBuffer text) : text_(std::move(text)) {}
 
     [[nodiscard]] std::string_view text() const { return text_.view(); }
 
-    [[nodiscard]] std::span<const std::string_view> lines() const { return lines_; }
+    /// The number of lines, blank ones included.
+    [[nodiscard]] std::int64_t size() const;
 
-    [[nodiscard]] std::size_t size() const { return lines_.size(); }
+    /// Calls `action` with each line in order, blank ones included. Each is a part of text().
+    template <typename Action>
+    void forEach(const Action& action) const {
+        forEachLine(text(),
+                    [&action](std::string_view line) { action(sanitizeLine(trim(line)).text); });
+    }
 
   private:
-    friend LineList processText(foundation::TextBuffer text, const LineObserver& observer);
-
-    LineList(foundation::TextBuffer text, std::vector<std::string_view> lines)
-        : text_(std::move(text)), lines_(std::move(lines)) {}
-
     foundation::TextBuffer text_;
-    std::vector<std::string_view> lines_;
 };
 
 } // namespace text

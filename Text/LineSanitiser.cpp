@@ -1,22 +1,48 @@
 #include "Text/LineSanitiser.h"
 
+#include "Foundation/Utf8.h"
 #include "Text/CharacterClasses.h"
-#include "Text/Trim.h"
-#include "Text/Utf8.h"
+
+#include <cstdint>
 
 namespace text {
 
 namespace {
 
-struct NumericPrefix {
-    std::size_t pattern;
-    std::string_view rest;
-};
+using foundation::DecodedCharacter;
+using foundation::decodeFirst;
 
-bool isBullet(char32_t character) {
+/// The kinds of character that the patterns distinguish. A dash is one that is no bullet.
+enum class Kind : std::uint8_t { other, whiteSpace, hyphen, bullet, digit, fullStop, colon, dash };
+
+/// What has been read of a line's prefixes so far. At `end` the text of the item begins, or a
+/// number turns out to be none.
+enum class State : std::uint8_t { start, bullet, digits, spacedDigits, mark, number, end };
+
+/// The next state for each state but `end` and each kind of character.
+constexpr auto nextStates = [] {
+    using enum State;
+    using Row = std::array<State, 8>;
+    return std::array<Row, 6>{
+        // other, white space, hyphen, bullet, digit, full stop, colon, dash
+        Row{end, end, bullet, bullet, digits, end, end, end},        // start
+        Row{end, bullet, end, end, digits, end, end, end},           // bullet
+        Row{end, spacedDigits, mark, end, digits, mark, mark, mark}, // digits
+        Row{end, spacedDigits, mark, end, end, end, end, mark},      // spacedDigits
+        Row{end, number, end, end, end, end, end, end},              // mark
+        Row{end, number, end, end, end, end, end, end},              // number
+    };
+}();
+
+State nextState(State state, Kind kind) {
+    return nextStates[static_cast<std::size_t>(state)][static_cast<std::size_t>(kind)];
+}
+
+constexpr Kind kindOf(char32_t character) {
     switch (character) {
-    case U'•':
     case U'-':
+        return Kind::hyphen;
+    case U'•':
     case U'*':
     case U'·':
     case U'+':
@@ -25,79 +51,101 @@ bool isBullet(char32_t character) {
     case U'‣':
     case U'⁌':
     case U'⁍':
-        return true;
-    default:
-        return false;
-    }
-}
-
-std::string_view skipDigits(std::string_view line) {
-    while (!line.empty()) {
-        const DecodedCharacter first = decodeFirst(line);
-        if (!isDecimalDigit(first.codePoint)) {
-            break;
-        }
-        line.remove_prefix(first.length);
-    }
-    return line;
-}
-
-/// The index of the pattern that the mark behind a number belongs to. Only a dash may stand apart
-/// from the number.
-std::optional<std::size_t> patternOfMark(char32_t mark, bool standsApart) {
-    switch (mark) {
+        return Kind::bullet;
     case U'.':
-        return standsApart ? std::nullopt : std::optional<std::size_t>(0);
-    case U'-':
+        return Kind::fullStop;
+    case U':':
+        return Kind::colon;
     case U'–':
     case U'—':
-        return 1;
-    case U':':
-        return standsApart ? std::nullopt : std::optional<std::size_t>(2);
+        return Kind::dash;
     default:
-        return std::nullopt;
+        return isWhiteSpace(character)     ? Kind::whiteSpace
+               : isDecimalDigit(character) ? Kind::digit
+                                           : Kind::other;
     }
 }
 
-/// Digits, white space and marks have no character in common, so each run ends in one place only
-/// and at most one of the patterns can match.
-std::optional<NumericPrefix> matchNumericPrefix(std::string_view line) {
-    const std::string_view behindDigits = skipDigits(line);
-    if (behindDigits.size() == line.size()) {
-        return std::nullopt;
+constexpr auto asciiKinds = [] {
+    std::array<Kind, 0x80> kinds{};
+    for (char32_t character = 0; character < kinds.size(); ++character) {
+        kinds[character] = kindOf(character);
     }
-    const std::string_view fromMark = trimStart(behindDigits);
-    if (fromMark.empty()) {
-        return std::nullopt;
+    return kinds;
+}();
+
+/// Nearly every line begins and ends in one of these.
+bool isGraphicAscii(char byte) {
+    return byte > ' ' && byte < '\x7F';
+}
+
+std::string_view trimStart(std::string_view text) {
+    while (!text.empty() && !isGraphicAscii(text.front())) {
+        const DecodedCharacter first = decodeFirst(text);
+        if (!isWhiteSpace(first.codePoint)) {
+            break;
+        }
+        text.remove_prefix(first.length);
     }
-    const DecodedCharacter mark = decodeFirst(fromMark);
-    const auto pattern = patternOfMark(mark.codePoint, fromMark.size() != behindDigits.size());
-    if (!pattern) {
-        return std::nullopt;
+    return text;
+}
+
+std::string_view trimEnd(std::string_view text) {
+    const auto isContinuation = [](char byte) {
+        return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+    };
+    while (!text.empty() && !isGraphicAscii(text.back())) {
+        std::size_t length = 1;
+        while (length < 4 && length < text.size() && isContinuation(text[text.size() - length])) {
+            ++length;
+        }
+        const DecodedCharacter last = decodeFirst(text.substr(text.size() - length));
+        if (last.length != length || !isWhiteSpace(last.codePoint)) {
+            break;
+        }
+        text.remove_suffix(length);
     }
-    const std::string_view behindMark = fromMark.substr(mark.length);
-    const std::string_view rest = trimStart(behindMark);
-    if (rest.size() == behindMark.size()) {
-        return std::nullopt;
-    }
-    return NumericPrefix{.pattern = *pattern, .rest = rest};
+    return text;
 }
 
 } // namespace
 
+std::string_view trim(std::string_view text) {
+    return trimEnd(trimStart(text));
+}
+
 SanitizedLine sanitizeLine(std::string_view line) {
     SanitizedLine result{.text = line};
-    if (line.empty()) {
-        return result;
+    State state = State::start;
+    Kind mark = Kind::other;
+    std::string_view rest = line;
+    while (!rest.empty()) {
+        Kind kind = Kind::other;
+        std::size_t length = 1;
+        if (const auto byte = static_cast<unsigned char>(rest.front()); byte < asciiKinds.size()) {
+            kind = asciiKinds[byte];
+        } else {
+            const DecodedCharacter first = decodeFirst(rest);
+            kind = kindOf(first.codePoint);
+            length = first.length;
+        }
+        const State next = nextState(state, kind);
+        if (next == State::end) {
+            break;
+        }
+        state = next;
+        rest.remove_prefix(length);
+        mark = state == State::mark ? kind : mark;
+        result.hadBullet |= state == State::bullet;
+        result.text = state == State::bullet ? rest : result.text;
     }
-    const DecodedCharacter first = decodeFirst(line);
-    if (isBullet(first.codePoint)) {
-        result.hadBullet = true;
-        result.text = trim(line.substr(first.length));
+    // Removing a bullet trims the line, so white space at its end does not complete a number.
+    if (state == State::number && !(result.hadBullet && rest.empty())) {
+        result.numericPattern = mark == Kind::fullStop ? 0 : mark == Kind::colon ? 2 : 1;
+        result.text = rest;
     }
-    if (const auto number = matchNumericPrefix(result.text)) {
-        result.numericPattern = number->pattern;
-        result.text = trim(number->rest);
+    if (result.text.size() != line.size()) {
+        result.text = trimEnd(result.text);
     }
     return result;
 }

@@ -7,8 +7,8 @@
 
 namespace text {
 
-/// The prefixes of list items, as regular expressions in ICU syntax. They are the definition of
-/// what sanitizeLine() removes, which recognises the same without an expression engine.
+/// The prefixes of list items, as regular expressions in ICU syntax. They define what
+/// sanitizeLine() removes; it recognises the same without an expression engine.
 inline constexpr std::string_view bulletPrefixPattern = R"(^[•\-*·+→⁃‣⁌⁍]\s*)";
 inline constexpr std::array<std::string_view, 3> numericPrefixPatterns{
     R"(^\d+\.\s+)", R"(^\d+\s*[-–—]\s+)", R"(^\d+\:\s+)"};
@@ -21,9 +21,12 @@ struct SanitizedLine {
     std::optional<std::size_t> numericPattern = std::nullopt;
 };
 
-/// Takes at most one bullet and then at most one number off the start of a line in UTF-8 that is
-/// trimmed and not empty. What is left is trimmed again and may be empty. Bytes that are no UTF-8
-/// are neither bullets, digits nor white space.
+/// The text without the white space at both ends.
+[[nodiscard]] std::string_view trim(std::string_view text);
+
+/// Removes at most one bullet and then at most one number from the start of a trimmed line in
+/// UTF-8. What is left is trimmed again and may be empty. Ill-formed sequences are neither bullets,
+/// digits nor white space.
 [[nodiscard]] SanitizedLine sanitizeLine(std::string_view line);
 
 } // namespace text

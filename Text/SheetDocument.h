@@ -1,13 +1,25 @@
 #pragma once
 
-#include "Text/ConversionPayload.h"
+#include "Foundation/TextBuffer.h"
 #include "Text/LineList.h"
+
+#include <cstdint>
+#include <string_view>
 
 namespace text {
 
+/// The result of a conversion, in UTF-8.
+struct ConversionPayload {
+    /// The document that a spreadsheet puts on the clipboard for one column of cells.
+    foundation::TextBuffer html;
+    /// The cells' lines with a line feed between neighbours.
+    foundation::TextBuffer plainText;
+    /// The number of cells, each of which becomes a sticky note.
+    std::int64_t stickyCount = 0;
+};
+
 /// Builds the document of one column with a row for each line that is not blank, and its plain
-/// text. Lines are in UTF-8 and stand in the payload as they are, markup escaped; a line is blank
-/// when trimming leaves nothing of it. Memory-safe on any bytes. Throws std::bad_alloc.
+/// text. Any bytes are safe; the markup among them is escaped. Throws std::bad_alloc.
 [[nodiscard]] ConversionPayload makeSheetDocument(const LineList& lines);
 
 } // namespace text

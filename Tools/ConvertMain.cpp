@@ -79,7 +79,7 @@ ExitCode convert(ConvertMode mode) {
         return failure;
     }
     const text::ConversionPayload payload =
-        text::makeSheetDocument(text::processText(foundation::repairUtf8(std::move(input))));
+        text::makeSheetDocument(text::LineList(foundation::repairUtf8(std::move(input))));
     switch (mode) {
     case ConvertMode::plainText:
         return writeOutput(payload.plainText.view());

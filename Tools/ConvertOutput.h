@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Text/ConversionPayload.h"
+#include "Text/SheetDocument.h"
 
 #include <string>
 #include <system_error>

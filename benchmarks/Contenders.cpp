@@ -69,7 +69,7 @@ struct Conversion {
 };
 
 Conversion convert(TextBuffer text) {
-    text::LineList lines = text::processText(std::move(text));
+    text::LineList lines(std::move(text));
     text::ConversionPayload payload = text::makeSheetDocument(lines);
     return {.lines = std::move(lines), .payload = std::move(payload)};
 }

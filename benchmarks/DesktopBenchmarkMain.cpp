@@ -194,7 +194,7 @@ struct Document {
 Document makeDocument(std::size_t lineCount) {
     std::string text = shortLines(lineCount);
     const text::ConversionPayload payload =
-        text::makeSheetDocument(text::processText(foundation::TextBuffer(text)));
+        text::makeSheetDocument(text::LineList(foundation::TextBuffer(text)));
     return {.text = std::move(text), .html = std::string(payload.html.view())};
 }
 

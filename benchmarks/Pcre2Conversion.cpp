@@ -2,7 +2,6 @@
 
 #include "Text/LineSanitiser.h"
 #include "Text/SheetFragments.h"
-#include "Text/Trim.h"
 
 #include <algorithm>
 #include <array>

@@ -7,7 +7,6 @@
 #include "Text/HtmlEscape.h"
 #include "Text/LineList.h"
 #include "Text/SheetDocument.h"
-#include "Text/Trim.h"
 #include "tests/Reference/ReferenceConversion.h"
 
 #include <array>
@@ -50,9 +49,11 @@ std::string listed(const std::vector<std::string>& lines) {
 } // namespace
 
 Conversion convertFast(std::string_view text) {
-    const text::LineList lines = text::processText(TextBuffer(text));
-    const text::ConversionPayload payload = text::makeSheetDocument(lines);
-    return {.lines = {lines.lines().begin(), lines.lines().end()},
+    const text::LineList list{TextBuffer(text)};
+    const text::ConversionPayload payload = text::makeSheetDocument(list);
+    std::vector<std::string> lines;
+    list.forEach([&lines](std::string_view line) { lines.emplace_back(line); });
+    return {.lines = std::move(lines),
             .html = std::string(payload.html.view()),
             .plainText = std::string(payload.plainText.view()),
             .stickyCount = payload.stickyCount};

@@ -27,6 +27,12 @@ using testing::IsEmpty;
 using testing::Pair;
 using testing::UnorderedElementsAre;
 
+std::vector<std::string> linesOf(const text::LineList& list) {
+    std::vector<std::string> lines;
+    list.forEach([&lines](std::string_view line) { lines.emplace_back(line); });
+    return lines;
+}
+
 class ClipboardManagerTests : public testing::Test {
   protected:
     /// Reads, generates and writes, as a press of the hot key does.
@@ -54,11 +60,11 @@ TEST_F(ClipboardManagerTests, ReadsThePlainTextAsCleanedLines) {
     pasteboard_.copyElsewhere("- milk\r\n\r\n2. eggs");
     const auto lines = manager_.readClipboard();
     ASSERT_TRUE(lines.has_value());
-    EXPECT_THAT(lines->lines(), ElementsAre("milk", "", "eggs"));
+    EXPECT_THAT(linesOf(*lines), ElementsAre("milk", "", "eggs"));
     EXPECT_THAT(pasteboard_.calls(), ElementsAre("get string"));
 }
 
-TEST_F(ClipboardManagerTests, ReadsNothingFromAnImageAndLeavesItThere) {
+TEST_F(ClipboardManagerTests, ReadsNothingFromAnImageAndKeepsIt) {
     pasteboard_.copyImageElsewhere();
     EXPECT_FALSE(manager_.readClipboard().has_value());
     EXPECT_TRUE(pasteboard_.holdsImage());
@@ -75,11 +81,11 @@ TEST_F(ClipboardManagerTests, ReadsNothingFromAnEmptyClipboard) {
         ElementsAre("debug: Reading from clipboard...", "error: No text found in clipboard"));
 }
 
-TEST_F(ClipboardManagerTests, TakesAnEmptyTextForOneBlankLine) {
+TEST_F(ClipboardManagerTests, TreatsAnEmptyTextAsOneBlankLine) {
     pasteboard_.copyElsewhere("");
     const auto lines = manager_.readClipboard();
     ASSERT_TRUE(lines.has_value());
-    EXPECT_THAT(lines->lines(), ElementsAre(""));
+    EXPECT_THAT(linesOf(*lines), ElementsAre(""));
     EXPECT_EQ(manager_.generateHTML(*lines).stickyCount, 0);
 }
 
@@ -99,7 +105,7 @@ TEST_F(ClipboardManagerTests, ConvertsTwoLineFeedsToATableWithoutRows) {
                             "debug: Successfully wrote to clipboard"));
 }
 
-TEST_F(ClipboardManagerTests, TellsTheLogAboutEveryStepInOrder) {
+TEST_F(ClipboardManagerTests, LogsEveryStepInOrder) {
     pasteboard_.copyElsewhere("Plan\n\n \u2022 1. Buy milk \n2 - eggs\n* caf\u00E9\r\n3: Call");
     EXPECT_EQ(convertClipboard(), 5);
     EXPECT_EQ(pasted(PasteboardType::string), "Plan\nBuy milk\neggs\ncaf\u00E9\nCall");
@@ -133,7 +139,7 @@ TEST_F(ClipboardManagerTests, CountsCharactersAsAUserSeesThem) {
                             "debug: Successfully wrote to clipboard"));
 }
 
-TEST_F(ClipboardManagerTests, HidesLinesFromWhoeverReadsTheLog) {
+TEST_F(ClipboardManagerTests, LogsLinesAsPrivateValues) {
     static_cast<void>(manager_.processText(TextBuffer("- 1. my secret")));
     ASSERT_EQ(sink_.entries().size(), 4U);
     EXPECT_EQ(sink_.entries()[1].format, "Removing symbol bullet prefix from line: %s");
@@ -173,7 +179,7 @@ TEST_F(ClipboardManagerTests, StillReportsFailuresWhenDebugMessagesAreOff) {
     EXPECT_THAT(sink_.messages(), ElementsAre("error: No text found in clipboard"));
 }
 
-TEST_F(ClipboardManagerTests, SanitizesALineAndSaysWhatItRemovedFromWhichLine) {
+TEST_F(ClipboardManagerTests, LogsWhatItRemovesFromWhichLine) {
     EXPECT_EQ(manager_.sanitizeLine("\u2022 1. Buy milk"), "Buy milk");
     EXPECT_EQ(manager_.sanitizeLine("plain"), "plain");
     EXPECT_THAT(
@@ -183,11 +189,10 @@ TEST_F(ClipboardManagerTests, SanitizesALineAndSaysWhatItRemovedFromWhichLine) {
                     "\u2022 1. Buy milk"));
 }
 
-TEST_F(ClipboardManagerTests, GeneratesFromAnyListOfLines) {
-    const std::vector<std::string_view> given{"", " kept as it is ", "\u2003", "- b"};
-    const text::LineList lines = text::LineList::of(given);
-    const ConversionPayload payload = manager_.generateHTML(lines);
-    EXPECT_EQ(payload.plainText.view(), " kept as it is \n- b");
+TEST_F(ClipboardManagerTests, GeneratesAPayloadFromTheLinesThatAreNotBlank) {
+    const ConversionPayload payload =
+        manager_.generateHTML(text::LineList(TextBuffer("\n a \n\u2003\n- b")));
+    EXPECT_EQ(payload.plainText.view(), "a\nb");
     EXPECT_EQ(payload.stickyCount, 2);
     EXPECT_THAT(sink_.messages(),
                 ElementsAre("debug: Generating Miro-compatible HTML from raw lines: 4",
@@ -199,7 +204,7 @@ TEST_F(ClipboardManagerTests, EscapesText) {
     EXPECT_EQ(ClipboardManager::escapeHTML("Tom & Jerry <3").view(), "Tom &amp; Jerry &lt;3");
 }
 
-TEST_F(ClipboardManagerTests, WritesThePlainTextBeforeTheHtmlAfterOneClearing) {
+TEST_F(ClipboardManagerTests, ClearsOnceThenWritesThePlainTextBeforeTheHtml) {
     pasteboard_.copyElsewhere("old");
     EXPECT_TRUE(manager_.writeToClipboard(TextBuffer("<b>"), TextBuffer("b")));
     EXPECT_THAT(pasteboard_.calls(), ElementsAre("clear", "set string", "set html"));
@@ -219,7 +224,7 @@ TEST_F(ClipboardManagerTests, NeverSetsTheHtmlWhenThePlainTextIsRefused) {
                             "error: Failed to write to clipboard"));
 }
 
-TEST_F(ClipboardManagerTests, LeavesThePlainTextThereWhenTheHtmlIsRefused) {
+TEST_F(ClipboardManagerTests, KeepsThePlainTextWhenTheHtmlIsRefused) {
     pasteboard_.copyElsewhere("old");
     pasteboard_.refuse(PasteboardType::html);
     EXPECT_FALSE(manager_.writeToClipboard(TextBuffer("<b>"), TextBuffer("b")));
@@ -230,7 +235,7 @@ TEST_F(ClipboardManagerTests, LeavesThePlainTextThereWhenTheHtmlIsRefused) {
                             "error: Failed to write to clipboard"));
 }
 
-TEST_F(ClipboardManagerTests, WritesTheSameAgainFromItsOwnPlainText) {
+TEST_F(ClipboardManagerTests, ConvertsItsOwnPlainTextToTheSamePayload) {
     pasteboard_.copyElsewhere("- a\n2. b & c");
     EXPECT_EQ(convertClipboard(), 2);
     const auto first = pasteboard_.contents();

@@ -7,23 +7,30 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace {
 
 using text::ConversionPayload;
 namespace fragment = text::sheet_fragment;
 
-ConversionPayload document(const std::vector<std::string_view>& lines) {
-    return text::makeSheetDocument(text::LineList::of(lines));
+ConversionPayload document(std::string_view text) {
+    return text::makeSheetDocument(text::LineList(foundation::TextBuffer(text)));
 }
 
-std::string html(const std::vector<std::string_view>& lines) {
-    return std::string(document(lines).html.view());
+std::string html(std::string_view text) {
+    return std::string(document(text).html.view());
 }
 
-std::string plainText(const std::vector<std::string_view>& lines) {
-    return std::string(document(lines).plainText.view());
+std::string plainText(std::string_view text) {
+    return std::string(document(text).plainText.view());
+}
+
+void expectSameAsReference(std::string_view text) {
+    const ConversionPayload payload = document(text);
+    const reference::Payload expected = reference::convert(std::string(text));
+    EXPECT_TRUE(payload.html.view() == expected.html);
+    EXPECT_TRUE(payload.plainText.view() == expected.plainText);
+    EXPECT_EQ(payload.stickyCount, expected.stickyCount);
 }
 
 constexpr std::string_view documentOfBuyMilk =
@@ -97,7 +104,7 @@ TEST(SheetDocumentTests, HasFragmentsOfKnownSizes) {
 }
 
 TEST(SheetDocumentTests, WritesTheWholeDocumentForOneLine) {
-    const ConversionPayload payload = document({"Buy milk"});
+    const ConversionPayload payload = document("Buy milk");
     EXPECT_EQ(payload.html.view(), documentOfBuyMilk);
     EXPECT_EQ(std::ranges::count(payload.html.view(), '\n'), 53);
     EXPECT_EQ(payload.plainText.view(), "Buy milk");
@@ -105,7 +112,7 @@ TEST(SheetDocumentTests, WritesTheWholeDocumentForOneLine) {
 }
 
 TEST(SheetDocumentTests, WritesATableWithoutRowsForNoLines) {
-    const ConversionPayload payload = document({});
+    const ConversionPayload payload = document("");
     const std::string expected =
         std::string(fragment::head) + std::string(fragment::tableEndAndGridDataOpening) +
         std::string(fragment::gridJsonStart) + "0" + std::string(fragment::gridJsonEnd) +
@@ -118,73 +125,70 @@ TEST(SheetDocumentTests, WritesATableWithoutRowsForNoLines) {
     EXPECT_EQ(payload.stickyCount, 0);
 }
 
-TEST(SheetDocumentTests, TakesBlankLinesForNone) {
-    const ConversionPayload payload = document({"", " ", "\t\u3000\n"});
-    EXPECT_EQ(payload.html.view(), document({}).html.view());
-    EXPECT_EQ(payload.stickyCount, 0);
-}
-
-TEST(SheetDocumentTests, DropsBlankLinesAndKeepsTheOthersAsTheyAre) {
-    const ConversionPayload payload = document({"", " a ", "\u00A0", "b", ""});
-    EXPECT_EQ(payload.plainText.view(), " a \nb");
+TEST(SheetDocumentTests, DropsBlankLines) {
+    const ConversionPayload payload = document("\n a \n\u00A0\n- \nb\n");
+    EXPECT_EQ(payload.plainText.view(), "a\nb");
     EXPECT_EQ(payload.stickyCount, 2);
-    EXPECT_EQ(payload.html.view(), html({" a ", "b"}));
+    EXPECT_EQ(payload.html.view(), html("a\nb"));
+    EXPECT_EQ(html("\n \n\t\u3000\r"), html(""));
 }
 
 TEST(SheetDocumentTests, SeparatesRowsBySingleLineFeeds) {
     const std::string row = std::string(fragment::rowStart) + "x" + std::string(fragment::rowEnd);
-    const std::string text = html({"x", "x", "x"});
+    const std::string text = html("x\nx\nx");
     EXPECT_NE(text.find(std::string(fragment::head) + row + "\n" + row + "\n" + row + "\n</table>"),
               std::string::npos);
     EXPECT_NE(text.find("\"rowCount\": 3,"), std::string::npos);
     EXPECT_NE(text.find("\"grid_text\": 3\n"), std::string::npos);
     EXPECT_NE(text.find("\"rows_count\": 3,"), std::string::npos);
-    EXPECT_EQ(plainText({"x", "x", "x"}), "x\nx\nx");
+    EXPECT_EQ(plainText("x\nx\nx"), "x\nx\nx");
 }
 
 TEST(SheetDocumentTests, EscapesMarkupInCellsAndNotInThePlainText) {
     constexpr std::string_view line = "Tom & Jerry <3 \"quotes\" 'x'";
-    EXPECT_NE(html({line}).find(">Tom &amp; Jerry &lt;3 &quot;quotes&quot; &#39;x&#39;</td>"),
+    EXPECT_NE(html(line).find(">Tom &amp; Jerry &lt;3 &quot;quotes&quot; &#39;x&#39;</td>"),
               std::string::npos);
-    EXPECT_EQ(plainText({line}), line);
+    EXPECT_EQ(plainText(line), line);
 }
 
-TEST(SheetDocumentTests, EscapesAnEntityLikeAnyText) {
-    EXPECT_NE(html({"&amp;"}).find(">&amp;amp;</td>"), std::string::npos);
+TEST(SheetDocumentTests, EscapesTheAmpersandOfAnEntity) {
+    EXPECT_NE(html("&amp;").find(">&amp;amp;</td>"), std::string::npos);
 }
 
 TEST(SheetDocumentTests, WritesTheCountWithoutGrouping) {
-    const std::vector<std::string_view> lines(12'345, "x");
-    EXPECT_NE(html(lines).find("\"rowCount\": 12345,"), std::string::npos);
+    std::string text;
+    for (int i = 0; i < 12'345; ++i) {
+        text += "x\n";
+    }
+    EXPECT_NE(html(text).find("\"rowCount\": 12345,"), std::string::npos);
 }
 
 TEST(SheetDocumentTests, AgreesWithTheReferenceOnLinesOfEveryLength) {
-    std::vector<std::string> lines;
+    std::string text;
     for (std::size_t length = 0; length < 200; ++length) {
-        lines.emplace_back(length, 'x');
-        lines.emplace_back(length, '"');
-        lines.push_back(std::string(length, 'y') + "'");
-        lines.push_back("<" + std::string(length, ' '));
+        text += std::string(length, 'x') + "\n" + std::string(length, '"') + "\r\n";
+        text += std::string(length, 'y') + "'\r<" + std::string(length, ' ') + "\n";
     }
-    const ConversionPayload payload = document({lines.begin(), lines.end()});
-    const reference::Payload expected = reference::generateHTML(lines);
-    EXPECT_EQ(payload.html.view(), expected.html);
-    EXPECT_EQ(payload.plainText.view(), expected.plainText);
-    EXPECT_EQ(payload.stickyCount, expected.stickyCount);
+    expectSameAsReference(text);
 }
 
-TEST(SheetDocumentTests, HasRoomForCellsThatAreAllMarkup) {
-    const std::vector<std::string> lines(500, std::string(5000, '"'));
-    const ConversionPayload payload = document({lines.begin(), lines.end()});
-    const reference::Payload expected = reference::generateHTML(lines);
-    EXPECT_TRUE(payload.html.view() == expected.html);
-    EXPECT_TRUE(payload.plainText.view() == expected.plainText);
+TEST(SheetDocumentTests, GrowsForManyShortLinesAndForCellsOfNothingButMarkup) {
+    std::string shortLines;
+    for (int i = 0; i < 20'000; ++i) {
+        shortLines += "x\n";
+    }
+    expectSameAsReference(shortLines);
+    std::string markup;
+    for (int i = 0; i < 500; ++i) {
+        markup += std::string(5000, '"') + "\n";
+    }
+    expectSameAsReference(markup);
 }
 
-TEST(SheetDocumentTests, CopiesZeroBytesAndBrokenOnesAsTheyAre) {
+TEST(SheetDocumentTests, KeepsZeroBytesAndIllFormedOnes) {
     const std::string_view line("a\0\xFF\xE2\x80", 5);
-    EXPECT_EQ(plainText({line}), line);
-    EXPECT_NE(html({line}).find(">" + std::string(line) + "</td>"), std::string::npos);
+    EXPECT_EQ(plainText(line), line);
+    EXPECT_NE(html(line).find(">" + std::string(line) + "</td>"), std::string::npos);
 }
 
 } // namespace

@@ -1,26 +1,27 @@
-#include "Text/Trim.h"
+#include "Text/CharacterClasses.h"
+#include "Text/LineSanitiser.h"
 
 #include <gtest/gtest.h>
+#include <unicode/unistr.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace {
 
 using text::trim;
-using text::trimStart;
 
 constexpr std::string_view allWhiteSpace =
     "\t\n\v\f\r \u0085\u00A0\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2007\u2008\u2009"
     "\u200A\u2028\u2029\u202F\u205F\u3000";
 
-TEST(TrimTests, TakesEveryWhiteSpaceCharacterOffBothEnds) {
+TEST(TrimTests, RemovesEveryWhiteSpaceCharacterFromBothEnds) {
     const std::string around(allWhiteSpace);
     EXPECT_EQ(trim(around + "milk" + around), "milk");
-    EXPECT_EQ(trimStart(around + "milk "), "milk ");
 }
 
-TEST(TrimTests, LeavesNothingOfWhiteSpaceAlone) {
+TEST(TrimTests, LeavesNothingOfATextOfWhiteSpace) {
     EXPECT_EQ(trim(allWhiteSpace), "");
     EXPECT_EQ(trim(""), "");
 }
@@ -29,7 +30,7 @@ TEST(TrimTests, KeepsInnerWhiteSpace) {
     EXPECT_EQ(trim(" a \t\u3000 b "), "a \t\u3000 b");
 }
 
-TEST(TrimTests, KeepsWhatOnlyLooksLikeWhiteSpace) {
+TEST(TrimTests, KeepsCharactersThatAreNotWhiteSpace) {
     for (const std::string_view text : {"\u200Ba\u200B",
                                         "\uFEFFa\uFEFF",
                                         "\u180Ea\u180E",
@@ -47,6 +48,26 @@ TEST(TrimTests, KeepsWhatOnlyLooksLikeWhiteSpace) {
 
 TEST(TrimTests, KeepsZeroBytes) {
     EXPECT_EQ(trim(std::string_view(" \0 ", 3)), std::string_view("\0", 1));
+}
+
+TEST(TrimTests, RemovesExactlyTheWhiteSpaceAmongAllCharacters) {
+    for (char32_t codePoint = 0; codePoint <= 0x10FFFF; ++codePoint) {
+        if (codePoint >= 0xD800 && codePoint <= 0xDFFF) {
+            continue;
+        }
+        std::string character;
+        icu::UnicodeString(static_cast<UChar32>(codePoint)).toUTF8String(character);
+        const std::string text = character + "x" + character;
+        ASSERT_EQ(trim(text), text::isWhiteSpace(codePoint) ? "x" : text)
+            << std::uint32_t{codePoint};
+    }
+}
+
+TEST(TrimTests, KeepsIllFormedBytesBeforeWhiteSpace) {
+    for (const std::string_view bytes :
+         {"\x80", "a\x80", "\xC3", "a\xE2\x82", "\x80\x80\x80\x80\x80", "\xC2\xA0\xA0"}) {
+        EXPECT_EQ(trim("x" + std::string(bytes) + "\u2003 "), "x" + std::string(bytes));
+    }
 }
 
 TEST(TrimTests, ReturnsAPartOfTheTextItIsGiven) {
