@@ -1,13 +1,25 @@
 #include "Platform/Linux/ProcessSetup.h"
 
+#include "Foundation/TextBuffer.h"
+
 #include <fcntl.h>
 #include <malloc.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <cstddef>
+#include <cstdint>
 #include <initializer_list>
 
 namespace platform {
+
+void adviseHugePages(char* block, std::size_t size) {
+    const auto pageSize = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
+    // The first page is the block's, too: it holds the allocator's header of a few bytes.
+    const std::size_t offset = reinterpret_cast<std::uintptr_t>(block) % pageSize;
+    static_cast<void>(madvise(block - offset, size + offset, MADV_HUGEPAGE));
+}
 
 void prepareProcess() {
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
@@ -22,6 +34,7 @@ void prepareProcess() {
     // A fixed threshold: by default, freeing a large text raises it, and the heap keeps the memory.
     constexpr int largeTextSize = 256 * 1024;
     static_cast<void>(mallopt(M_MMAP_THRESHOLD, largeTextSize));
+    foundation::TextBuffer::setLargeBlockHook(adviseHugePages);
 }
 
 } // namespace platform

@@ -8,18 +8,19 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace {
 
 using foundation::TextBuffer;
 
-TEST(TextBufferTests, IsEmptyAtFirst) {
+TEST(TextBufferTests, StartsEmpty) {
     const TextBuffer buffer;
     EXPECT_TRUE(buffer.empty());
     EXPECT_EQ(buffer.view(), "");
 }
 
-TEST(TextBufferTests, HoldsACopyOfTheTextItIsMadeFrom) {
+TEST(TextBufferTests, CopiesTheTextItIsConstructedFrom) {
     std::string text = "milk";
     const TextBuffer buffer{std::string_view(text)};
     text[0] = 's';
@@ -42,13 +43,13 @@ TEST(TextBufferTests, AppendsAcrossGrowth) {
     EXPECT_EQ(buffer.view(), expected);
 }
 
-TEST(TextBufferTests, LendsRoomForTheCallerToFill) {
+TEST(TextBufferTests, AppendsUninitialisedBytesForTheCallerToFill) {
     TextBuffer buffer("ab");
     std::memcpy(buffer.appendUninitialised(2), "cd", 2);
     EXPECT_EQ(buffer.view(), "abcd");
 }
 
-TEST(TextBufferTests, DoesNotMoveItsBytesWhileTheReservedRoomLasts) {
+TEST(TextBufferTests, KeepsTheAddressOfItsBytesWithinTheReservedCapacity) {
     TextBuffer buffer;
     buffer.reserve(1000);
     buffer.append("first");
@@ -57,7 +58,7 @@ TEST(TextBufferTests, DoesNotMoveItsBytesWhileTheReservedRoomLasts) {
     EXPECT_EQ(buffer.view().data(), before);
 }
 
-TEST(TextBufferTests, KeepsTheAddressOfItsBytesWhenMovedAndLeavesAnEmptyTextBehind) {
+TEST(TextBufferTests, KeepsTheAddressOfItsBytesWhenMovedAndLeavesAnEmptyBuffer) {
     TextBuffer from("x");
     const char* address = from.view().data();
     const TextBuffer to = std::move(from);
@@ -70,18 +71,35 @@ TEST(TextBufferTests, KeepsTheAddressOfItsBytesWhenMovedAndLeavesAnEmptyTextBehi
     // NOLINTEND(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
 }
 
-TEST(TextBufferTests, ShortensButNeverLengthensByTruncation) {
+TEST(TextBufferTests, TruncatesButNeverExtends) {
     TextBuffer buffer("milk");
     buffer.truncate(1);
     EXPECT_EQ(buffer.view(), "m");
     EXPECT_DEATH(buffer.truncate(2), "Fatal error: TextBuffer::truncate cannot lengthen a text");
 }
 
-TEST(TextBufferTests, ThrowsAndStaysAsItWasWhenMemoryRunsOut) {
+TEST(TextBufferTests, ThrowsAndStaysUnchangedWhenMemoryRunsOut) {
     TextBuffer buffer("milk");
     const std::size_t tooMuch = std::numeric_limits<std::size_t>::max() - 8;
     EXPECT_THROW(static_cast<void>(buffer.appendUninitialised(tooMuch)), std::bad_alloc);
     EXPECT_EQ(buffer.view(), "milk");
+}
+
+TEST(TextBufferTests, AnnouncesEachLargeBlockBeforeItIsWrittenTo) {
+    static std::vector<std::pair<char*, std::size_t>> blocks;
+    TextBuffer::setLargeBlockHook(
+        [](char* block, std::size_t size) { blocks.emplace_back(block, size); });
+    TextBuffer buffer;
+    buffer.reserve(TextBuffer::largeBlockSize - 1);
+    EXPECT_TRUE(blocks.empty());
+    buffer.reserve(TextBuffer::largeBlockSize);
+    const char* const first = buffer.appendUninitialised(1);
+    ASSERT_EQ(blocks.size(), 1U);
+    EXPECT_EQ(blocks[0].first, first);
+    EXPECT_EQ(blocks[0].second, TextBuffer::largeBlockSize);
+    TextBuffer::setLargeBlockHook(nullptr);
+    const TextBuffer other(std::string(TextBuffer::largeBlockSize, 'x'));
+    EXPECT_EQ(blocks.size(), 1U);
 }
 
 } // namespace
