@@ -266,6 +266,9 @@ PlatformOrNot makePlatform(int& argc, char** argv) {
     }
     const auto& choice = std::get<Choice>(chosen);
     setenv("QT_QPA_PLATFORM", choice.qtPlugin.c_str(), 1);
+    // Otherwise newer versions of Qt ask the desktop portal for a colour picker, and wait for the
+    // session bus.
+    setenv("QT_NO_XDG_DESKTOP_PORTAL", "1", 1);
 
     auto process = std::make_unique<DesktopProcess>(argc, argv);
     switch (process->instance()) {
