@@ -25,10 +25,10 @@ using hotkey::ModifierFlags;
 using hotkey::noErr;
 using platform::MemoryEventHotKeyService;
 
-constexpr MemoryEventHotKeyService::Combination commandG{5, 0x100};
-
 class HotKeyTests : public testing::Test {
   protected:
+    static constexpr MemoryEventHotKeyService::Combination commandG{5, 0x100};
+
     HotKey::Handler note(char mark) {
         return [this, mark] { notes_ += mark; };
     }

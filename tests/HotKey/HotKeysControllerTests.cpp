@@ -22,10 +22,11 @@ using platform::MemoryEventHotKeyService;
 using testing::ElementsAre;
 
 constexpr std::uint32_t ourSignature = 0x515A686B;
-constexpr MemoryEventHotKeyService::Combination commandG{5, 0x100};
 
 class HotKeysControllerTests : public testing::Test {
   protected:
+    static constexpr MemoryEventHotKeyService::Combination commandG{5, 0x100};
+
     [[nodiscard]] HotKey::Handler note(char mark) {
         return [this, mark] { notes_ += mark; };
     }
@@ -326,7 +327,7 @@ TEST(HotKeysControllerLifetimeTests, AHandlerMayDestroyTheControllerAndThenTheHo
         controller.reset();
         hotKey.reset();
     };
-    EXPECT_EQ(service.press(commandG), noErr);
+    EXPECT_EQ(service.press({5, 0x100}), noErr);
     EXPECT_THAT(service.calls(),
                 ElementsAre("register 5 0x100 as QZhk 1", "install", "unregister 1"));
 }

@@ -197,28 +197,28 @@ TEST_P(InvalidShortcutTests, InstallsTheDefault) {
 }
 
 constexpr std::uint64_t k = 0x28;
-constexpr std::uint64_t command = 0x100000;
+constexpr std::uint64_t commandMask = 0x100000;
 
 INSTANTIATE_TEST_SUITE_P(
     Stored,
     InvalidShortcutTests,
-    testing::Values(Invalid{"EmptyDictionary", Dictionary{}},
-                    Invalid{"Text", "K"},
-                    Invalid{"Number", k},
-                    Invalid{"SomethingUnknown", foundation::Other{}},
-                    Invalid{"NoKeyCode", Dictionary{{"modifiers", command}}},
-                    Invalid{"NoModifiers", Dictionary{{"keyCode", k}}},
-                    Invalid{"KeyCodeAsText", shortcut("40", command)},
-                    Invalid{"NegativeKeyCode", shortcut(std::int64_t{-1}, command)},
-                    Invalid{"KeyCodeBeyond32Bits", shortcut(std::uint64_t{4294967296}, command)},
-                    Invalid{"SignedKeyCodeBeyond32Bits",
-                            shortcut(std::int64_t{4294967296}, command)},
-                    Invalid{"KeyCodeWithFraction", shortcut(5.5, command)},
-                    Invalid{"NegativeKeyCodeWithFraction", shortcut(-0.5, command)},
-                    Invalid{"ModifiersAsText", shortcut(k, "1048576")},
-                    Invalid{"NegativeModifiers", shortcut(k, std::int64_t{-1})},
-                    Invalid{"ModifiersWithFraction", shortcut(k, 1048576.5)},
-                    Invalid{"ModifiersBeyond64Bits", shortcut(k, 18446744073709551616.0)}),
+    testing::Values(
+        Invalid{"EmptyDictionary", Dictionary{}},
+        Invalid{"Text", "K"},
+        Invalid{"Number", k},
+        Invalid{"SomethingUnknown", foundation::Other{}},
+        Invalid{"NoKeyCode", Dictionary{{"modifiers", commandMask}}},
+        Invalid{"NoModifiers", Dictionary{{"keyCode", k}}},
+        Invalid{"KeyCodeAsText", shortcut("40", commandMask)},
+        Invalid{"NegativeKeyCode", shortcut(std::int64_t{-1}, commandMask)},
+        Invalid{"KeyCodeBeyond32Bits", shortcut(std::uint64_t{4294967296}, commandMask)},
+        Invalid{"SignedKeyCodeBeyond32Bits", shortcut(std::int64_t{4294967296}, commandMask)},
+        Invalid{"KeyCodeWithFraction", shortcut(5.5, commandMask)},
+        Invalid{"NegativeKeyCodeWithFraction", shortcut(-0.5, commandMask)},
+        Invalid{"ModifiersAsText", shortcut(k, "1048576")},
+        Invalid{"NegativeModifiers", shortcut(k, std::int64_t{-1})},
+        Invalid{"ModifiersWithFraction", shortcut(k, 1048576.5)},
+        Invalid{"ModifiersBeyond64Bits", shortcut(k, 18446744073709551616.0)}),
     [](const auto& instance) { return std::string(instance.param.name); });
 
 // Changes

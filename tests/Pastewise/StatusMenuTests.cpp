@@ -27,14 +27,14 @@ TEST_F(StatusMenuTests, HasSixRowsInOrder) {
     for (const auto& one : item().menu()->items()) {
         rows.push_back({one->title(), one->isEnabled(), one->isSeparator(), one->keyEquivalent()});
     }
-    const auto command = hotkey::ModifierFlags::command;
+    const auto commandKey = hotkey::ModifierFlags::command;
     EXPECT_EQ(rows,
               (std::vector<Row>{{"Time Saved: 0s", false, false, {}},
                                 {"Clear Saved Time…", true, false, {}},
-                                {"Preferences…", true, false, KeyEquivalent{",", command}},
+                                {"Preferences…", true, false, KeyEquivalent{",", commandKey}},
                                 {"Shortcut: Command G", false, false, {}},
                                 {"", false, true, {}},
-                                {"Quit", true, false, KeyEquivalent{"q", command}}}));
+                                {"Quit", true, false, KeyEquivalent{"q", commandKey}}}));
 }
 
 TEST_F(StatusMenuTests, EachEnabledRowHasANamedAction) {

@@ -11,10 +11,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path sourceFolder = PASTEWISE_SOURCE_FOLDER;
+const fs::path repository = PASTEWISE_SOURCE_FOLDER;
 
 std::string contentsOf(const std::string& name) {
-    std::ifstream file(sourceFolder / name);
+    std::ifstream file(repository / name);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
@@ -36,7 +36,7 @@ TEST_P(ReadmeTests, NamesOnlyCommandsThatExistAndCanBeStarted) {
     EXPECT_TRUE(commands.contains("script/run"));
     EXPECT_TRUE(commands.contains("script/test"));
     for (const std::string& command : commands) {
-        const fs::path path = sourceFolder / command;
+        const fs::path path = repository / command;
         ASSERT_TRUE(fs::exists(path)) << command;
         EXPECT_NE(fs::status(path).permissions() & fs::perms::owner_exec, fs::perms::none)
             << command;
@@ -49,7 +49,7 @@ TEST_P(ReadmeTests, LinksOnlyToFilesThatExist) {
         EXPECT_TRUE(links.contains("HACKING.md"));
     }
     for (const std::string& link : links) {
-        EXPECT_TRUE(fs::exists(sourceFolder / link)) << link;
+        EXPECT_TRUE(fs::exists(repository / link)) << link;
     }
 }
 
@@ -73,7 +73,7 @@ TEST(HackingTests, ListsThePresetsThatExistAndNoOthers) {
 
 TEST(HackingTests, ListsEveryFolderThatHoldsSources) {
     const std::string text = contentsOf("HACKING.md");
-    for (const auto& entry : fs::directory_iterator(sourceFolder)) {
+    for (const auto& entry : fs::directory_iterator(repository)) {
         const std::string name = entry.path().filename().string();
         if (entry.is_directory() && name != "build" && !name.starts_with(".")) {
             EXPECT_NE(text.find(name + "/"), std::string::npos) << name;
