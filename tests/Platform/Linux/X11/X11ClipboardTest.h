@@ -13,6 +13,7 @@
 
 #include <QCoreApplication>
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -25,6 +26,8 @@ namespace testing_support {
 /// An X server, an event loop, and other programs on the same clipboard.
 class X11ClipboardTest : public testing::Test {
   protected:
+    static constexpr std::size_t megabyte = std::size_t{1024} * 1024;
+
     using Program = std::unique_ptr<ChildProcess>;
 
     X11ClipboardTest();

@@ -20,8 +20,6 @@ using foundation::TextBuffer;
 using platform::PasteboardType;
 using testing_support::generatedText;
 
-constexpr std::size_t megabyte = std::size_t{1024} * 1024;
-
 /// The CPU time of this process in user mode, which hardly depends on the load of the machine.
 std::int64_t userSeconds() {
     rusage usage{};

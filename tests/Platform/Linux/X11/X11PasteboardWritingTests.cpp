@@ -24,8 +24,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing_support::generatedText;
 
-constexpr std::size_t megabyte = std::size_t{1024} * 1024;
-
 class X11PasteboardWritingTests : public testing_support::X11ClipboardTest {
   protected:
     /// Sends the owner of CLIPBOARD a request whose requestor does not exist.
