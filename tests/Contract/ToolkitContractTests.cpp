@@ -200,7 +200,7 @@ TEST_P(ToolkitContractDeathTests, RejectsConstraintsBetweenViewsThatAreNotNested
     const auto one = toolkit_.makeLabel("one");
     const auto other = toolkit_.makeView({});
     EXPECT_DEATH(toolkit_.activateConstraints({LayoutConstraint::equal(one, Anchor::top, other)}),
-                 "does not stand in");
+                 "is not inside");
 }
 
 } // namespace contract

@@ -64,7 +64,7 @@ TEST(HackingTests, ListsThePresetsThatExistAndNoOthers) {
     auto presets = matches(contentsOf("CMakePresets.json"), R"re("name": "([a-z]+)")re");
     presets.erase("base"); // Hidden: the others inherit from it.
     const std::string text = contentsOf("HACKING.md");
-    const std::size_t start = text.find("The presets of CMake behind them:");
+    const std::size_t start = text.find("The CMake presets behind them:");
     ASSERT_NE(start, std::string::npos);
     const auto listed = matches(text.substr(start, text.find('.', start) - start), "`([a-z]+)`");
     EXPECT_FALSE(listed.empty());

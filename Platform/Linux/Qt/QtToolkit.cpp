@@ -22,7 +22,7 @@ void place(View& view, View& container, const std::set<Anchor>& anchors) {
     QWidget& widget = widgetOf(view);
     auto* const cell = dynamic_cast<QGridLayout*>(widgetOf(container).layout());
     if (cell == nullptr || widget.parentWidget() != &widgetOf(container)) {
-        foundation::fatalError("a constraint's first view does not stand in its second one");
+        foundation::fatalError("a constraint's first view is not inside its second one");
     }
     if (anchors == std::set{Anchor::top, Anchor::leading, Anchor::trailing, Anchor::bottom}) {
         cell->addWidget(&widget, 0, 0);

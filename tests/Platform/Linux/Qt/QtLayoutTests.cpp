@@ -149,7 +149,7 @@ TEST_F(QtLayoutDeathTests, RejectsConstraintsToAViewThatIsNotTheContainer) {
     const auto one = inContainer({{0, 0}, {1, 1}});
     const auto other = inContainer({{0, 0}, {1, 1}});
     EXPECT_DEATH(toolkit_.activateConstraints({LayoutConstraint::equal(one, Anchor::top, other)}),
-                 "does not stand in its second one");
+                 "is not inside its second one");
 }
 
 TEST_F(QtLayoutDeathTests, RejectsConstraintsThatNoLayoutStandsFor) {
