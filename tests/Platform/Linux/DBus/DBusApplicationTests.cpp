@@ -68,12 +68,13 @@ class DBusApplicationTests : public testing::Test {
             [&] { return !instance.uniqueName.isEmpty() && owner() == instance.uniqueName; });
     }
 
-    /// Standard output and error of a client that calls the method. Turns the event loop until it
-    /// has its reply.
+    /// Standard output and error of a client that calls the method. Turns the event loop until the
+    /// client has its reply, and once more for the request, which follows the reply.
     std::string run(const std::vector<std::string>& command) {
         ChildProcess client(command,
                             {.environment = {{"DBUS_SESSION_BUS_ADDRESS", bus_.address()}}});
         QtTestLoop::turnUntil([&] { return !client.isRunning(); });
+        QtTestLoop::turn();
         return client.standardOutput() + client.standardError();
     }
 
