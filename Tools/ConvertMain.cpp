@@ -1,11 +1,10 @@
-// pastewise-convert: the conversion of the clipboard as a filter, for scripts and pipes.
+// pastewise-convert: the clipboard conversion as a filter for scripts and pipes.
 
 #include "Foundation/TextBuffer.h"
 #include "Foundation/Utf8.h"
 #include "Text/LineList.h"
 #include "Text/SheetDocument.h"
-#include "Tools/ConvertMode.h"
-#include "Tools/ConvertOutput.h"
+#include "Tools/Conversion.h"
 #include "Tools/Descriptor.h"
 
 #include <unistd.h>
@@ -39,12 +38,11 @@ constexpr std::string_view help =
     "  --help     write this help\n"
     "  --version  write the version\n"
     "\n"
-    "Input is UTF-8; what is not becomes U+FFFD. The exit status is 0 when all was written,\n"
-    "1 when reading, writing or memory failed, and 2 when the arguments are wrong.\n";
+    "Input is UTF-8; invalid bytes become U+FFFD. The exit status is 0 on success, 1 if reading\n"
+    "or writing fails or memory runs out, and 2 if the arguments are invalid.\n";
 
-/// Needs no memory, to be able to say that there is none. There is nobody left to tell when it
-/// fails.
-void complain(std::string_view about, std::string_view detail = {}) {
+/// Allocates nothing, so that it can report a lack of memory. Ignores write errors.
+void reportError(std::string_view about, std::string_view detail = {}) {
     for (const std::string_view part :
          {std::string_view("pastewise-convert: "),
           about,
@@ -55,14 +53,14 @@ void complain(std::string_view about, std::string_view detail = {}) {
     }
 }
 
-/// The end of a writing to standard output, which is closed: some file systems tell only then that
-/// they have not kept what was written.
+/// Closes standard output, since some file systems report a failed write only then, and reports
+/// any error.
 ExitCode finish(std::error_code error) {
     if (!error && close(STDOUT_FILENO) != 0) {
         error = {errno, std::generic_category()};
     }
     if (error) {
-        complain("cannot write to standard output", error.message());
+        reportError("cannot write to standard output", error.message());
         return failure;
     }
     return success;
@@ -75,7 +73,7 @@ ExitCode writeOutput(std::string_view text) {
 ExitCode convert(ConvertMode mode) {
     TextBuffer input;
     if (const std::error_code error = tools::readToEnd(STDIN_FILENO, input)) {
-        complain("cannot read standard input", error.message());
+        reportError("cannot read standard input", error.message());
         return failure;
     }
     const text::ConversionPayload payload =
@@ -111,13 +109,13 @@ ExitCode run(std::span<const char* const> arguments) {
 } // namespace
 
 int main(int argc, char** argv) {
-    // A reader that goes away shall be a failed write that can be told about.
+    // Makes writing to a closed pipe fail with EPIPE, which is reported.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     try {
         const std::span<const char* const> all(argv, static_cast<std::size_t>(argc));
         return run(all.subspan(all.empty() ? 0 : 1));
     } catch (const std::bad_alloc&) {
-        complain("out of memory");
+        reportError("out of memory");
         return failure;
     }
 }

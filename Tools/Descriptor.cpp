@@ -12,11 +12,11 @@ namespace tools {
 namespace {
 
 constexpr std::size_t readSize = std::size_t{1} << 20U;
-/// Some systems refuse to write more than fits into an int.
+/// Some systems reject writes larger than INT_MAX.
 constexpr std::size_t largestWriteSize = std::size_t{1} << 30U;
 
-/// Whether a call that failed with `error` is to be made again: it was interrupted, or another
-/// program has made the descriptor non-blocking, in which case this waits for it.
+/// Whether to retry a call that failed with `error`: it was interrupted, or another program made
+/// the descriptor non-blocking. In the latter case, waits until the descriptor is ready.
 bool canTryAgain(int error, int descriptor, short events) {
     if (error == EAGAIN || error == EWOULDBLOCK) {
         pollfd waiting{.fd = descriptor, .events = events, .revents = 0};
@@ -30,8 +30,8 @@ bool canTryAgain(int error, int descriptor, short events) {
 std::error_code readToEnd(int descriptor, foundation::TextBuffer& text) {
     while (true) {
         const std::size_t sizeBefore = text.size();
-        char* room = text.appendUninitialised(readSize);
-        const ssize_t count = read(descriptor, room, readSize);
+        char* buffer = text.appendUninitialised(readSize);
+        const ssize_t count = read(descriptor, buffer, readSize);
         const int error = errno;
         text.truncate(sizeBefore + (count > 0 ? static_cast<std::size_t>(count) : 0));
         if (count == 0) {

@@ -7,11 +7,11 @@
 
 namespace tools {
 
-/// Appends everything up to the end of a file, pipe or terminal to `text`. On failure `text` holds
-/// what came before it. Throws std::bad_alloc.
+/// Reads a file, pipe or terminal to its end and appends the bytes to `text`. On failure `text`
+/// holds what was read before. Throws std::bad_alloc.
 [[nodiscard]] std::error_code readToEnd(int descriptor, foundation::TextBuffer& text);
 
-/// Writes the whole text. The caller ignores SIGPIPE to be told of a reader that went away.
+/// Writes the whole text. Callers ignore SIGPIPE to get EPIPE when the reader has closed a pipe.
 [[nodiscard]] std::error_code writeAll(int descriptor, std::string_view text);
 
 } // namespace tools

@@ -1,4 +1,4 @@
-#include "Tools/ConvertOutput.h"
+#include "Tools/Conversion.h"
 
 #include "Tools/Descriptor.h"
 
@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t pieceSize = std::size_t{1} << 20U;
 
-/// The first piece of a text in UTF-8, which ends between two characters.
+/// At most `pieceSize` bytes of UTF-8 text, cut between two characters.
 std::string_view firstPiece(std::string_view text) {
     std::size_t size = pieceSize;
     if (size >= text.size()) {
@@ -37,6 +37,32 @@ std::error_code writeJsonString(int descriptor, std::string_view text) {
 }
 
 } // namespace
+
+std::optional<ConvertMode> parseConvertMode(std::span<const char* const> arguments) {
+    if (arguments.empty()) {
+        return ConvertMode::html;
+    }
+    if (arguments.size() > 1) {
+        return std::nullopt;
+    }
+    const std::string_view argument = arguments.front();
+    if (argument == "--plain") {
+        return ConvertMode::plainText;
+    }
+    if (argument == "--count") {
+        return ConvertMode::count;
+    }
+    if (argument == "--json") {
+        return ConvertMode::json;
+    }
+    if (argument == "--help") {
+        return ConvertMode::help;
+    }
+    if (argument == "--version") {
+        return ConvertMode::version;
+    }
+    return std::nullopt;
+}
 
 std::string countOutput(const text::ConversionPayload& payload) {
     return std::to_string(payload.stickyCount) + "\n";
