@@ -1,5 +1,4 @@
-// The least program with a tray icon that the toolkit makes: what a tray program weighs before it
-// does anything.
+// The smallest Qt program with a tray icon: the baseline for a tray program's memory.
 
 #include <QApplication>
 #include <QIcon>

@@ -1,5 +1,5 @@
-// How long conversions take beside the obvious ways of writing them and beside merely copying the
-// result: pastewise_benchmark [LETTERS] [--json FILE]
+// Compares the conversion with the obvious implementations and with merely copying the result:
+// pastewise_benchmark [LETTERS] [--json FILE]
 
 #include "Text/LineList.h"
 #include "Text/SheetDocument.h"
@@ -31,7 +31,7 @@ constexpr int freshThreshold = 128 * 1024;
 constexpr double memoryGoal = 1.2;
 constexpr double levelGoal = 0.25;
 
-/// How fast a conversion of one input shall be: in seconds, or as a multiple of the copy.
+/// Time limit for converting one input, in seconds or as a multiple of the copy.
 struct Goal {
     double seconds;
     double ofCopy;
@@ -51,8 +51,8 @@ const char* verdict(bool isMet) {
     return isMet ? "met" : "missed";
 }
 
-/// From here on a block of memory of any size worth measuring is fresh from the system, and goes
-/// back to it when it is freed; the allocator would otherwise keep some of them warm.
+/// Makes malloc map each large block from the system and unmap it when freed, instead of keeping
+/// some of them warm.
 void makeLargeBlocksFresh() {
     mallopt(M_MMAP_THRESHOLD, freshThreshold);
     mallopt(M_TRIM_THRESHOLD, freshThreshold);
@@ -144,7 +144,7 @@ Json measureInput(const Input& input) {
             {"resultsAgree", agree}};
 }
 
-/// What a conversion needs beside its input, at most, as a multiple of its output.
+/// Peak memory of a conversion in addition to its input, as a multiple of its output.
 Json measureMemory(const Input& input) {
     const Finished finished = finish(input.text);
     const auto outputSize = static_cast<double>(finished.html.size() + finished.plainText.size());
@@ -170,7 +170,7 @@ Json measureMemory(const Input& input) {
             {"goalMet", ofOutput <= memoryGoal}};
 }
 
-/// Whether time per line stays the same from small to large texts.
+/// Checks that the time per line does not depend on the length of the text.
 Json measureGrowth() {
     constexpr std::size_t rounds = 5;
     constexpr std::array<std::size_t, 4> counts{64'000, 256'000, 1'000'000, 4'000'000};
@@ -207,7 +207,7 @@ Json measureGrowth() {
     return rows;
 }
 
-/// What the clipboard manager adds to the bare conversion while debug messages are off.
+/// The clipboard manager's overhead over the bare conversion while debug messages are off.
 Json measureManager() {
     Json rows = Json::array();
     for (const std::size_t count : {std::size_t{100}, std::size_t{10'000}, std::size_t{100'000}}) {
@@ -250,7 +250,7 @@ void run(const std::vector<std::string>& arguments) {
     }
     std::printf("\nMemory at the peak beside the input\n");
     for (const Input& input : inputs) {
-        // Of less than this the system's figures, in pages, say nothing.
+        // The system counts in pages, too coarse for smaller inputs.
         if (input.text.size() > 1'000'000) {
             report["memory"].push_back(measureMemory(input));
         }

@@ -21,7 +21,7 @@ namespace {
 
 using foundation::TextBuffer;
 
-/// Hands out one prepared text and drops what it is given.
+/// Returns one prepared text and discards what is set.
 class PreparedPasteboard final : public platform::Pasteboard {
   public:
     explicit PreparedPasteboard(std::string_view text) : text_(TextBuffer(text)) {}
@@ -74,8 +74,8 @@ Conversion convert(TextBuffer text) {
     return {.lines = std::move(lines), .payload = std::move(payload)};
 }
 
-/// Times `repetitions` calls of an action. A single one finds an allocator that has given all free
-/// memory back to the system, and its result lives until the time is taken.
+/// The mean time of `repetitions` calls. Before a single call, the allocator returns all free
+/// memory to the system; freeing its result is not timed.
 template <typename Action>
 double timeOfEach(std::size_t repetitions, const Action& action) {
     if (repetitions == 1) {

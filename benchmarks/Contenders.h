@@ -5,14 +5,14 @@
 
 namespace benchmarks {
 
-/// Each function times one way of converting `text`, in seconds per conversion, the mean of
-/// `repetitions` of them. Copying the text beforehand does not count. Giving the results back to
-/// the allocator counts only when there are several repetitions, which then find its memory warm.
+/// Each function times one implementation on `text`: the mean of `repetitions` conversions, in
+/// seconds. Copying the input is not timed. Freeing the results is timed only for several
+/// repetitions, which then run on warm memory.
 [[nodiscard]] double timeOfConversion(const std::string& text, std::size_t repetitions);
 [[nodiscard]] double timeOfReference(const std::string& text, std::size_t repetitions);
 [[nodiscard]] double timeOfPcre2(const std::string& text, std::size_t repetitions);
 
-/// The two texts of a finished conversion, to be copied as the yardstick.
+/// The result of a conversion. Copying it is the baseline.
 struct Finished {
     std::string html;
     std::string plainText;
@@ -20,14 +20,14 @@ struct Finished {
 
 [[nodiscard]] Finished finish(const std::string& text);
 
-/// How long it takes to copy both texts into memory of their own.
+/// Times copying both texts, in seconds.
 [[nodiscard]] double timeOfCopy(const Finished& finished, std::size_t repetitions);
 
-/// Whether all ways of converting lead to the same html and plain text.
+/// Whether all implementations yield the same HTML and plain text.
 [[nodiscard]] bool allAgree(const std::string& text);
 
-/// How long reading, generating and writing take through the clipboard manager while debug messages
-/// are off, on a pasteboard that neither copies nor keeps anything.
+/// Times the clipboard manager's reading, generating and writing in seconds, with debug messages
+/// off and a pasteboard that copies and stores nothing.
 [[nodiscard]] double timeOfManager(const std::string& text);
 
 } // namespace benchmarks

@@ -1,8 +1,8 @@
-// What users of a desktop feel of the program, beside CopyQ with the same conversion on the same
-// key: pastewise_desktop_benchmark [--json FILE]
+// Start-up time, latency and memory on a desktop, compared with CopyQ doing the same conversion on
+// the same key: pastewise_desktop_benchmark [--json FILE]
 //
-// Each program runs on a private X server with a session bus, a window manager and a tray. All
-// takes about three minutes. Goals that are missed are no failure.
+// Each program runs on a private X server with a session bus, a window manager and a tray. The run
+// takes about three minutes. Missed goals are not failures.
 
 #include "Foundation/TextBuffer.h"
 #include "Text/LineList.h"
@@ -53,7 +53,7 @@ struct PasteGoal {
 
 constexpr std::array<PasteGoal, 2> pasteGoals{{{30, 30, 8}, {10'000, 20, 4}}};
 
-/// Whose figures are taken: our own and, where it is installed, the peer's.
+/// The program being measured: ours or, if installed, the peer.
 enum class Who : std::uint8_t { own, peer };
 
 const char* nameOf(Who who) {
@@ -98,10 +98,10 @@ void printRow(const std::string& what,
     std::fflush(stdout);
 }
 
-/// The times of one figure: those of our own, then the peer's, if there is one.
+/// The times of one measurement: ours, then the peer's if there is one.
 using Times = std::vector<std::vector<double>>;
 
-/// A row about times, of which the peer's are to be so many times ours.
+/// Prints a row of times. The goal is the ratio of the peer's time to ours.
 Json reportTimes(const std::string& what, const Times& times, std::optional<double> goal) {
     constexpr std::array columns{"pastewiseSeconds", "copyqSeconds"};
     Json row{{"what", what}};
@@ -132,7 +132,7 @@ Json reportTimes(const std::string& what, const Times& times, std::optional<doub
     return row;
 }
 
-/// Lets each subject have its turn in every round, the first of one being the last of the next.
+/// Runs every subject once per round, reversing the order each round.
 void alternate(const std::vector<std::unique_ptr<DesktopSubject>>& subjects,
                std::size_t rounds,
                const std::function<void(DesktopSubject&, std::size_t)>& turn) {
@@ -156,8 +156,8 @@ std::vector<std::unique_ptr<DesktopSubject>> makeSubjects(const std::vector<Who>
 Json measureStart(const std::vector<Who>& all) {
     const auto subjects = makeSubjects(all, Tray::reporting);
     std::vector<std::chrono::milliseconds> iconLimits(all.size());
-    // The first start finds files cold and makes configurations; whoever shows no icon then is not
-    // waited for again.
+    // The first start has cold files and creates the configuration. Subjects that show no icon are
+    // not waited for in later starts.
     alternate(subjects, 1, [&](DesktopSubject& subject, std::size_t i) {
         const bool hasIcon = subject.timeStart(testing_support::patience).icon.has_value();
         iconLimits[i] = hasIcon ? testing_support::patience : std::chrono::milliseconds(0);
@@ -171,7 +171,7 @@ Json measureStart(const std::vector<Who>& all) {
         if (times.icon) {
             icon[i].push_back(*times.icon);
         } else if (iconLimits[i].count() > 0) {
-            throw std::runtime_error(std::string(nameOf(all[i])) + " shows an icon only at times");
+            throw std::runtime_error(std::string(nameOf(all[i])) + " shows an icon only sometimes");
         }
         subject.stop();
     });
@@ -207,7 +207,7 @@ Json measurePaste(const std::vector<Who>& all, Tray tray) {
     Json rows;
     for (const PasteGoal& goal : pasteGoals) {
         const Document document = makeDocument(goal.lines);
-        // The first time finds code and data cold.
+        // Warm-up: the first run has cold code and data.
         alternate(subjects, 1, [&](DesktopSubject& subject, std::size_t) {
             static_cast<void>(subject.timePaste(document.text, document.html));
         });
@@ -232,9 +232,9 @@ Json measurePaste(const std::vector<Who>& all, Tray tray) {
                             missing,
                             goal.rounds);
             }
-            // A median of what is left would flatter.
+            // The median of the successes alone would be misleading.
             if (missing * 4 > goal.rounds) {
-                throw std::runtime_error(std::string(nameOf(all[i])) + " converts only at times");
+                throw std::runtime_error(std::string(nameOf(all[i])) + " converts only sometimes");
             }
         }
     }
@@ -252,12 +252,12 @@ Rest restOf(const DesktopSubject& subject) {
     rest.activity = subject.processes().activityDuring(restTime);
     rest.memory = subject.processes().memory();
     if (rest.memory.proportional == 0) {
-        throw std::runtime_error("there is no process, or the system does not tell of its memory");
+        throw std::runtime_error("the process is gone, or the system does not report its memory");
     }
     return rest;
 }
 
-/// Alone: what two programs share would count half for each.
+/// Runs the program alone: pages shared with another would count half.
 Rest measureRest(Who who, Tray tray) {
     const auto subject = makeSubject(who, tray);
     const Document document = makeDocument(pasteGoals[0].lines);
@@ -302,8 +302,8 @@ Json reportRest(const std::string& name, const Rest& rest) {
             {"processorSeconds", rest.activity.processorSeconds}};
 }
 
-/// How much of the other's memory ours is, and is to be at most. Only figures of programs that ran
-/// without others of the toolkit can be compared.
+/// The ratio of our memory to the other's, and its limit. Comparable only if no other Qt programs
+/// ran at the time.
 Json reportMemoryGoal(const Rest& own, const std::string& name, const Rest& other, double goal) {
     const double ratio = static_cast<double>(own.memory.proportional) /
                          static_cast<double>(other.memory.proportional);

@@ -35,7 +35,7 @@ DesktopHotKeyProbe::~DesktopHotKeyProbe() {
 }
 
 bool DesktopHotKeyProbe::isTaken() {
-    // All four go out together: the server is held for no longer than they take.
+    // Sent together, to hold the server as briefly as possible.
     xcb_grab_server(connection_);
     const auto grab = xcb_grab_key_checked(
         connection_, 0, root_, superMask, keyCode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
@@ -43,7 +43,7 @@ bool DesktopHotKeyProbe::isTaken() {
     xcb_ungrab_server(connection_);
     const std::unique_ptr<xcb_generic_error_t, Free> error(xcb_request_check(connection_, grab));
     if (xcb_connection_has_error(connection_) != 0 || (error && error->error_code != badAccess)) {
-        throw std::runtime_error("the X server does not tell who has the hot key");
+        throw std::runtime_error("cannot request the hot key from the X server");
     }
     return error != nullptr;
 }

@@ -9,8 +9,8 @@ struct xcb_connection_t;
 
 namespace benchmarks {
 
-/// Finds out from outside whether some program has taken Super+G: asks for it and gives it back at
-/// once, with the server held meanwhile, so that no other program's own request can fail for it.
+/// Detects from outside whether a program has grabbed Super+G: grabs and releases it while holding
+/// the server, so that no other program's request can fail because of the probe.
 class DesktopHotKeyProbe : foundation::Pinned {
   public:
     explicit DesktopHotKeyProbe(const std::string& display);

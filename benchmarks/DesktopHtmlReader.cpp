@@ -24,7 +24,7 @@ DesktopHtmlReader::DesktopHtmlReader(const std::string& display)
         connection, xcb_xfixes_query_version(connection, 1, 0), nullptr));
     const auto* const extension = xcb_get_extension_data(connection, &xcb_xfixes_id);
     if (!version || extension == nullptr) {
-        throw std::runtime_error("the X server does not tell of new clipboard owners");
+        throw std::runtime_error("the X server does not report clipboard owner changes");
     }
     ownerEvent_ = extension->first_event + XCB_XFIXES_SELECTION_NOTIFY;
     xcb_xfixes_select_selection_input(connection,
@@ -103,7 +103,7 @@ DesktopHtmlReader::Property DesktopHtmlReader::take() {
                                                 everything),
                                nullptr));
     if (!reply) {
-        throw std::runtime_error("the X server does not hand out what was pasted");
+        throw std::runtime_error("cannot read the pasted text from the X server");
     }
     return {.type = reply->type,
             .bytes = {static_cast<const char*>(xcb_get_property_value(reply.get())),

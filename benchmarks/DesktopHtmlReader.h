@@ -9,13 +9,12 @@
 
 namespace benchmarks {
 
-/// Another program on the desktop, which asks every new owner of the clipboard for its HTML at
-/// once.
+/// An X11 client that requests the HTML of each new clipboard owner at once.
 class DesktopHtmlReader {
   public:
     struct Received {
-        /// When the news of the owner whose HTML it is arrived, and when the HTML was complete, in
-        /// the seconds of now().
+        /// When the owner change was reported and when its HTML was complete, in seconds as from
+        /// now().
         double ownerAt = 0;
         double completeAt = 0;
         std::string html = {};
@@ -23,10 +22,10 @@ class DesktopHtmlReader {
 
     explicit DesktopHtmlReader(const std::string& display);
 
-    /// From here on only owners count that are still to come.
+    /// Ignores owner changes up to now.
     void forgetOwners();
 
-    /// The HTML of the first new owner that gives some; none when there is none within `limit`.
+    /// The HTML of the first new owner that has any; nullopt if none arrives within `limit`.
     [[nodiscard]] std::optional<Received> awaitHtml(std::chrono::milliseconds limit);
 
   private:

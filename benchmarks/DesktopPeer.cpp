@@ -44,7 +44,7 @@ var html = head + rows.join('\n') + afterRows + count + afterFirstCount + count 
 copy('text/plain', kept.join('\n'), 'text/html', html);
 )js";
 
-/// As a literal of the script's language, in ASCII.
+/// Quotes the text as an ASCII literal of the script language.
 std::string literal(const std::string& text) {
     return nlohmann::json(text).dump(-1, ' ', true);
 }
@@ -83,7 +83,7 @@ std::string script() {
     return text + std::string(conversion);
 }
 
-/// As a value in a configuration file.
+/// Quotes the text as a value in a configuration file.
 std::string quoted(const std::string& text) {
     std::string result = "\"";
     for (const char character : text) {
@@ -114,7 +114,7 @@ void writePeerConfiguration(const std::string& configurationFolder) {
             "1\\GlobalShortcut=meta+g\n"
             "size=1\n";
     if (!file.flush()) {
-        throw std::runtime_error("CopyQ's configuration could not be written");
+        throw std::runtime_error("cannot write CopyQ's configuration");
     }
 }
 

@@ -4,8 +4,8 @@
 
 namespace benchmarks {
 
-/// Has CopyQ, the clipboard manager that the figures of the desktop are held against, do the same
-/// conversion on Super+G: a command with a global shortcut and a script in CopyQ's own language.
+/// Configures CopyQ, the clipboard manager we compare with, to do the same conversion on Super+G: a
+/// command with a global shortcut and a script in CopyQ's own language.
 void writePeerConfiguration(const std::string& configurationFolder);
 
 } // namespace benchmarks

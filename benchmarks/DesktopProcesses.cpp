@@ -32,7 +32,7 @@ fs::path folderOf(pid_t id) {
     return fs::path("/proc") / std::to_string(id);
 }
 
-/// The sum of the lines of that name, 0 where there is none.
+/// The sum of the lines with this name, 0 if there are none.
 std::uint64_t lineIn(const fs::path& path, const std::string& name) {
     std::ifstream file(path);
     std::uint64_t value = 0;

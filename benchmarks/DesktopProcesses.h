@@ -11,24 +11,24 @@
 
 namespace benchmarks {
 
-/// The processes that a variable in their environment marks: a program with all that it started,
-/// also what it has let go of since.
+/// The processes marked by an environment variable: a program and all its descendants, including
+/// detached ones.
 class DesktopProcesses {
   public:
     struct Memory {
         std::size_t processCount = 0;
-        /// Proportional set size: a page that n processes share counts one n-th. In bytes.
+        /// Proportional set size in bytes: a page shared by n processes counts 1/n.
         std::uint64_t proportional = 0;
-        /// What no other process shares, in bytes.
+        /// Memory not shared with other processes, in bytes.
         std::uint64_t exclusive = 0;
-        /// How many other processes had a library of Qt loaded then. They share its pages, so that
-        /// the proportional size is smaller than without them.
+        /// Other processes with Qt loaded. They share its pages, which reduces the proportional
+        /// size.
         std::size_t otherQtProcessCount = 0;
     };
 
-    /// What all threads together did over some time.
+    /// The activity of all threads together.
     struct Activity {
-        /// How often a thread went to sleep, that is, how often one had woken up.
+        /// How often a thread went to sleep, and so how often one woke up.
         std::uint64_t voluntarySwitches = 0;
         std::uint64_t involuntarySwitches = 0;
         double processorSeconds = 0;
@@ -40,7 +40,7 @@ class DesktopProcesses {
     [[nodiscard]] std::vector<pid_t> ids() const;
     [[nodiscard]] Memory memory() const;
 
-    /// Watches for that long. Threads that ended on the way do not count.
+    /// Blocks for the duration. Threads that end meanwhile do not count.
     [[nodiscard]] Activity activityDuring(std::chrono::seconds duration) const;
 
   private:

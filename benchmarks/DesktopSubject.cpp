@@ -21,13 +21,13 @@ using testing_support::ChildProcess;
 using testing_support::patience;
 using testing_support::waitUntil;
 
-/// Every process of a subject has this variable, whoever started it.
+/// Set in every process of a subject, including its descendants.
 constexpr auto markVariable = "PASTEWISE_BENCHMARK_SUBJECT";
 
-/// Fine enough for what takes tens of milliseconds, and the server has time for the others.
+/// Fine enough for times of tens of milliseconds without loading the server.
 constexpr std::chrono::microseconds probeInterval{500};
 
-/// Programs that read every new clipboard have done so after this.
+/// Programs that read every new clipboard have finished by then.
 constexpr std::chrono::milliseconds settlingTime{500};
 
 } // namespace
@@ -50,7 +50,7 @@ DesktopSubject::DesktopSubject(std::string program, Tray tray)
         }
     }
     environment_[markVariable] = session_.display();
-    // Sockets that keep a program from running twice lie there.
+    // Single-instance sockets are created there.
     environment_["TMPDIR"] = environment_.at("HOME");
 }
 
@@ -68,7 +68,7 @@ void DesktopSubject::start() {
 }
 
 DesktopSubject::StartTimes DesktopSubject::timeStart(std::chrono::milliseconds iconLimit) {
-    // The server hears of the end of a program a little later than we do.
+    // The server notices the end of a program slightly later than we do.
     if (!waitUntil([this] { return !probe_.isTaken(); })) {
         throw std::runtime_error("the hot key is taken before " + program_ + " starts");
     }
@@ -127,14 +127,14 @@ std::optional<DesktopSubject::PasteTimes> DesktopSubject::timePaste(const std::s
         return std::nullopt;
     }
     if (received->html != html) {
-        throw std::runtime_error(program_ + " gives other HTML for " + std::to_string(text.size()) +
+        throw std::runtime_error(program_ + " gives wrong HTML for " + std::to_string(text.size()) +
                                  " bytes of text");
     }
     return PasteTimes{.owner = received->ownerAt - begin,
                       .wholeHtml = received->completeAt - begin};
 }
 
-/// When the first icon after `begin` arrived, on the same clock.
+/// When the first icon after `begin` arrived, in seconds as from now().
 std::optional<double> DesktopSubject::iconTime(double begin) {
     if (!reportingTray_) {
         return std::nullopt;

@@ -18,27 +18,27 @@
 
 namespace benchmarks {
 
-/// A program that is measured, on a desktop of its own where nobody else takes hot keys or the
-/// clipboard. What keeps a figure from being taken is thrown as a std::runtime_error.
+/// A program under measurement, on a private desktop without other users of hot keys or the
+/// clipboard. Throws std::runtime_error if a measurement is not possible.
 class DesktopSubject : foundation::Pinned {
   public:
     enum class Tray : std::uint8_t {
         none,
-        /// A test program that tells when the pixels of an icon have arrived.
+        /// A test program that reports when an icon's pixels arrive.
         reporting,
-        /// A real panel. It shares no library of the toolkit with any subject, so that it makes
-        /// none of them seem smaller.
+        /// A real panel. It loads no Qt library, so it does not reduce a subject's proportional
+        /// memory.
         panel,
     };
 
-    /// In seconds since the moment before the process was made.
+    /// In seconds since just before the process was started.
     struct StartTimes {
         double hotKey = 0;
-        /// None when no icon came within the limit.
+        /// nullopt if no icon appeared within the limit.
         std::optional<double> icon;
     };
 
-    /// In seconds since the moment before the hot key was pressed.
+    /// In seconds since just before the hot key was pressed.
     struct PasteTimes {
         double owner = 0;
         double wholeHtml = 0;
@@ -47,20 +47,21 @@ class DesktopSubject : foundation::Pinned {
     DesktopSubject(std::string program, Tray tray);
     ~DesktopSubject();
 
-    /// Where the program finds its configuration.
+    /// The folder of the program's configuration.
     [[nodiscard]] const std::string& configurationFolder() const;
 
     void start();
 
-    /// Starts the program and waits for its hot key and, on a reporting tray, up to `iconLimit` for
-    /// its icon.
+    /// Starts the program and waits for its hot key and, with a reporting tray, up to `iconLimit`
+    /// for its icon.
     [[nodiscard]] StartTimes timeStart(std::chrono::milliseconds iconLimit);
 
     /// Ends the program with all its processes.
     void stop();
 
-    /// Copies the text as another program, presses the hot key half a second later, and pastes as
-    /// a third one; what it receives must be `html`. None when nothing comes for ten seconds.
+    /// Copies the text from another program, presses the hot key half a second later and pastes
+    /// into a third program, which must receive `html`. nullopt if nothing arrives within ten
+    /// seconds.
     [[nodiscard]] std::optional<PasteTimes> timePaste(const std::string& text,
                                                       const std::string& html);
 

@@ -8,7 +8,7 @@ namespace benchmarks {
 
 namespace {
 
-/// Raw outputs only: distributions differ between standard libraries.
+/// Uses raw engine output: distributions differ between standard libraries.
 class Random {
   public:
     std::size_t below(std::size_t bound) { return engine_() % bound; }
@@ -18,7 +18,7 @@ class Random {
     }
 
   private:
-    std::mt19937_64 engine_{20240105}; // NOLINT(*-msc51-cpp): the same inputs every time
+    std::mt19937_64 engine_{20240105}; // NOLINT(*-msc51-cpp): the same inputs on every run
 };
 
 constexpr auto latinWords = std::to_array<std::string_view>(
@@ -58,7 +58,7 @@ std::string sentence(Random& random,
                      std::size_t size) {
     std::string line(prefix);
     while (line.size() < size) {
-        // Now and then, about once in 1000 bytes: one input is all about these characters.
+        // Rare, about once in 1000 bytes: another input consists of these characters.
         line += random.below(160) == 0 ? random.oneOf(markupWords) : random.oneOf(words);
         line += ' ';
     }
@@ -76,7 +76,7 @@ std::string lines(std::size_t count,
     Random random;
     std::string text;
     for (std::size_t i = 0; i < count; ++i) {
-        // Each line is of a kind of its own, which no processor can foresee.
+        // The kind of each line is random, to defeat branch prediction.
         const std::string_view prefix = random.oneOf(prefixes);
         text += i == 0 ? "" : "\n";
         text += sentence(random, prefix, words, shortest + random.below(longest - shortest + 1));

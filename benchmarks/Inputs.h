@@ -17,8 +17,8 @@ struct Input {
 /// The inputs a to h whose letters are in `letters`, the same bytes on every machine.
 [[nodiscard]] std::vector<Input> makeInputs(std::string_view letters);
 
-/// Lines of 20 to 40 characters in sections of up to a dozen: each section has bullets of one kind,
-/// or numbers, or neither. Some lines end in white space.
+/// Lines of 20 to 40 characters in sections of up to twelve. Each section has one kind of bullet,
+/// numbers, or neither. Some lines end in white space.
 [[nodiscard]] std::string shortLines(std::size_t count);
 
 } // namespace benchmarks

@@ -36,7 +36,7 @@ class Expression {
         match_.reset(pcre2_match_data_create_from_pattern(code_.get(), nullptr));
     }
 
-    /// Removes the match and the white space at both ends of what is left.
+    /// Removes the match and trims the rest.
     bool removeFrom(std::string_view& line) const {
         const int count = pcre2_jit_match(
             code_.get(), toUnits(line), line.size(), 0, PCRE2_NO_UTF_CHECK, match_.get(), nullptr);

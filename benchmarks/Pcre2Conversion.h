@@ -12,7 +12,7 @@ struct Pcre2Payload {
     std::int64_t stickyCount = 0;
 };
 
-/// The conversion as one would write it on PCRE2's compiled expressions and std::string.
+/// The obvious implementation with PCRE2's compiled expressions and std::string.
 [[nodiscard]] Pcre2Payload convertWithPcre2(std::string_view text);
 
 } // namespace benchmarks

@@ -12,7 +12,7 @@ namespace benchmarks {
 
 namespace {
 
-/// A line of /proc/self/status in bytes, or 0.
+/// The value of a line in /proc/self/status in bytes, or 0.
 std::size_t statusBytes(const std::string& name) {
     std::ifstream status("/proc/self/status");
     std::string word;
@@ -27,9 +27,9 @@ std::size_t statusBytes(const std::string& name) {
 }
 
 std::size_t growthDuring(const std::function<void()>& action) {
-    // What the parent has freed is to be no gift.
+    // Otherwise the action would reuse memory that the parent has freed.
     malloc_trim(0);
-    // Lets the peak begin anew from what is held now.
+    // Resets the peak to the current resident size.
     std::ofstream("/proc/self/clear_refs") << "5";
     const std::size_t before = statusBytes("VmRSS:");
     action();

@@ -6,8 +6,8 @@
 
 namespace benchmarks {
 
-/// How many bytes of memory the process held more while `action` ran, at the worst moment, than
-/// before it. `action` runs in a child process of its own. None where the system does not tell.
+/// The peak growth of resident memory during `action`, in bytes. Runs `action` in a child process.
+/// nullopt if the system does not report it.
 [[nodiscard]] std::optional<std::size_t> peakMemoryOf(const std::function<void()>& action);
 
 } // namespace benchmarks

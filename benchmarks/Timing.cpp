@@ -22,13 +22,13 @@ std::vector<double> medianTimes(const std::vector<Contender>& contenders) {
     std::size_t rounds = 0;
     for (const Contender& contender : contenders) {
         rounds = std::max(rounds, contender.rounds);
-        // The first run finds code and data cold.
+        // Warm-up: the first run has cold code and data.
         static_cast<void>(contender.run());
     }
     std::vector<std::vector<double>> times(contenders.size());
     std::vector<std::size_t> order(contenders.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
-    std::mt19937_64 random(1); // NOLINT(*-msc51-cpp): the same orders every time
+    std::mt19937_64 random(1); // NOLINT(*-msc51-cpp): the same orders on every run
     for (std::size_t round = 0; round < rounds; ++round) {
         std::shuffle(order.begin(), order.end(), random);
         for (const std::size_t i : order) {

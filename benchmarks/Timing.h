@@ -6,23 +6,23 @@
 
 namespace benchmarks {
 
-/// One way of doing a thing. `run` does it once and returns how long the part that counts took, in
+/// One implementation to compare. `run` runs it once and returns the time of the measured part in
 /// seconds.
 struct Contender {
     std::function<double()> run;
     std::size_t rounds;
 };
 
-/// Runs the contenders in turn, in a new order each round, each for as many rounds as it asks for,
-/// so that all see the same moods of the machine. The median time of each, in their order.
+/// The median time of each contender, in the given order. Runs them in a new order each round, each
+/// for as many rounds as it requests, so that load on the machine affects all alike.
 [[nodiscard]] std::vector<double> medianTimes(const std::vector<Contender>& contenders);
 
 [[nodiscard]] double median(std::vector<double> values);
 
-/// Seconds since some fixed moment.
+/// Monotonic time in seconds.
 [[nodiscard]] double now();
 
-/// How long a call of `action` takes, in seconds.
+/// The duration of a call of `action` in seconds.
 template <typename Action>
 double timeOf(const Action& action) {
     const double begin = now();

@@ -1,5 +1,5 @@
-// Any bytes: the fast conversion must agree with the reference byte for byte on what they are
-// repaired to, and no function may leave its text when it gets them as they are.
+// For any bytes, the fast conversion of the repaired text must equal the reference byte for byte,
+// and no function may read outside its text when given the raw bytes.
 
 #include "fuzz/DifferentialCheck.h"
 

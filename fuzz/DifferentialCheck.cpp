@@ -37,7 +37,7 @@ std::string hexDump(std::string_view bytes) {
     return dump + "\n";
 }
 
-/// The lines in one text, told apart even when one of them should hold a line feed.
+/// The lines as one text that is unambiguous even if a line contains a line feed.
 std::string listed(const std::vector<std::string>& lines) {
     std::string list;
     for (const std::string& line : lines) {
@@ -101,7 +101,7 @@ void exerciseOnRawBytes(std::string_view bytes) {
     if (kept > bytes.size() || text::trim(bytes).size() > bytes.size() ||
         text::escapeHTML(bytes).size() < bytes.size() ||
         std::cmp_greater(text::countGraphemeClusters(bytes), bytes.size())) {
-        foundation::fatalError("a function of the Text folder made text of nothing");
+        foundation::fatalError("a function in Text/ returned more than its input allows");
     }
 }
 

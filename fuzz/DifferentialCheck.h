@@ -9,7 +9,7 @@
 
 namespace fuzz {
 
-/// Everything that a conversion of one text yields.
+/// The complete result of one conversion.
 struct Conversion {
     std::vector<std::string> lines;
     std::string html;
@@ -17,19 +17,19 @@ struct Conversion {
     std::int64_t stickyCount = 0;
 };
 
-/// Converts a text in well-formed UTF-8.
+/// Converts well-formed UTF-8.
 using Converter = std::function<Conversion(std::string_view text)>;
 
-/// The conversion of the Text folder.
+/// The conversion in Text/.
 [[nodiscard]] Conversion convertFast(std::string_view text);
 
-/// Repairs the bytes in both ways, converts them with `converter` and with the reference, and
-/// compares everything byte for byte. None when they agree; otherwise a report of several lines:
-/// which part differs, and the two parts and the bytes as hexadecimal dumps.
+/// Repairs and converts the bytes with `converter` and with the reference and compares the results
+/// byte for byte. Returns nullopt if they are equal, otherwise a report of several lines: which
+/// part differs, and hexadecimal dumps of both versions and of the bytes.
 [[nodiscard]] std::optional<std::string> findDifference(std::string_view bytes,
                                                         const Converter& converter);
 
-/// Hands the bytes as they are to every function of the Text folder, for a sanitizer to watch.
+/// Passes the raw bytes to every function in Text/, to be run under a sanitizer.
 void exerciseOnRawBytes(std::string_view bytes);
 
 } // namespace fuzz

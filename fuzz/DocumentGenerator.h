@@ -9,9 +9,9 @@
 
 namespace fuzz {
 
-/// Makes texts of what the conversion looks at: bullets, numbers in several scripts, marks, white
-/// space of all kinds, markup, line breaks, and now and then bytes that are no UTF-8. The same
-/// seed makes the same texts on every machine.
+/// Generates texts from what the conversion distinguishes: bullets, numbers in several scripts,
+/// punctuation, all kinds of white space, markup, line breaks and occasional invalid UTF-8. The
+/// same seed yields the same texts on every machine.
 class DocumentGenerator {
   public:
     explicit DocumentGenerator(std::uint64_t seed) : random_(seed) {}

@@ -1,4 +1,4 @@
-// Runs a fuzz target without a fuzzing engine, on files and on generated documents:
+// Runs a fuzz target on files and generated documents, without a fuzzing engine:
 // [FILE | FOLDER]... [--documents N] [--seed S]
 
 #include "fuzz/DocumentGenerator.h"
