@@ -10,7 +10,7 @@
 
 namespace contract {
 
-/// The trust that a system has in a program which its user has let control the computer.
+/// A system on which the user has allowed the program to control the computer.
 class AccessibilityTrustBackend : public foundation::Interface {
   public:
     virtual platform::AccessibilityTrust& trust() = 0;

@@ -21,12 +21,12 @@ INSTANTIATE_TEST_SUITE_P(
     (backend<AccessibilityTrustBackend, MemoryAccessibilityTrustBackend>("Memory")),
     nameOfBackend<AccessibilityTrustBackend>);
 
-TEST_P(AccessibilityTrustContract, ATrustedProgramIsTrustedWithThePromptAndWithout) {
+TEST_P(AccessibilityTrustContract, ATrustedProgramIsTrustedWithAndWithoutThePrompt) {
     EXPECT_TRUE(backend_->trust().isProcessTrusted());
     EXPECT_TRUE(backend_->trust().isProcessTrustedWithPrompt());
 }
 
-TEST_P(AccessibilityTrustContract, ThePromptTakesNoTrustAway) {
+TEST_P(AccessibilityTrustContract, ThePromptDoesNotRevokeTrust) {
     backend_->trust().isProcessTrustedWithPrompt();
     EXPECT_TRUE(backend_->trust().isProcessTrusted());
 }

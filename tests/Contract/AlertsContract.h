@@ -19,11 +19,11 @@ inline const platform::Alert question{.messageText = "What now?",
                                       .style = platform::AlertStyle::informational,
                                       .buttonTitles = {"Go on", "Wait", "Leave"}};
 
-/// Alerts and the user who answers them.
+/// Alerts and a user to answer them.
 class AlertsBackend : public foundation::Interface {
   public:
     virtual platform::Alerts& alerts() = 0;
-    /// Answers the next alert with that button of the question, or dismisses it if nullopt.
+    /// Presses the button with this index in the next alert, or dismisses the alert if nullopt.
     virtual void answerNext(std::optional<std::size_t> buttonIndex) = 0;
     /// The texts of the last alert.
     virtual std::vector<std::string> shownTexts() = 0;

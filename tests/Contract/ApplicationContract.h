@@ -15,24 +15,24 @@ namespace contract {
 
 using Request = std::function<void()> platform::Application::Requests::*;
 
-/// The running program, and the desktop that it runs on.
+/// The running program and its desktop.
 class ApplicationBackend : public foundation::Interface {
   public:
     virtual platform::Application& application() = 0;
-    /// The desktop asks for something, and the program has been told when this returns.
+    /// Sends a request from the desktop and returns when the program has received it.
     virtual void ask(Request request) = 0;
-    /// Lets the program do what it put off.
+    /// Runs deferred work.
     virtual void settle() = 0;
-    /// Puts another program in front of this one, which has been in front.
+    /// Brings another program to the front.
     virtual void leaveTheFront() = 0;
     [[nodiscard]] virtual bool comesToTheFront() = 0;
-    /// Runs the program, and the action in it; whether the program ends then.
+    /// Runs the action in the program. Returns whether the program then ends.
     virtual bool endsAfter(const std::function<void()>& action) = 0;
 };
 
 class ApplicationContract : public testing::TestWithParam<BackendMaker<ApplicationBackend>> {
   protected:
-    /// Requests that are noted when they come.
+    /// Handlers that note each request.
     platform::Application::Requests noting() {
         return {.convert = [this] { notes_.emplace_back("convert"); },
                 .openPreferences = [this] { notes_.emplace_back("preferences"); }};

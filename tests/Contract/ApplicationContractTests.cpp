@@ -41,7 +41,7 @@ INSTANTIATE_TEST_SUITE_P(Memory,
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST_P(ApplicationContract, DoesWhatTheDesktopAsksFor) {
+TEST_P(ApplicationContract, HandlesRequestsFromTheDesktop) {
     application_.setRequests(noting());
     backend_->ask(convert);
     backend_->ask(openPreferences);
@@ -49,7 +49,7 @@ TEST_P(ApplicationContract, DoesWhatTheDesktopAsksFor) {
     EXPECT_THAT(notes_, ElementsAre("convert", "preferences", "convert"));
 }
 
-TEST_P(ApplicationContract, KeepsRequestsUntilSomebodyTakesThemAndAnswersThemOnce) {
+TEST_P(ApplicationContract, QueuesRequestsUntilThereAreHandlersAndHandlesEachOnce) {
     backend_->ask(openPreferences);
     backend_->ask(convert);
     application_.setRequests(noting());
@@ -60,7 +60,7 @@ TEST_P(ApplicationContract, KeepsRequestsUntilSomebodyTakesThemAndAnswersThemOnc
     EXPECT_EQ(notes_.size(), 2U);
 }
 
-TEST_P(ApplicationContract, TakesNewRequestsInsteadOfTheOldOnes) {
+TEST_P(ApplicationContract, NewHandlersReplaceOldOnes) {
     application_.setRequests(noting());
     int count = 0;
     application_.setRequests({.convert = [&] { ++count; }, .openPreferences = {}});
@@ -76,7 +76,7 @@ TEST_P(ApplicationContract, ComesToTheFrontWhenItActivatesItself) {
     EXPECT_TRUE(backend_->comesToTheFront());
 }
 
-TEST_P(ApplicationContract, EndsAfterTheCallReturned) {
+TEST_P(ApplicationContract, EndsAfterTheCallReturns) {
     bool hasReturned = false;
     EXPECT_TRUE(backend_->endsAfter([&] {
         application_.terminate();

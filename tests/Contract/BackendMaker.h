@@ -8,7 +8,7 @@
 
 namespace contract {
 
-/// A backend to run a contract's suite against, with the name that its tests show.
+/// Creates a backend for a contract suite; `name` appears in the test names.
 template <typename Backend>
 struct BackendMaker {
     const char* name;
@@ -17,7 +17,7 @@ struct BackendMaker {
     friend void PrintTo(const BackendMaker& maker, std::ostream* out) { *out << maker.name; }
 };
 
-/// The parameter of a suite for the backend `Made`, of which each test makes a new one.
+/// The suite parameter for the backend `Made`. Each test creates a new instance.
 template <typename Backend, typename Made>
 auto backend(const char* name) {
     return testing::Values(BackendMaker<Backend>{

@@ -10,11 +10,11 @@
 
 namespace contract {
 
-/// A calendar and what it takes to move it to another zone.
+/// A calendar in an adjustable time zone.
 class CalendarBackend : public foundation::Interface {
   public:
     virtual const platform::Calendar& calendar() = 0;
-    /// East of Greenwich, from then on.
+    /// Sets the offset from UTC, positive to the east.
     virtual void setHoursAheadOfUtc(int hours) = 0;
 };
 

@@ -10,7 +10,7 @@
 
 namespace contract {
 
-/// A clock and what it takes to let time pass.
+/// A clock and a way to let time pass.
 class ClockBackend : public foundation::Interface {
   public:
     virtual const platform::Clock& clock() = 0;

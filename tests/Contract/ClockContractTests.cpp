@@ -29,7 +29,7 @@ INSTANTIATE_TEST_SUITE_P(Memory,
 
 using foundation::Date;
 
-TEST_P(ClockContract, GoesOn) {
+TEST_P(ClockContract, Advances) {
     const Date begin = backend_->clock().now();
     EXPECT_TRUE(testing_support::waitUntil([&] { return backend_->clock().now() > begin; },
                                            testing_support::patience,

@@ -12,7 +12,7 @@
 
 namespace contract {
 
-/// A standard output and what a reader has got of it so far.
+/// Standard output and what a reader has received so far.
 class StandardOutputBackend : public foundation::Interface {
   public:
     virtual platform::StandardOutput& output() = 0;

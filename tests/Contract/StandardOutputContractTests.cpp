@@ -27,7 +27,7 @@ INSTANTIATE_TEST_SUITE_P(Memory,
 
 using Lines = std::vector<std::string>;
 
-TEST_P(StandardOutputContract, ALineIsThereWhenTheCallReturns) {
+TEST_P(StandardOutputContract, ALineIsReadableWhenTheCallReturns) {
     backend_->output().writeLine("first");
     EXPECT_EQ(backend_->lines(), (Lines{"first"}));
     backend_->output().writeLine("second…");

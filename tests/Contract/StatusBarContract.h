@@ -13,18 +13,18 @@
 
 namespace contract {
 
-/// A status bar and whoever looks at it.
+/// A status bar and its user.
 class StatusBarBackend : public foundation::Interface {
   public:
-    /// An item with a picture, which is shown when this returns.
+    /// Creates an item with an image and returns once it is shown.
     virtual std::unique_ptr<platform::StatusItem>
     makeItem(const std::shared_ptr<platform::Menu>& menu) = 0;
     virtual void open() = 0;
-    /// The title of the first row as it is shown now.
+    /// The title that the first row shows.
     virtual std::string firstTitle() = 0;
     virtual void choose(const std::string& title) = 0;
     [[nodiscard]] virtual bool isShown() = 0;
-    /// Lets the system work until the condition holds or patience ends.
+    /// Runs the system until the condition holds or `patience` has passed.
     virtual bool turnUntil(const std::function<bool()>& condition) = 0;
 };
 

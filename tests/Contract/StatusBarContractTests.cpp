@@ -53,7 +53,7 @@ TEST_P(StatusBarContract, AnItemHasAButton) {
     EXPECT_EQ(item_->button(), item_->button());
 }
 
-TEST_P(StatusBarContract, OpeningTheMenuTellsItsDelegateOnceAndShowsWhatThatSet) {
+TEST_P(StatusBarContract, OpeningTheMenuNotifiesItsDelegateOnceAndShowsItsChanges) {
     backend_->open();
     EXPECT_EQ(sample_.openingCount, 1);
     EXPECT_EQ(backend_->firstTitle(), "Opened: 1");
@@ -64,7 +64,7 @@ TEST_P(StatusBarContract, ARowShowsItsNewTitle) {
     EXPECT_EQ(backend_->firstTitle(), "New");
 }
 
-TEST_P(StatusBarContract, ARowThatIsChosenDoesItsWork) {
+TEST_P(StatusBarContract, ChoosingARowPerformsItsAction) {
     backend_->choose("Quit");
     EXPECT_TRUE(backend_->turnUntil([this] { return !sample_.chosen.empty(); }));
     EXPECT_THAT(sample_.chosen, ElementsAre("quit"));
@@ -72,13 +72,13 @@ TEST_P(StatusBarContract, ARowThatIsChosenDoesItsWork) {
 
 TEST_P(StatusBarContract, ADisabledRowDoesNothing) {
     backend_->choose(backend_->firstTitle());
-    // Rows are performed in the order in which they are chosen.
+    // Actions run in the order in which rows are chosen.
     backend_->choose("Quit");
     EXPECT_TRUE(backend_->turnUntil([this] { return !sample_.chosen.empty(); }));
     EXPECT_THAT(sample_.chosen, ElementsAre("quit"));
 }
 
-TEST_P(StatusBarContract, TheItemGoesWithItsObject) {
+TEST_P(StatusBarContract, DestroyingTheItemRemovesItFromTheBar) {
     EXPECT_TRUE(backend_->isShown());
     item_.reset();
     EXPECT_TRUE(backend_->turnUntil([this] { return !backend_->isShown(); }));

@@ -12,7 +12,7 @@
 
 namespace contract {
 
-/// A toolkit and the user in front of it.
+/// A toolkit and its user.
 class ToolkitBackend : public foundation::Interface {
   public:
     virtual platform::Toolkit& toolkit() = 0;

@@ -10,7 +10,7 @@
 
 namespace contract {
 
-/// Settings, and a way to read them as a later run of the program does.
+/// User defaults that can be reopened as in a later run of the program.
 class UserDefaultsBackend : public foundation::Interface {
   public:
     virtual platform::UserDefaults& defaults() = 0;
@@ -21,7 +21,7 @@ class UserDefaultsContract : public testing::TestWithParam<BackendMaker<UserDefa
   protected:
     platform::UserDefaults& defaults() { return backend_->defaults(); }
 
-    /// The value is there at once and in a later run.
+    /// Expects to read the value at once and in a later run.
     void expectIsKept(const foundation::Value& value) {
         defaults().setObject("key", value);
         EXPECT_EQ(defaults().object("key"), value);

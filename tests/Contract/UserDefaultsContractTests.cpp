@@ -14,7 +14,7 @@ namespace contract {
 
 namespace {
 
-/// Lasts as long as the test, over restarts too.
+/// Lives as long as the test, across restarts.
 class MemoryUserDefaultsBackend final : public UserDefaultsBackend {
   public:
     platform::UserDefaults& defaults() override { return defaults_; }
@@ -36,7 +36,7 @@ using foundation::Date;
 using foundation::Dictionary;
 using foundation::Value;
 
-TEST_P(UserDefaultsContract, HasNothingAtFirst) {
+TEST_P(UserDefaultsContract, IsEmptyAtFirst) {
     EXPECT_EQ(defaults().object("key"), std::nullopt);
     EXPECT_EQ(defaults().doubleForKey("key"), 0.0);
     EXPECT_FALSE(defaults().boolForKey("key"));
@@ -67,7 +67,7 @@ TEST_P(UserDefaultsContract, KeepsADateToTheMicrosecond) {
     expectIsKept(Date{std::chrono::microseconds(-1)});
 }
 
-TEST_P(UserDefaultsContract, KeepsAWholeDoubleADouble) {
+TEST_P(UserDefaultsContract, AWholeDoubleStaysADouble) {
     expectIsKept(350.0);
     expectIsKept(0.0);
     EXPECT_TRUE(std::holds_alternative<double>(defaults().object("key").value()));
@@ -97,7 +97,7 @@ TEST_P(UserDefaultsContract, ReplacesAnObjectByOneOfAnotherType) {
     EXPECT_EQ(defaults().object("key"), Value(std::int64_t{1}));
 }
 
-TEST_P(UserDefaultsContract, RemovesAnObjectAndNoOther) {
+TEST_P(UserDefaultsContract, RemovesOnlyTheGivenObject) {
     defaults().setObject("a", 1.0);
     defaults().setObject("b", 2.0);
     backend_->restart();
@@ -109,7 +109,7 @@ TEST_P(UserDefaultsContract, RemovesAnObjectAndNoOther) {
     EXPECT_EQ(defaults().object("b"), Value(2.0));
 }
 
-TEST_P(UserDefaultsContract, TellsKeysApartToTheLastByte) {
+TEST_P(UserDefaultsContract, DistinguishesKeysByteForByte) {
     defaults().setObject("analytics.todaySavedSeconds.2024-03-07", 1.0);
     defaults().setObject("analytics.todaySavedSeconds.2024-03-08", 2.0);
     defaults().setObject("Key", 3.0);
@@ -123,7 +123,7 @@ TEST_P(UserDefaultsContract, TellsKeysApartToTheLastByte) {
     EXPECT_EQ(defaults().doubleForKey("k\xC3\xA9y"), 5.0);
 }
 
-TEST_P(UserDefaultsContract, TakesAnEmptyKeyForAKey) {
+TEST_P(UserDefaultsContract, AcceptsAnEmptyKey) {
     defaults().setObject("", 1.0);
     defaults().setObject("key", 2.0);
     backend_->restart();
@@ -131,12 +131,12 @@ TEST_P(UserDefaultsContract, TakesAnEmptyKeyForAKey) {
     EXPECT_EQ(defaults().doubleForKey("key"), 2.0);
 }
 
-TEST_P(UserDefaultsContract, ReadsAViewOfAKeyThatGoesOnBehindIt) {
+TEST_P(UserDefaultsContract, AcceptsAKeyThatIsNotZeroTerminated) {
     defaults().setObject("key", 1.0);
     EXPECT_EQ(defaults().doubleForKey(std::string_view("key and more").substr(0, 3)), 1.0);
 }
 
-TEST_P(UserDefaultsContract, ReadsWhatIsOfAnotherTypeAsNothing) {
+TEST_P(UserDefaultsContract, ReadsAValueOfAnotherTypeAsMissing) {
     defaults().setObject("text", std::string("10"));
     defaults().setObject("date", Date{});
     defaults().setObject("dictionary", Dictionary{{"a", 1.0}});

@@ -20,7 +20,7 @@ TEST(TextBufferTests, StartsEmpty) {
     EXPECT_EQ(buffer.view(), "");
 }
 
-TEST(TextBufferTests, CopiesTheTextItIsConstructedFrom) {
+TEST(TextBufferTests, CopiesTheGivenText) {
     std::string text = "milk";
     const TextBuffer buffer{std::string_view(text)};
     text[0] = 's';
@@ -49,7 +49,7 @@ TEST(TextBufferTests, AppendsUninitialisedBytesForTheCallerToFill) {
     EXPECT_EQ(buffer.view(), "abcd");
 }
 
-TEST(TextBufferTests, KeepsTheAddressOfItsBytesWithinTheReservedCapacity) {
+TEST(TextBufferTests, DoesNotReallocateWithinTheReservedCapacity) {
     TextBuffer buffer;
     buffer.reserve(1000);
     buffer.append("first");
@@ -58,13 +58,13 @@ TEST(TextBufferTests, KeepsTheAddressOfItsBytesWithinTheReservedCapacity) {
     EXPECT_EQ(buffer.view().data(), before);
 }
 
-TEST(TextBufferTests, KeepsTheAddressOfItsBytesWhenMovedAndLeavesAnEmptyBuffer) {
+TEST(TextBufferTests, MovingTransfersTheBlockAndLeavesAnEmptyBuffer) {
     TextBuffer from("x");
     const char* address = from.view().data();
     const TextBuffer to = std::move(from);
     EXPECT_EQ(to.view().data(), address);
     EXPECT_EQ(to.view(), "x");
-    // NOLINTBEGIN(bugprone-use-after-move,clang-analyzer-cplusplus.Move): that it stays usable
+    // NOLINTBEGIN(bugprone-use-after-move,clang-analyzer-cplusplus.Move): still usable
     EXPECT_TRUE(from.empty());
     from.append("new life");
     EXPECT_EQ(from.view(), "new life");
@@ -85,7 +85,7 @@ TEST(TextBufferTests, ThrowsAndStaysUnchangedWhenMemoryRunsOut) {
     EXPECT_EQ(buffer.view(), "milk");
 }
 
-TEST(TextBufferTests, AnnouncesEachLargeBlockBeforeItIsWrittenTo) {
+TEST(TextBufferTests, CallsTheHookForEachLargeBlock) {
     static std::vector<std::pair<char*, std::size_t>> blocks;
     TextBuffer::setLargeBlockHook(
         [](char* block, std::size_t size) { blocks.emplace_back(block, size); });

@@ -16,7 +16,7 @@ using fuzz::findDifference;
 using testing::HasSubstr;
 using testing::Optional;
 
-TEST(DifferentialCheckTests, ReportsNothingWhenBothAgree) {
+TEST(DifferentialCheckTests, ReportsNothingIfTheResultsAgree) {
     EXPECT_EQ(findDifference("- milk\r\n\r\n1. eggs \xFF & \0", fuzz::convertFast), std::nullopt);
 }
 
@@ -40,7 +40,7 @@ TEST(DifferentialCheckTests, ReportsADifferenceInEachPartWithTheDocument) {
     expectReport("the count", [](Conversion& conversion) { ++conversion.stickyCount; });
 }
 
-TEST(DifferentialCheckTests, FindsAConverterThatForgetsOneDigitAmongGeneratedDocuments) {
+TEST(DifferentialCheckTests, GeneratedDocumentsRevealAConverterThatMissesOneDigit) {
     fuzz::DocumentGenerator generator(1);
     int found = 0;
     for (int i = 0; i < 2000; ++i) {
@@ -57,7 +57,7 @@ TEST(DifferentialCheckTests, FindsAConverterThatForgetsOneDigitAmongGeneratedDoc
     EXPECT_GT(found, 0);
 }
 
-TEST(DocumentGeneratorTests, MakesTheSameDocumentsOfTheSameSeedAndOthersOfAnother) {
+TEST(DocumentGeneratorTests, TheSeedDeterminesTheDocuments) {
     fuzz::DocumentGenerator one(1);
     fuzz::DocumentGenerator same(1);
     fuzz::DocumentGenerator other(2);

@@ -33,7 +33,7 @@ std::string toUtf8(const UnicodeString& text) {
     return result;
 }
 
-/// One of the constant expressions, compiled once.
+/// A compiled regular expression.
 class Expression {
   public:
     explicit Expression(const UnicodeString& pattern) {
@@ -44,8 +44,7 @@ class Expression {
         check(status);
     }
 
-    /// Removes the first match, which begins at the start of the text or is none; true when there
-    /// was one.
+    /// Removes the match at the start of the text. Returns whether there was one.
     bool removeFrom(UnicodeString& text) {
         UErrorCode status = U_ZERO_ERROR;
         matcher_->reset(text);
@@ -67,7 +66,7 @@ Expression& bulletExpression() {
     return expression;
 }
 
-/// ^\d+ without the digits that only a newer ICU knows.
+/// ^\d+ without digits from Unicode versions newer than ours.
 UnicodeString leadingDigits() {
     const std::string version = std::to_string(text::unicodeVersion);
     return fromUtf8("^[\\p{Nd}&&\\p{Age=" + version + ".0}]+");
@@ -107,7 +106,7 @@ UnicodeString sanitized(UnicodeString line) {
     return line;
 }
 
-/// Unlike UnicodeString::findAndReplace this does not move the rest of the text for each match.
+/// Unlike UnicodeString::findAndReplace, does not move the rest of the text for each match.
 UnicodeString replaceAll(const UnicodeString& text,
                          const UnicodeString& pattern,
                          const UnicodeString& replacement) {
@@ -148,7 +147,7 @@ UnicodeString escaped(UnicodeString text) {
     return replaceAll(text, u"'", u"&#39;");
 }
 
-/// The whole document with marks where the rows and the counts go.
+/// The document with placeholders for the rows and counts.
 constexpr std::string_view documentForm = R"form(<meta charset='utf-8'>
 <google-sheets-html-origin>
 <style type='text/css'>

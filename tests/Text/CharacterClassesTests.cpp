@@ -32,12 +32,12 @@ int count(Predicate predicate) {
     return result;
 }
 
-TEST(CharacterClassesTests, ClassesHaveTheSizesOfThePinnedVersion) {
+TEST(CharacterClassesTests, ClassesHaveTheSizesOfThePinnedUnicodeVersion) {
     EXPECT_EQ(count(text::isWhiteSpace), 25);
     EXPECT_EQ(count(text::isDecimalDigit), 680);
 }
 
-TEST(CharacterClassesTests, WhiteSpaceIsTheUnicodePropertyOnEveryCodePoint) {
+TEST(CharacterClassesTests, WhiteSpaceMatchesTheUnicodePropertyForEveryCodePoint) {
     for (char32_t character = 0; character <= lastCodePoint; ++character) {
         if (isInBothVersions(character)) {
             ASSERT_EQ(text::isWhiteSpace(character),
@@ -47,7 +47,7 @@ TEST(CharacterClassesTests, WhiteSpaceIsTheUnicodePropertyOnEveryCodePoint) {
     }
 }
 
-TEST(CharacterClassesTests, DecimalDigitsAreTheUnicodeCategoryOnEveryCodePoint) {
+TEST(CharacterClassesTests, DecimalDigitsMatchTheUnicodeCategoryForEveryCodePoint) {
     for (char32_t character = 0; character <= lastCodePoint; ++character) {
         if (isInBothVersions(character)) {
             ASSERT_EQ(text::isDecimalDigit(character),
@@ -82,7 +82,7 @@ TEST(CharacterClassesTests, BothClassesMatchTheRegularExpressionEngine) {
     }
 }
 
-TEST(CharacterClassesTests, WhiteSpaceOfOtherDefinitionsIsNotWhiteSpace) {
+TEST(CharacterClassesTests, WhiteSpaceByOtherDefinitionsIsExcluded) {
     for (const char32_t character : {U'\u200B', U'\uFEFF', U'\u180E', U'\x1C', U'\x1F', U'\0'}) {
         EXPECT_FALSE(text::isWhiteSpace(character));
     }

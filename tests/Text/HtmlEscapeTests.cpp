@@ -22,7 +22,7 @@ TEST(HtmlEscapeTests, EscapesALineOfText) {
               "Tom &amp; Jerry &lt;3 &quot;quotes&quot; &#39;x&#39;");
 }
 
-TEST(HtmlEscapeTests, RecognisesNoEntities) {
+TEST(HtmlEscapeTests, EscapesTheAmpersandOfAnEntity) {
     EXPECT_EQ(escaped("&amp;"), "&amp;amp;");
 }
 
@@ -53,7 +53,7 @@ TEST(HtmlEscapeTests, EscapesACharacterAtEveryPosition) {
 }
 
 TEST(HtmlEscapeTests, AgreesWithTheReferenceOnRandomTexts) {
-    std::mt19937_64 random(1); // NOLINT(*-msc51-cpp): the same texts every time
+    std::mt19937_64 random(1); // NOLINT(*-msc51-cpp): the same texts on every run
     for (int i = 0; i < 2000; ++i) {
         std::string text;
         const std::size_t size = random() % 200;
@@ -64,7 +64,7 @@ TEST(HtmlEscapeTests, AgreesWithTheReferenceOnRandomTexts) {
     }
 }
 
-TEST(HtmlEscapeTests, EscapesLongTextsOfNothingButMarkup) {
+TEST(HtmlEscapeTests, EscapesLongTextsOfMarkupOnly) {
     for (const std::size_t size : {4095U, 4096U, 4097U, 100'000U}) {
         std::string expected;
         for (std::size_t i = 0; i < size; ++i) {
@@ -74,10 +74,10 @@ TEST(HtmlEscapeTests, EscapesLongTextsOfNothingButMarkup) {
     }
 }
 
-TEST(HtmlEscapeTests, AppendsTheEscapedTextAndTheTextWhateverFollowsIt) {
+TEST(HtmlEscapeTests, AppendsBothTextsRegardlessOfFollowingBytes) {
     for (std::size_t size = 0; size <= 150; ++size) {
         for (std::size_t following = 0; following <= 70; ++following) {
-            // In a block of its own, so that a sanitizer sees its end.
+            // Allocated separately, so that a sanitizer detects reads past the end.
             const std::string memory = std::string(size, 'a') + std::string(following, '&');
             foundation::TextBuffer html("<b>");
             foundation::TextBuffer plainText("b\n");

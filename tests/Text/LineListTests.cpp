@@ -67,7 +67,7 @@ TEST(LineListTests, KeepsANumberWhoseWhiteSpaceWasTrimmedAway) {
     EXPECT_THAT(processed("1. \n1 - \n3:\t"), ElementsAre("1.", "1 -", "3:"));
 }
 
-TEST(LineListTests, KeepsLinesThatConsistOfAPrefixAsBlankLines) {
+TEST(LineListTests, KeepsLinesOfOnlyAPrefixAsBlankLines) {
     EXPECT_THAT(processed("\u2022\n-\n* \nx"), ElementsAre("", "", "", "x"));
 }
 
@@ -76,7 +76,7 @@ TEST(LineListTests, KeepsZeroBytes) {
                 ElementsAre(std::string("a\0b", 3), std::string("\0", 1)));
 }
 
-TEST(LineListTests, CopiesNothing) {
+TEST(LineListTests, LinesPointIntoTheOriginalText) {
     const LineList list(TextBuffer("- milk\n2. eggs"));
     std::vector<std::ptrdiff_t> offsets;
     list.forEach(
@@ -123,7 +123,7 @@ TEST(LineListTests, SplitsALongTextAtEachKindOfLineBreak) {
     }
 }
 
-TEST(LineListTests, AcceptsIllFormedBytes) {
+TEST(LineListTests, AcceptsIllFormedUtf8) {
     EXPECT_THAT(processed("\xE2\n\x80\xE3\r\xF0\x9F"), ElementsAre("\xE2", "\x80\xE3", "\xF0\x9F"));
 }
 

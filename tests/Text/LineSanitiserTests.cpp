@@ -16,7 +16,7 @@ std::string sanitized(std::string_view line) {
     return std::string(sanitizeLine(line).text);
 }
 
-TEST(LineSanitiserTests, NamesItsPatternsAsTheLogShowsThem) {
+TEST(LineSanitiserTests, PatternNamesMatchTheLog) {
     EXPECT_EQ(text::bulletPrefixPattern,
               "^[\xE2\x80\xA2\\-*\xC2\xB7+\xE2\x86\x92\xE2\x81\x83\xE2\x80\xA3\xE2\x81\x8C"
               "\xE2\x81\x8D]\\s*");
@@ -36,7 +36,7 @@ TEST(LineSanitiserTests, RemovesEachOfTheTenBullets) {
     }
 }
 
-TEST(LineSanitiserTests, KeepsCharactersThatAreNearlyBullets) {
+TEST(LineSanitiserTests, KeepsCharactersThatResembleBullets) {
     for (const std::string_view line : {"\u2013 milk", "\u25CF milk", "_ milk", "# milk", "> a"}) {
         const auto result = sanitizeLine(line);
         EXPECT_EQ(result.text, line);
@@ -49,20 +49,20 @@ TEST(LineSanitiserTests, RemovesOneBulletOnly) {
     EXPECT_EQ(sanitized("--- item"), "-- item");
 }
 
-TEST(LineSanitiserTests, RemovesABulletThatNoWhiteSpaceFollows) {
+TEST(LineSanitiserTests, RemovesABulletWithoutWhiteSpaceAfterIt) {
     EXPECT_EQ(sanitized("-5 degrees"), "5 degrees");
     EXPECT_EQ(sanitized("+1 555 0100"), "1 555 0100");
     EXPECT_EQ(sanitized("*bold*"), "bold*");
 }
 
-TEST(LineSanitiserTests, LeavesNothingOfABulletAlone) {
+TEST(LineSanitiserTests, LineOfOnlyABulletBecomesEmpty) {
     for (const std::string_view line : {"\u2022", "-", "*"}) {
         EXPECT_EQ(sanitized(line), "");
         EXPECT_TRUE(sanitizeLine(line).hadBullet);
     }
 }
 
-TEST(LineSanitiserTests, ToldApartByTheirPatternRemovesEachKindOfNumber) {
+TEST(LineSanitiserTests, RemovesEachKindOfNumberAndReportsItsPattern) {
     const auto expect = [](std::string_view line, std::size_t pattern) {
         const auto result = sanitizeLine(line);
         EXPECT_EQ(result.text, "milk") << line;
@@ -83,7 +83,7 @@ TEST(LineSanitiserTests, RemovesANumberWithADashBetweenSpaces) {
     EXPECT_EQ(sanitized("12 \u2014 done"), "done");
 }
 
-TEST(LineSanitiserTests, KeepsANumberWithoutWhiteSpaceBehindItsMark) {
+TEST(LineSanitiserTests, KeepsANumberWithoutWhiteSpaceAfterItsMark) {
     for (const std::string_view line :
          {"1.", "1 -", "1:", "1", "1.x", "12:30 lunch", "1\u200B. milk"}) {
         const auto result = sanitizeLine(line);
@@ -92,17 +92,17 @@ TEST(LineSanitiserTests, KeepsANumberWithoutWhiteSpaceBehindItsMark) {
     }
 }
 
-TEST(LineSanitiserTests, KeepsADateWhoseHyphenHasNoWhiteSpaceBehindIt) {
+TEST(LineSanitiserTests, KeepsADate) {
     EXPECT_EQ(sanitizeLine("2024-01-05 meeting").text, "2024-01-05 meeting");
     EXPECT_FALSE(sanitizeLine("2024-01-05 meeting").numericPattern.has_value());
 }
 
-TEST(LineSanitiserTests, KeepsADecimalNumberButTakesANumberBeforeADash) {
+TEST(LineSanitiserTests, KeepsADecimalNumberButRemovesANumberBeforeADash) {
     EXPECT_EQ(sanitizeLine("1.2 million").text, "1.2 million");
     EXPECT_EQ(sanitizeLine("12 \u2014 done").text, "done");
 }
 
-TEST(LineSanitiserTests, KeepsANumberThatStandsApartFromItsFullStopOrColon) {
+TEST(LineSanitiserTests, KeepsANumberSeparatedFromItsFullStopOrColon) {
     EXPECT_EQ(sanitized("1 . milk"), "1 . milk");
     EXPECT_EQ(sanitized("1 : milk"), "1 : milk");
 }
@@ -130,11 +130,11 @@ TEST(LineSanitiserTests, RemovesABulletAndANumberWithAColon) {
     EXPECT_EQ(sanitized("\u2022 3: Call"), "Call");
 }
 
-TEST(LineSanitiserTests, KeepsABulletBehindANumber) {
+TEST(LineSanitiserTests, KeepsABulletAfterANumber) {
     EXPECT_EQ(sanitized("1. \u2022 Buy milk"), "\u2022 Buy milk");
 }
 
-TEST(LineSanitiserTests, RemovesNumbersInEveryScriptsDigits) {
+TEST(LineSanitiserTests, RemovesNumbersInTheDigitsOfAnyScript) {
     EXPECT_EQ(sanitized("\u0661. item"), "item");
     EXPECT_EQ(sanitized("\u0967\u0968: item"), "item");
     EXPECT_EQ(sanitized("\uFF11\uFF12 - item"), "item");
@@ -142,7 +142,7 @@ TEST(LineSanitiserTests, RemovesNumbersInEveryScriptsDigits) {
     EXPECT_EQ(sanitized("\U0001E4F9. item"), "item");
 }
 
-TEST(LineSanitiserTests, KeepsNumbersThatAreNoDecimalDigits) {
+TEST(LineSanitiserTests, KeepsNumbersThatAreNotDecimalDigits) {
     for (const std::string_view line : {"\u00B2. item", "\u2160. item", "\u4E00. item"}) {
         EXPECT_EQ(sanitized(line), line);
     }
@@ -154,27 +154,27 @@ TEST(LineSanitiserTests, RemovesANumberOfAMillionDigits) {
     EXPECT_EQ(sanitized(number + " milk"), number + " milk");
 }
 
-TEST(LineSanitiserTests, RemovesAMillionSpacesBehindAPrefix) {
+TEST(LineSanitiserTests, RemovesAMillionSpacesAfterAPrefix) {
     const std::string spaces(1'000'000, ' ');
     EXPECT_EQ(sanitized("-" + spaces + "milk"), "milk");
     EXPECT_EQ(sanitized("1." + spaces + "milk"), "milk");
     EXPECT_EQ(sanitized("1" + spaces + "-" + spaces + "milk"), "milk");
 }
 
-TEST(LineSanitiserTests, LeavesALineUntrimmedWhenNoPrefixIsFound) {
+TEST(LineSanitiserTests, DoesNotTrimALineWithoutAPrefix) {
     EXPECT_EQ(sanitized(" milk "), " milk ");
     EXPECT_EQ(sanitized(""), "");
 }
 
-TEST(LineSanitiserTests, StaysWithinBrokenBytes) {
+TEST(LineSanitiserTests, StaysWithinIllFormedUtf8) {
     EXPECT_EQ(sanitized("-\xE2\x80"), "\xE2\x80");
     EXPECT_EQ(sanitized("1.\xE2"), "1.\xE2");
     EXPECT_EQ(sanitized("1\xD9"), "1\xD9");
     EXPECT_EQ(sanitized("\xFF"), "\xFF");
 }
 
-TEST(LineSanitiserTests, AgreesWithTheExpressionsOnEveryShortLineOfTheirCharacters) {
-    // Every text of up to six of these characters, trimmed or not.
+TEST(LineSanitiserTests, AgreesWithTheExpressionsOnEveryShortLine) {
+    // Every text of up to six of these characters, including untrimmed ones.
     constexpr std::string_view alphabet = "1a.-: ";
     std::size_t changed = 0;
     for (std::size_t length = 0; length <= 6; ++length) {

@@ -89,7 +89,7 @@ constexpr std::string_view documentOfBuyMilk =
     "}\n"
     "</script>";
 
-TEST(SheetDocumentTests, HasFragmentsOfKnownSizes) {
+TEST(SheetDocumentTests, FragmentsHaveTheExpectedSizes) {
     EXPECT_EQ(fragment::head.size(), 551U);
     EXPECT_EQ(fragment::rowStart.size(), 99U);
     EXPECT_EQ(fragment::rowEnd.size(), 11U);
@@ -133,7 +133,7 @@ TEST(SheetDocumentTests, DropsBlankLines) {
     EXPECT_EQ(html("\n \n\t\u3000\r"), html(""));
 }
 
-TEST(SheetDocumentTests, SeparatesRowsBySingleLineFeeds) {
+TEST(SheetDocumentTests, SeparatesRowsWithSingleLineFeeds) {
     const std::string row = std::string(fragment::rowStart) + "x" + std::string(fragment::rowEnd);
     const std::string text = html("x\nx\nx");
     EXPECT_NE(text.find(std::string(fragment::head) + row + "\n" + row + "\n" + row + "\n</table>"),
@@ -144,7 +144,7 @@ TEST(SheetDocumentTests, SeparatesRowsBySingleLineFeeds) {
     EXPECT_EQ(plainText("x\nx\nx"), "x\nx\nx");
 }
 
-TEST(SheetDocumentTests, EscapesMarkupInCellsAndNotInThePlainText) {
+TEST(SheetDocumentTests, EscapesMarkupInCellsButNotInThePlainText) {
     constexpr std::string_view line = "Tom & Jerry <3 \"quotes\" 'x'";
     EXPECT_NE(html(line).find(">Tom &amp; Jerry &lt;3 &quot;quotes&quot; &#39;x&#39;</td>"),
               std::string::npos);
@@ -155,7 +155,7 @@ TEST(SheetDocumentTests, EscapesTheAmpersandOfAnEntity) {
     EXPECT_NE(html("&amp;").find(">&amp;amp;</td>"), std::string::npos);
 }
 
-TEST(SheetDocumentTests, WritesTheCountWithoutGrouping) {
+TEST(SheetDocumentTests, WritesTheCountWithoutThousandsSeparators) {
     std::string text;
     for (int i = 0; i < 12'345; ++i) {
         text += "x\n";
@@ -172,7 +172,7 @@ TEST(SheetDocumentTests, AgreesWithTheReferenceOnLinesOfEveryLength) {
     expectSameAsReference(text);
 }
 
-TEST(SheetDocumentTests, GrowsForManyShortLinesAndForCellsOfNothingButMarkup) {
+TEST(SheetDocumentTests, GrowsForManyShortLinesAndForCellsOfMarkupOnly) {
     std::string shortLines;
     for (int i = 0; i < 20'000; ++i) {
         shortLines += "x\n";
@@ -185,7 +185,7 @@ TEST(SheetDocumentTests, GrowsForManyShortLinesAndForCellsOfNothingButMarkup) {
     expectSameAsReference(markup);
 }
 
-TEST(SheetDocumentTests, KeepsZeroBytesAndIllFormedOnes) {
+TEST(SheetDocumentTests, KeepsZeroBytesAndIllFormedUtf8) {
     const std::string_view line("a\0\xFF\xE2\x80", 5);
     EXPECT_EQ(plainText(line), line);
     EXPECT_NE(html(line).find(">" + std::string(line) + "</td>"), std::string::npos);

@@ -21,7 +21,7 @@ TEST(TrimTests, RemovesEveryWhiteSpaceCharacterFromBothEnds) {
     EXPECT_EQ(trim(around + "milk" + around), "milk");
 }
 
-TEST(TrimTests, LeavesNothingOfATextOfWhiteSpace) {
+TEST(TrimTests, TextOfOnlyWhiteSpaceBecomesEmpty) {
     EXPECT_EQ(trim(allWhiteSpace), "");
     EXPECT_EQ(trim(""), "");
 }
@@ -50,7 +50,7 @@ TEST(TrimTests, KeepsZeroBytes) {
     EXPECT_EQ(trim(std::string_view(" \0 ", 3)), std::string_view("\0", 1));
 }
 
-TEST(TrimTests, RemovesExactlyTheWhiteSpaceAmongAllCharacters) {
+TEST(TrimTests, RemovesExactlyTheWhiteSpaceCharacters) {
     for (char32_t codePoint = 0; codePoint <= 0x10FFFF; ++codePoint) {
         if (codePoint >= 0xD800 && codePoint <= 0xDFFF) {
             continue;
@@ -70,7 +70,7 @@ TEST(TrimTests, KeepsIllFormedBytesBeforeWhiteSpace) {
     }
 }
 
-TEST(TrimTests, ReturnsAPartOfTheTextItIsGiven) {
+TEST(TrimTests, ReturnsAViewIntoTheGivenText) {
     const std::string_view text = "  milk ";
     EXPECT_EQ(trim(text).data(), text.data() + 2);
 }

@@ -54,7 +54,7 @@ Result convert(std::vector<std::string> arguments, std::string_view input) {
     return resultOf(process);
 }
 
-/// Runs the tool with redirections as a shell sets them up; "$0" is the tool.
+/// Runs a shell command in which "$0" is the tool.
 Result convertInShell(const std::string& command, std::string_view input = {}) {
     ChildProcess process(
         {"/bin/bash", "-c", command, PASTEWISE_CONVERT},
@@ -62,30 +62,30 @@ Result convertInShell(const std::string& command, std::string_view input = {}) {
     return resultOf(process);
 }
 
-void expectFailure(const Result& result, std::string_view complaint) {
+void expectFailure(const Result& result, std::string_view message) {
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_EQ(result.error, "pastewise-convert: " + std::string(complaint) + "\n");
+    EXPECT_EQ(result.error, "pastewise-convert: " + std::string(message) + "\n");
 }
 
-TEST(ConvertTests, WritesTheHtmlDocumentByteForByteAndNothingElse) {
+TEST(ConvertTests, WritesExactlyTheHtmlDocument) {
     const Result result = convert({}, list);
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.output, reference::convert(list).html);
     EXPECT_EQ(result.error, "");
 }
 
-TEST(ConvertTests, WritesThePlainTextWhenAskedTo) {
+TEST(ConvertTests, WritesThePlainTextOnRequest) {
     const Result result = convert({"--plain"}, list);
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.output, "Buy milk\neggs & \"ham\"");
 }
 
-TEST(ConvertTests, WritesTheCountWhenAskedTo) {
+TEST(ConvertTests, WritesTheCountOnRequest) {
     EXPECT_EQ(convert({"--count"}, list).output, "2\n");
     EXPECT_EQ(convert({"--count"}, "").output, "0\n");
 }
 
-TEST(ConvertTests, WritesEverythingAsJsonWhenAskedTo) {
+TEST(ConvertTests, WritesEverythingAsJsonOnRequest) {
     const std::string input = std::string(list) + std::string("\0\t\u20AC\xFF", 6);
     const Result result = convert({"--json"}, input);
     EXPECT_EQ(result.exitCode, 0);
@@ -97,7 +97,7 @@ TEST(ConvertTests, WritesEverythingAsJsonWhenAskedTo) {
     EXPECT_EQ(parsed.at("stickyCount").get<std::int64_t>(), 3);
 }
 
-TEST(ConvertTests, CutsNoCharacterWhenItWritesALongTextAsJsonInPieces) {
+TEST(ConvertTests, SplitsNoCharacterOfALongTextInJson) {
     std::string input;
     for (int i = 0; i < 400'000; ++i) {
         input += "\u20AC\U0001F600a";
@@ -114,11 +114,11 @@ TEST(ConvertTests, WritesADocumentWithoutRowsForNoInput) {
     EXPECT_EQ(convert({"--plain"}, "").output, "");
 }
 
-TEST(ConvertTests, RepairsInputThatIsNotUtf8) {
+TEST(ConvertTests, RepairsInvalidUtf8) {
     EXPECT_EQ(convert({"--plain"}, "- a\xE2\x82\n1. \xFF").output, "a\uFFFD\n\uFFFD");
 }
 
-TEST(ConvertTests, ExplainsItselfOnStandardOutput) {
+TEST(ConvertTests, WritesHelpToStandardOutput) {
     const Result result = convert({"--help"}, "");
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_THAT(result.output, StartsWith("Usage: pastewise-convert ["));
@@ -128,13 +128,13 @@ TEST(ConvertTests, ExplainsItselfOnStandardOutput) {
     EXPECT_EQ(result.error, "");
 }
 
-TEST(ConvertTests, NamesTheProjectsVersion) {
+TEST(ConvertTests, WritesTheProjectVersion) {
     const Result result = convert({"--version"}, "");
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.output, "pastewise-convert " PASTEWISE_VERSION "\n");
 }
 
-TEST(ConvertTests, ShowsTheUsageOnStandardErrorForArgumentsThatMakeNoSense) {
+TEST(ConvertTests, WritesTheUsageToStandardErrorForInvalidArguments) {
     const std::vector<std::vector<std::string>> wrong{{"--unknown"},
                                                       {"-p"},
                                                       {""},
@@ -153,7 +153,7 @@ TEST(ConvertTests, ShowsTheUsageOnStandardErrorForArgumentsThatMakeNoSense) {
 
 TEST(ConvertTests, FailsWhenTheDiskIsFull) {
     if (!std::filesystem::exists("/dev/full")) {
-        GTEST_SKIP() << "This system has no disk that is always full";
+        GTEST_SKIP() << "This system has no /dev/full";
     }
     for (const std::string mode : {"", "--plain", "--count", "--json", "--help", "--version"}) {
         expectFailure(convertInShell("\"$0\" " + mode + " > /dev/full", list),
@@ -161,7 +161,7 @@ TEST(ConvertTests, FailsWhenTheDiskIsFull) {
     }
 }
 
-TEST(ConvertTests, FailsWhenTheReaderOfItsOutputHasGone) {
+TEST(ConvertTests, FailsWhenTheReaderHasClosedThePipe) {
     const testing_support::TemporaryFolder folder;
     const std::string pipe = "'" + (folder.path() / "pipe").string() + "'";
     const Result result = convertInShell("mkfifo " + pipe + "; exec 3<>" + pipe + " 4>" + pipe +
@@ -174,7 +174,7 @@ TEST(ConvertTests, FailsWhenStandardOutputIsClosed) {
                   "cannot write to standard output: Bad file descriptor");
 }
 
-TEST(ConvertTests, FailsWhenStandardInputIsAFolder) {
+TEST(ConvertTests, FailsWhenStandardInputIsADirectory) {
     const Result result = convertInShell("\"$0\" < /");
     expectFailure(result, "cannot read standard input: Is a directory");
     EXPECT_EQ(result.output, "");
@@ -188,10 +188,10 @@ TEST(ConvertTests, FailsWhenStandardInputIsClosed) {
 
 TEST(ConvertTests, FailsWhenMemoryRunsOut) {
 #ifdef PASTEWISE_TEST_UNDER_ADDRESS_SANITIZER
-    GTEST_SKIP() << "AddressSanitizer itself needs more address space than the limit leaves";
+    GTEST_SKIP() << "AddressSanitizer itself needs more address space than the limit";
 #else
     if (convertInShell("ulimit -v 100000").exitCode != 0) {
-        GTEST_SKIP() << "This system does not limit what a process may ask for";
+        GTEST_SKIP() << "This system does not limit the address space of a process";
     }
     const Result result = convertInShell("ulimit -v 100000; head -c 90000000 /dev/zero | \"$0\"");
     expectFailure(result, "out of memory");
@@ -224,7 +224,7 @@ TEST(ConvertTests, ConvertsAStreamOfManyMegabytes) {
     }
     EXPECT_EQ(at, count);
 
-    // Each further row of a document is as long as a row between two others.
+    // Every row after the first adds the same number of bytes besides its text.
     const std::size_t sizeOfOne = reference::convert("x").html.size();
     const std::size_t sizeOfRow = reference::convert("x\nx").html.size() - sizeOfOne - 1;
     const std::size_t plainTextSize = std::filesystem::file_size(outputFile);

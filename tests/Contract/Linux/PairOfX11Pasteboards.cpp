@@ -114,7 +114,7 @@ PairOfX11Pasteboards::~PairOfX11Pasteboards() {
 
 void PairOfX11Pasteboards::clearContents() {
     if (!give(descriptor_, {.kind = Order::Kind::clear, .type = {}, .size = 0}, {})) {
-        throw std::runtime_error("the writing process is gone");
+        throw std::runtime_error("the writing process has exited");
     }
 }
 

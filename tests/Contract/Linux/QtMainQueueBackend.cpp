@@ -24,7 +24,7 @@ class QtMainQueueBackend final : public MainQueueBackend {
     platform::QtMainQueue queue_;
 };
 
-TEST(QtMainQueueTests, RunsWorkFromAnotherThreadOnTheMainOne) {
+TEST(QtMainQueueTests, RunsWorkFromAnotherThreadOnTheMainThread) {
     QtMainQueueBackend backend;
     bool isMainThereForQueue = true;
     std::thread::id ranOn;

@@ -43,7 +43,7 @@ class QtWorkspaceBackend final : public WorkspaceBackend {
     const std::filesystem::path opener_ = folder_.path() / "xdg-open";
     const std::filesystem::path list_ = folder_.path() / "opened";
     testing_support::QtDesktop desktop_;
-    // Set after the desktop's programs have started, it hides the machine's browsers.
+    // Hides the installed browsers. Set once the desktop's programs have started.
     testing_support::EnvironmentVariable path_{"PATH", folder_.path().c_str()};
     testing_support::EnvironmentVariable browser_{"BROWSER", nullptr};
     platform::QtWorkspace workspace_;

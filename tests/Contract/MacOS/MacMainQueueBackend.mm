@@ -24,7 +24,7 @@ class MacMainQueueBackend final : public MainQueueBackend {
     platform::MacMainQueue queue_;
 };
 
-TEST(MacMainQueueTests, RunsWorkFromAnotherThreadOnTheMainOne) {
+TEST(MacMainQueueTests, RunsWorkFromAnotherThreadOnTheMainThread) {
     MacMainQueueBackend backend;
     bool isMainThereForQueue = true;
     std::thread::id ranOn;
