@@ -1,7 +1,7 @@
 #include "Pastewise/ClipboardManager.h"
 
-#include "Text/GraphemeClusters.h"
-#include "Text/HtmlEscape.h"
+#include "Text/CharacterClasses.h"
+#include "Text/SheetDocument.h"
 
 #include <utility>
 

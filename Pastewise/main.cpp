@@ -1,5 +1,5 @@
 #include "Pastewise/PastewiseApp.h"
-#include "Platform/PlatformFactory.h"
+#include "Platform/Platform.h"
 
 #include <cstdio>
 #include <memory>

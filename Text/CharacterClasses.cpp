@@ -1,5 +1,9 @@
 #include "Text/CharacterClasses.h"
 
+#include "Foundation/Unicode.h"
+
+#include <utf8proc.h>
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -58,6 +62,30 @@ bool isDecimalDigitBeyondAscii(char32_t character) {
     }
     const auto* const behind = std::upper_bound(zeroDigits.begin(), zeroDigits.end(), character);
     return behind != zeroDigits.begin() && character - *std::prev(behind) < 10;
+}
+
+using foundation::DecodedCharacter;
+using foundation::decodeFirst;
+
+std::int64_t countGraphemeClusters(std::string_view text) {
+    if (text.empty()) {
+        return 0;
+    }
+    std::int64_t count = 1;
+    utf8proc_int32_t state = 0;
+    DecodedCharacter previous = decodeFirst(text);
+    text.remove_prefix(previous.length);
+    while (!text.empty()) {
+        const DecodedCharacter next = decodeFirst(text);
+        text.remove_prefix(next.length);
+        if (utf8proc_grapheme_break_stateful(static_cast<utf8proc_int32_t>(previous.codePoint),
+                                             static_cast<utf8proc_int32_t>(next.codePoint),
+                                             &state)) {
+            ++count;
+        }
+        previous = next;
+    }
+    return count;
 }
 
 } // namespace text

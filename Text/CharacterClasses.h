@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstdint>
+#include <string_view>
+
 namespace text {
 
 /// The major version of Unicode that both classes follow in every build, whichever version the
@@ -21,5 +24,10 @@ inline constexpr int unicodeVersion = 15;
     return character < 0x80 ? character >= U'0' && character <= U'9'
                             : isDecimalDigitBeyondAscii(character);
 }
+
+/// The number of characters as a user sees them: extended grapheme clusters, a carriage return and
+/// line feed together being one. Each ill-formed sequence counts as one U+FFFD. Takes several times
+/// as long as a conversion does.
+[[nodiscard]] std::int64_t countGraphemeClusters(std::string_view text);
 
 } // namespace text

@@ -1,6 +1,6 @@
 #include "Text/LineSanitiser.h"
 
-#include "Foundation/Utf8.h"
+#include "Foundation/Unicode.h"
 #include "Text/CharacterClasses.h"
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 // pastewise-convert: the clipboard conversion as a filter for scripts and pipes.
 
 #include "Foundation/TextBuffer.h"
-#include "Foundation/Utf8.h"
+#include "Foundation/Unicode.h"
 #include "Text/LineList.h"
 #include "Text/SheetDocument.h"
 #include "Tools/Conversion.h"

@@ -2,9 +2,8 @@
 
 #include "Foundation/FatalError.h"
 #include "Foundation/TextBuffer.h"
-#include "Foundation/Utf8.h"
-#include "Text/GraphemeClusters.h"
-#include "Text/HtmlEscape.h"
+#include "Foundation/Unicode.h"
+#include "Text/CharacterClasses.h"
 #include "Text/LineList.h"
 #include "Text/SheetDocument.h"
 #include "tests/Reference/ReferenceConversion.h"

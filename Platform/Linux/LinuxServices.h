@@ -3,6 +3,9 @@
 #include "Platform/Permissions.h"
 #include "Platform/Time.h"
 
+#include <chrono>
+#include <ctime>
+
 namespace platform {
 
 /// Linux desktops have no such permission, so every process is trusted. Main thread only.
@@ -17,7 +20,17 @@ class LinuxAccessibilityTrust final : public AccessibilityTrust {
 /// each date. All components are nullopt if the C library cannot tell the day. Main thread only.
 class LocalCalendar final : public Calendar {
   public:
-    [[nodiscard]] DateComponents dateComponents(foundation::Date date) const override;
+    [[nodiscard]] DateComponents dateComponents(foundation::Date date) const override {
+        // localtime_r need not notice a changed time zone by itself.
+        tzset();
+        const std::time_t seconds =
+            std::chrono::floor<std::chrono::seconds>(date).time_since_epoch().count();
+        std::tm local{};
+        if (localtime_r(&seconds, &local) == nullptr) {
+            return {};
+        }
+        return {.year = local.tm_year + 1900, .month = local.tm_mon + 1, .day = local.tm_mday};
+    }
 };
 
 } // namespace platform

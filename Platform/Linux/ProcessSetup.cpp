@@ -1,16 +1,22 @@
 #include "Platform/Linux/ProcessSetup.h"
 
 #include "Foundation/TextBuffer.h"
+#include "Platform/Application.h"
 
 #include <fcntl.h>
 #include <malloc.h>
+#include <sys/file.h>
 #include <sys/mman.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <initializer_list>
+#include <string>
 
 namespace platform {
 
@@ -35,6 +41,28 @@ void prepareProcess() {
     constexpr int largeTextSize = 256 * 1024;
     static_cast<void>(mallopt(M_MMAP_THRESHOLD, largeTextSize));
     foundation::TextBuffer::setLargeBlockHook(adviseHugePages);
+}
+
+InstanceLock::InstanceLock(const std::filesystem::path& path)
+    : descriptor_(
+          open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR)) {}
+
+InstanceLock::~InstanceLock() {
+    if (descriptor_ >= 0) {
+        close(descriptor_);
+    }
+}
+
+std::filesystem::path InstanceLock::defaultPath() {
+    const char* folder = std::getenv("XDG_RUNTIME_DIR");
+    if (folder == nullptr || *folder != '/') {
+        return {};
+    }
+    return std::filesystem::path(folder) / (std::string(applicationId) + ".lock");
+}
+
+bool InstanceLock::tryToLock() const {
+    return flock(descriptor_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
 } // namespace platform

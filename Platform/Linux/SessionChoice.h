@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/PlatformFactory.h"
+#include "Platform/Platform.h"
 
 #include <string>
 #include <variant>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Foundation/Interface.h"
-#include "Platform/Linux/EventLoop.h"
+#include "Platform/Linux/LinuxInterfaces.h"
 
 #include <csignal>
 #include <functional>

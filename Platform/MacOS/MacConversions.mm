@@ -1,6 +1,6 @@
 #import "Platform/MacOS/MacConversions.h"
 
-#include "Foundation/Utf16.h"
+#include "Foundation/Unicode.h"
 
 #import <objc/runtime.h>
 

@@ -10,7 +10,7 @@
 #import "Platform/MacOS/MacTime.h"
 #import "Platform/MacOS/MacUserDefaults.h"
 #import "Platform/MacOS/MacViews.h"
-#include "Platform/PlatformFactory.h"
+#include "Platform/Platform.h"
 #include "Platform/PlatformOf.h"
 #include "Platform/Posix/PosixServices.h"
 

@@ -1,6 +1,6 @@
 #include "Platform/Memory/MemoryPasteboard.h"
 
-#include "Foundation/Utf8.h"
+#include "Foundation/Unicode.h"
 
 #include <new>
 

@@ -1,4 +1,4 @@
-#include "Foundation/Utf16.h"
+#include "Foundation/Unicode.h"
 
 #include <gtest/gtest.h>
 

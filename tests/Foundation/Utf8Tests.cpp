@@ -1,4 +1,4 @@
-#include "Foundation/Utf8.h"
+#include "Foundation/Unicode.h"
 #include "tests/Reference/ReferenceConversion.h"
 
 #include <gtest/gtest.h>

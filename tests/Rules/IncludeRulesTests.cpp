@@ -114,8 +114,7 @@ TEST(IncludeRulesTests, ToolsLeanOnTextFoundationAndOneJsonLibrary) {
 
 TEST(IncludeRulesTests, OnlyTheEntryAndTheDelegateSeeTheWholePlatform) {
     for (const Include& include : includesBelow("Pastewise")) {
-        if (include.target == "Platform/Platform.h" ||
-            include.target == "Platform/PlatformFactory.h") {
+        if (include.target == "Platform/Platform.h") {
             const std::string name = fs::path(include.file).stem().string();
             EXPECT_TRUE(name == "PastewiseApp" || name == "SharedInstances" ||
                         name == "AppDelegate" || name == "main")

@@ -1,4 +1,4 @@
-#include "Text/GraphemeClusters.h"
+#include "Text/CharacterClasses.h"
 #include "tests/Reference/ReferenceConversion.h"
 
 #include <gtest/gtest.h>

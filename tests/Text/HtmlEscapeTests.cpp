@@ -1,4 +1,4 @@
-#include "Text/HtmlEscape.h"
+#include "Text/SheetDocument.h"
 #include "tests/Reference/ReferenceConversion.h"
 
 #include <gtest/gtest.h>

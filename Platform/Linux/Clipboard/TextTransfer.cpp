@@ -1,6 +1,6 @@
 #include "Platform/Linux/Clipboard/TextTransfer.h"
 
-#include "Foundation/Utf8.h"
+#include "Foundation/Unicode.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,6 +1,9 @@
 #include "Platform/Linux/Qt/QtEventLoop.h"
 
+#include <QCoreApplication>
 #include <QSocketNotifier>
+#include <QThread>
+#include <QTimer>
 #include <utility>
 
 namespace platform {
@@ -30,6 +33,21 @@ class Watch final : public FileDescriptorWatch {
 std::unique_ptr<FileDescriptorWatch> QtEventLoop::watchReadable(int descriptor,
                                                                 std::function<void()> ready) {
     return std::make_unique<Watch>(descriptor, std::move(ready));
+}
+
+bool QtMainQueue::isMainThread() const {
+    return QThread::currentThread() == QCoreApplication::instance()->thread();
+}
+
+void QtMainQueue::async(std::function<void()> work) {
+    QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(work), Qt::QueuedConnection);
+}
+
+void QtMainQueue::asyncAfter(std::chrono::milliseconds delay, std::shared_ptr<WorkItem> item) {
+    QTimer::singleShot(delay,
+                       Qt::PreciseTimer,
+                       QCoreApplication::instance(),
+                       [item = std::move(item)] { item->perform(); });
 }
 
 } // namespace platform

@@ -1,7 +1,9 @@
 #pragma once
 
-#include "Platform/Linux/EventLoop.h"
+#include "Platform/Linux/LinuxInterfaces.h"
+#include "Platform/MainQueue.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -12,6 +14,14 @@ class QtEventLoop final : public EventLoop {
   public:
     [[nodiscard]] std::unique_ptr<FileDescriptorWatch>
     watchReadable(int descriptor, std::function<void()> ready) override;
+};
+
+/// The main queue on the event loop of the QCoreApplication, which outlives it.
+class QtMainQueue final : public MainQueue {
+  public:
+    [[nodiscard]] bool isMainThread() const override;
+    void async(std::function<void()> work) override;
+    void asyncAfter(std::chrono::milliseconds delay, std::shared_ptr<WorkItem> item) override;
 };
 
 } // namespace platform

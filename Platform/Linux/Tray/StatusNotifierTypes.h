@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QDBusArgument>
+#include <QDBusMetaType>
 #include <QDBusVariant>
 #include <QList>
 #include <QMetaType>
@@ -94,7 +95,19 @@ const QDBusArgument& operator>>(const QDBusArgument& in, Structure& structure) {
 }
 
 /// Must be called before any of these types is sent or received. May be called again.
-void registerStatusNotifierTypes();
+inline void registerStatusNotifierTypes() {
+    qDBusRegisterMetaType<IconPixmap>();
+    qDBusRegisterMetaType<QList<IconPixmap>>();
+    qDBusRegisterMetaType<ToolTip>();
+    qDBusRegisterMetaType<MenuRow>();
+    qDBusRegisterMetaType<QList<MenuRow>>();
+    qDBusRegisterMetaType<MenuLayout>();
+    qDBusRegisterMetaType<MenuRowRemovals>();
+    qDBusRegisterMetaType<QList<MenuRowRemovals>>();
+    qDBusRegisterMetaType<MenuEvent>();
+    qDBusRegisterMetaType<QList<MenuEvent>>();
+    qDBusRegisterMetaType<QList<QStringList>>();
+}
 
 } // namespace platform
 

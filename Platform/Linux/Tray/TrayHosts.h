@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/TrayManagerSelection.h"
+#include "Platform/Linux/LinuxInterfaces.h"
 
 #include <QDBusConnection>
 #include <QObject>

@@ -24,7 +24,7 @@ class DrawnImage final : public Image {
     void setTemplate(bool isTemplate) override { isTemplate_ = isTemplate; }
 
     /// The image as large as it fits into that many pixels, centred. A template has an outline that
-    /// makes it visible on any background; see withContrastOutline().
+    /// makes it visible on any background.
     [[nodiscard]] QImage render(QSize pixels) const;
 
   private:

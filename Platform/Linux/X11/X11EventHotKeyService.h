@@ -3,7 +3,7 @@
 #include "Foundation/WeakReference.h"
 #include "HotKey/HotKeyEventDispatcher.h"
 #include "HotKey/ModifierFlags.h"
-#include "Platform/Linux/EventLoop.h"
+#include "Platform/Linux/LinuxInterfaces.h"
 #include "Platform/Linux/X11/X11Connection.h"
 #include "Platform/Linux/X11/X11Modifiers.h"
 #include "Platform/MainQueue.h"

@@ -1,6 +1,6 @@
 #include "Platform/Linux/X11/X11Pasteboard.h"
 
-#include "Foundation/Utf8.h"
+#include "Foundation/Unicode.h"
 
 #include <chrono>
 #include <new>

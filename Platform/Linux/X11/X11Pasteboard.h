@@ -3,7 +3,7 @@
 #include "Foundation/Logger.h"
 #include "Foundation/TextBuffer.h"
 #include "Platform/Linux/Clipboard/TextTransfer.h"
-#include "Platform/Linux/EventLoop.h"
+#include "Platform/Linux/LinuxInterfaces.h"
 #include "Platform/Linux/X11/X11ClipboardContext.h"
 #include "Platform/Linux/X11/X11Connection.h"
 #include "Platform/Linux/X11/X11SelectionOwner.h"

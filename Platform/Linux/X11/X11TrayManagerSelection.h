@@ -1,7 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/EventLoop.h"
-#include "Platform/Linux/TrayManagerSelection.h"
+#include "Platform/Linux/LinuxInterfaces.h"
 #include "Platform/Linux/X11/X11Connection.h"
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Qt/QtMainQueue.h"
+#include "Platform/Linux/Qt/QtEventLoop.h"
 #include "tests/Contract/MainQueueContract.h"
 #include "tests/Support/QtTestLoop.h"
 

@@ -2,7 +2,6 @@
 
 #include "Foundation/Logger.h"
 #include "Platform/Linux/Qt/QtEventLoop.h"
-#include "Platform/Linux/Qt/QtMainQueue.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"
 #include "Platform/Memory/MemoryLogSink.h"
 #include "Platform/Pasteboard.h"

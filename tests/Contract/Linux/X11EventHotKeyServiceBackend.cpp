@@ -1,7 +1,6 @@
 #include "HotKey/Key.h"
 #include "Platform/Linux/Keys/KeyCodes.h"
 #include "Platform/Linux/Qt/QtEventLoop.h"
-#include "Platform/Linux/Qt/QtMainQueue.h"
 #include "Platform/Linux/X11/X11EventHotKeyService.h"
 #include "tests/Contract/EventHotKeyServiceContract.h"
 #include "tests/Support/FakeKeyboard.h"

@@ -1,4 +1,4 @@
-#include "Platform/Linux/InstanceLock.h"
+#include "Platform/Linux/ProcessSetup.h"
 #include "tests/Support/ChildProcess.h"
 #include "tests/Support/EnvironmentVariable.h"
 #include "tests/Support/TemporaryFolder.h"

@@ -3,7 +3,6 @@
 #include "Foundation/Logger.h"
 #include "Platform/Linux/Clipboard/TextTransfer.h"
 #include "Platform/Linux/Qt/QtEventLoop.h"
-#include "Platform/Linux/Qt/QtMainQueue.h"
 #include "Platform/Linux/X11/X11Pasteboard.h"
 #include "Platform/Memory/MemoryLogSink.h"
 #include "tests/Support/ChildProcess.h"

@@ -2,7 +2,6 @@
 #include "HotKey/HotKeysController.h"
 #include "HotKey/ModifierFlags.h"
 #include "Platform/Linux/Qt/QtEventLoop.h"
-#include "Platform/Linux/Qt/QtMainQueue.h"
 #include "Platform/Linux/X11/X11EventHotKeyService.h"
 #include "tests/Support/ChildProcess.h"
 #include "tests/Support/FakeKeyboard.h"

@@ -3,6 +3,7 @@
 #include "Foundation/TextBuffer.h"
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace foundation {
@@ -34,5 +35,12 @@ struct DecodedCharacter {
 /// Replaces each ill-formed sequence (a maximal subpart of a character, or else a single byte) with
 /// one U+FFFD. Well-formed text is returned as it is, without a copy. Throws std::bad_alloc.
 [[nodiscard]] TextBuffer repairUtf8(TextBuffer text);
+
+/// A UTF-16 text in UTF-8. U+FFFD replaces each unpaired surrogate. Throws std::bad_alloc.
+[[nodiscard]] TextBuffer utf8FromUtf16(std::u16string_view text);
+
+/// A UTF-8 text in UTF-16, with a byte order mark left as it is. U+FFFD replaces each ill-formed
+/// sequence. Throws std::bad_alloc.
+[[nodiscard]] std::u16string utf16FromUtf8(std::string_view text);
 
 } // namespace foundation
