@@ -70,24 +70,15 @@ ExitCode writeOutput(std::string_view text) {
     return finish(tools::writeAll(STDOUT_FILENO, text));
 }
 
-ExitCode convert(ConvertMode mode) {
+/// Converts standard input and has `write` write the payload.
+template <typename Write>
+ExitCode convert(Write write) {
     TextBuffer input;
     if (const std::error_code error = tools::readToEnd(STDIN_FILENO, input)) {
         reportError("cannot read standard input", error.message());
         return failure;
     }
-    const text::ConversionPayload payload =
-        text::makeSheetDocument(text::LineList(foundation::repairUtf8(std::move(input))));
-    switch (mode) {
-    case ConvertMode::plainText:
-        return writeOutput(payload.plainText.view());
-    case ConvertMode::count:
-        return writeOutput(tools::countOutput(payload));
-    case ConvertMode::json:
-        return finish(tools::writeJson(STDOUT_FILENO, payload));
-    default:
-        return writeOutput(payload.html.view());
-    }
+    return write(text::makeSheetDocument(text::LineList(foundation::repairUtf8(std::move(input)))));
 }
 
 ExitCode run(std::span<const char* const> arguments) {
@@ -97,13 +88,22 @@ ExitCode run(std::span<const char* const> arguments) {
         return wrongUsage;
     }
     switch (*mode) {
+    case ConvertMode::html:
+        return convert([](const auto& payload) { return writeOutput(payload.html.view()); });
+    case ConvertMode::plainText:
+        return convert([](const auto& payload) { return writeOutput(payload.plainText.view()); });
+    case ConvertMode::count:
+        return convert(
+            [](const auto& payload) { return writeOutput(tools::countOutput(payload)); });
+    case ConvertMode::json:
+        return convert(
+            [](const auto& payload) { return finish(tools::writeJson(STDOUT_FILENO, payload)); });
     case ConvertMode::help:
         return writeOutput(std::string(tools::convertUsage) + std::string(help));
     case ConvertMode::version:
         return writeOutput("pastewise-convert " PASTEWISE_VERSION "\n");
-    default:
-        return convert(*mode);
     }
+    return wrongUsage;
 }
 
 } // namespace
