@@ -41,6 +41,7 @@ class DBusApplicationBackend final : public ApplicationBackend {
                              "[]",
                              "{}"});
         QtTestLoop::turnUntil([&] { return !client.isRunning(); });
+        QtTestLoop::turn(); // The program replies before it carries out the request.
         EXPECT_EQ(client.standardOutput(), "()\n") << client.standardError();
     }
 
