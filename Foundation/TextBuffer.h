@@ -50,7 +50,7 @@ class TextBuffer {
     /// Extends the text by `count` bytes of unspecified value, which the caller fills in, and
     /// returns the first of them.
     [[nodiscard]] char* appendUninitialised(std::size_t count) {
-        if (count > capacity_ - size_) {
+        if (bytes_ == nullptr || count > capacity_ - size_) {
             growBy(count);
         }
         size_ += count;
