@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/Interface.h"
 #include "Platform/Menu.h"
 #include "Platform/Views.h"
 
@@ -19,14 +20,12 @@ class QGraphicsOpacityEffect;
 namespace platform {
 
 /// The part that all views of this toolkit share. Main thread only.
-class QtWidgetView {
+class QtWidgetView : public foundation::Interface {
   public:
     /// Lives as long as the view.
     [[nodiscard]] virtual QWidget& widget() = 0;
 
   protected:
-    ~QtWidgetView() = default;
-
     [[nodiscard]] static Rect frameOf(const QWidget& widget);
     static void layOutNow(QWidget& widget);
 
