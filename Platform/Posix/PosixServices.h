@@ -3,14 +3,9 @@
 #include "Platform/Application.h"
 #include "Platform/Time.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <chrono>
-#include <cstddef>
-#include <string>
-#include <string_view>
 
 namespace platform {
 
@@ -28,24 +23,9 @@ class SystemClock final : public Clock {
 class FileStandardOutput final : public StandardOutput {
   public:
     /// Does not own the descriptor.
-    explicit FileStandardOutput(int descriptor = STDOUT_FILENO)
-        : descriptor_(descriptor), isOpen_(fcntl(descriptor, F_GETFD) != -1) {}
+    explicit FileStandardOutput(int descriptor = STDOUT_FILENO);
 
-    void writeLine(std::string_view text) override {
-        if (!isOpen_) {
-            return;
-        }
-        const std::string line = std::string(text).append("\n");
-        std::string_view rest = line;
-        while (!rest.empty()) {
-            const ssize_t count = write(descriptor_, rest.data(), rest.size());
-            if (count >= 0) {
-                rest.remove_prefix(static_cast<std::size_t>(count));
-            } else if (errno != EINTR) {
-                return;
-            }
-        }
-    }
+    void writeLine(std::string_view text) override;
 
   private:
     int descriptor_;
