@@ -22,7 +22,6 @@ using foundation::Value;
 using pastewise::AnalyticsManager;
 using pastewise::ConversionSource;
 using platform::MemoryCalendar;
-using platform::UserDefaults;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Write = platform::MemoryUserDefaults::Write;
