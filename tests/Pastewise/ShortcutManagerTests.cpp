@@ -28,7 +28,6 @@ using hotkey::ModifierFlags;
 using hotkey::noErr;
 using pastewise::ShortcutManager;
 using platform::MemoryEventHotKeyService;
-using platform::UserDefaults;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Write = platform::MemoryUserDefaults::Write;

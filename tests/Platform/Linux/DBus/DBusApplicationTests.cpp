@@ -58,7 +58,7 @@ class Instance {
 
 class DBusApplicationTests : public testing::Test {
   protected:
-    ~DBusApplicationTests() override { QDBusConnection::disconnectFromBus("observer"); }
+    void TearDown() override { QDBusConnection::disconnectFromBus("observer"); }
 
     /// The unique name of the owner of the program's name; empty if there is none.
     QString owner() { return observer_.interface()->serviceOwner(name); }

@@ -43,8 +43,7 @@ class SessionBusTests : public testing::Test {
   protected:
     /// Notes each change as connected or not.
     SessionBus watch(const std::string& address) {
-        return SessionBus(address,
-                          [this](const auto& bus) { changes_.push_back(bus.isConnected()); });
+        return {address, [this](const auto& bus) { changes_.push_back(bus.isConnected()); }};
     }
 
     bool waitForChanges(const std::vector<bool>& expected) {
