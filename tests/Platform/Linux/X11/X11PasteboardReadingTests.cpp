@@ -16,7 +16,6 @@
 
 namespace {
 
-using foundation::TextBuffer;
 using platform::PasteboardType;
 using testing_support::generatedText;
 
