@@ -152,6 +152,7 @@ void PreferencesViewController::toggleRecording() {
 void PreferencesViewController::resetShortcut() {
     shortcutManager_.clearShortcut();
     updateShortcutDisplay();
+    stopRecording();
     enter(RecordingState::ready);
 }
 
@@ -297,8 +298,6 @@ void PreferencesViewController::updateShortcutDisplay() {
 
 void PreferencesViewController::startRecording() {
     enterLater(100ms, RecordingState::waiting, RecordingState::recording);
-    // A reset during a recording leaves its monitor installed.
-    stopRecording();
     eventMonitor_ = keyDownMonitors_.addLocalMonitor(
         [weakSelf = self_.reference()](
             const platform::KeyEvent& event) -> std::optional<platform::KeyEvent> {

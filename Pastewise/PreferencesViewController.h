@@ -45,8 +45,7 @@ class PreferencesViewController final : public platform::ViewController {
     /// The record button's action: starts or cancels recording.
     void toggleRecording();
 
-    /// The reset button's action. Leaves a recording running: a key pressed afterwards may still
-    /// become the shortcut.
+    /// The reset button's action: restores the default shortcut and ends a recording.
     void resetShortcut();
 
     /// The symbols of command, option, shift and control in this order, then the key's letter, if
