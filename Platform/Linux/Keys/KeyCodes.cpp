@@ -67,14 +67,9 @@ std::optional<Key> keyFromXkbKeyCode(std::uint32_t keyCode) {
 }
 
 ModifierFlags positionFlags(Key key) {
-    if (isBetween(key, Key::upArrow, Key::leftArrow)) {
-        return ModifierFlags::function | numericPadFlag;
-    }
-    if (isBetween(key, Key::pageUp, Key::end) || isBetween(key, Key::f1, Key::f20) ||
-        key == Key::forwardDelete || key == Key::help) {
-        return ModifierFlags::function;
-    }
-    return isBetween(key, Key::keypad0, Key::keypadPlus) ? numericPadFlag : ModifierFlags{};
+    const bool isFunctionKey =
+        isBetween(key, Key::pageUp, Key::f20) || key == Key::forwardDelete || key == Key::help;
+    return isFunctionKey ? ModifierFlags::function : ModifierFlags{};
 }
 
 } // namespace platform

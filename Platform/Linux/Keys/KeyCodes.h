@@ -8,9 +8,6 @@
 
 namespace platform {
 
-/// The event modifier flag of keys on the numeric pad and of arrows.
-inline constexpr hotkey::ModifierFlags numericPadFlag{0x200000};
-
 /// The key code that X11, Wayland and Qt's native scan codes use: the kernel's evdev code plus 8.
 /// Like hotkey::Key it names a position on the keyboard, whatever the layout prints there. May be
 /// above 255, where X11's key codes end. Any thread.
@@ -19,8 +16,9 @@ inline constexpr hotkey::ModifierFlags numericPadFlag{0x200000};
 /// The inverse of xkbKeyCode(); nullopt if no key has this code. Any thread.
 [[nodiscard]] std::optional<hotkey::Key> keyFromXkbKeyCode(std::uint32_t keyCode);
 
-/// The modifier flags that a Mac sets for the key alone, whatever is held with it: the function
-/// flag for F-keys, arrows and navigation keys, numericPadFlag for the pad and arrows. Any thread.
+/// The modifier flags of the key alone, whatever is held with it: the function flag for F-keys,
+/// arrows and navigation keys. A key of the numeric pad has none, so it is no shortcut by itself.
+/// Any thread.
 [[nodiscard]] hotkey::ModifierFlags positionFlags(hotkey::Key key);
 
 } // namespace platform
