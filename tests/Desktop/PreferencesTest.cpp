@@ -64,7 +64,7 @@ std::string PreferencesTest::focusedName() {
     return {};
 }
 
-void PreferencesTest::pressByKeyboard(const std::string& button) {
+void PreferencesTest::focus(const std::string& button) {
     constexpr int maxTabs = 6;
     for (int i = 0; i < maxTabs && focusedName() != button; ++i) {
         const std::string before = focusedName();
@@ -72,6 +72,10 @@ void PreferencesTest::pressByKeyboard(const std::string& button) {
         waitUntil([&] { return focusedName() != before; }, std::chrono::seconds(2));
     }
     ASSERT_EQ(focusedName(), button);
+}
+
+void PreferencesTest::pressByKeyboard(const std::string& button) {
+    ASSERT_NO_FATAL_FAILURE(focus(button));
     keyboard_.tap(KEY_SPACE);
 }
 

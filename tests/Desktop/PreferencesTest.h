@@ -37,6 +37,9 @@ class PreferencesTest : public TrayTest {
     /// The names of the window's elements, in order.
     [[nodiscard]] std::vector<std::string> names();
 
+    /// Moves the focus to the button with Tab.
+    void focus(const std::string& button);
+
     /// Moves the focus to the button with Tab and presses it with Space.
     void pressByKeyboard(const std::string& button);
 

@@ -117,6 +117,9 @@ TEST_F(PreferencesTests, KeysThatCannotBeAShortcutAreSwallowedAndRecordingContin
     keyboard_.tap(KEY_G);
     keyboard_.tap(KEY_ESC);
     keyboard_.tap(KEY_TAB);
+    keyboard_.tap(KEY_KP5);
+    keyboard_.tap(KEY_KPPLUS);
+    keyboard_.tap(KEY_KPENTER);
     keyboard_.tapTogether({KEY_LEFTMETA, KEY_LEFT});
     keyboard_.tapTogether({KEY_LEFTMETA, KEY_F5});
     // Events arrive in order. Had one of them been recorded, this would come too late.
@@ -138,6 +141,35 @@ TEST_F(PreferencesTests, AFocusedButtonDoesNotReactToASwallowedKey) {
     EXPECT_TRUE(waitUntilShown("⌘⇧K"));
     EXPECT_TRUE(waitUntilShown(readyStatus));
     expectStored(commandShiftK);
+}
+
+TEST_F(PreferencesTests, TheKeyThatStartsARecordingIsNotRecordedWhileItIsHeld) {
+    runTool({"xset", "r", "rate", "50", "100"});
+    startReadableProgram();
+    openPreferences();
+    focus("Record Shortcut");
+    keyboard_.tap(KEY_CAPSLOCK);
+    keyboard_.press(KEY_ENTER);
+    // It is repeated every 10 ms meanwhile.
+    EXPECT_TRUE(waitUntilShown(recordingStatus));
+    keyboard_.release(KEY_ENTER);
+    keyboard_.tap(KEY_CAPSLOCK);
+    pressCommandShiftK();
+    EXPECT_TRUE(waitUntilShown("⌘⇧K"));
+    EXPECT_EQ(logged("Setting shortcut - "), 1U);
+}
+
+TEST_F(PreferencesTests, ResetToDefaultStopsTheRecording) {
+    startReadableProgram();
+    openPreferences();
+    startRecording();
+    click("Reset to Default");
+    EXPECT_TRUE(waitUntilShown(readyStatus));
+    pressCommandShiftK();
+    // Tab would be swallowed in a recording.
+    pressByKeyboard("Record Shortcut");
+    EXPECT_TRUE(waitUntilShown(recordingStatus));
+    EXPECT_TRUE(isShown("⌘G"));
 }
 
 TEST_F(PreferencesTests, PressingTheButtonAgainStopsTheRecording) {

@@ -3,7 +3,7 @@
 #include "HotKey/Key.h"
 #include "Platform/Linux/Keys/KeyCodes.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QKeyEvent>
 #include <utility>
 
@@ -11,7 +11,6 @@ namespace platform {
 
 namespace {
 
-using hotkey::Key;
 using hotkey::ModifierFlags;
 
 /// Caps Lock in X11's and Wayland's modifier states.
@@ -40,21 +39,25 @@ ModifierFlags qtModifiers(const QKeyEvent& event) {
 }
 
 /// nullopt also for the places of modifiers, which a layout may use for another key.
-std::optional<Key> keyAt(quint32 nativeScanCode) {
+std::optional<hotkey::Key> keyAt(quint32 nativeScanCode) {
     const auto key = keyFromXkbKeyCode(nativeScanCode);
     const bool isModifierPlace =
-        key && ((*key >= Key::command && *key <= Key::capsLock) || *key == Key::keypadClear);
+        key && ((*key >= hotkey::Key::command && *key <= hotkey::Key::capsLock) ||
+                *key == hotkey::Key::keypadClear);
     return isModifierPlace ? std::nullopt : key;
 }
 
 } // namespace
 
 QtKeyDownMonitors::QtKeyDownMonitors(NativeModifiers nativeModifiers)
-    : nativeModifiers_(std::move(nativeModifiers)) {}
+    : nativeModifiers_(std::move(nativeModifiers)) {
+    QCoreApplication::instance()->installEventFilter(this);
+}
 
 foundation::ObserverToken QtKeyDownMonitors::addLocalMonitor(Handler handler) {
-    // Installing it again has no effect but to put it before all other filters.
-    QCoreApplication::instance()->installEventFilter(this);
+    for (auto& [nativeScanCode, key] : keys_) {
+        key.isMonitored = false;
+    }
     return handlers_.add([handler = std::move(handler)](std::optional<KeyEvent>& event) {
         if (event) {
             event = handler(*event);
@@ -71,7 +74,7 @@ bool QtKeyDownMonitors::eventFilter(QObject* receiver, QEvent* event) {
     if (!receiver->isWindowType()) {
         return false;
     }
-    if (event->type() == QEvent::ShortcutOverride && handlers_.size() > 0) {
+    if (event->type() == QEvent::ShortcutOverride && isMonitoring()) {
         // An accepted override keeps Qt from looking for a shortcut: the press itself follows.
         event->accept();
         return true;
@@ -94,37 +97,40 @@ KeyEvent QtKeyDownMonitors::keyEvent(const QKeyEvent& event) const {
     return translated;
 }
 
+/// While a menu is open, the window passes its keys on to the menu.
+bool QtKeyDownMonitors::isMonitoring() const {
+    return handlers_.size() > 0 && QApplication::activePopupWidget() == nullptr;
+}
+
 bool QtKeyDownMonitors::swallowsPress(const QKeyEvent& event) {
     if (isModifierKey(event)) {
         return false;
     }
-    const quint32 key = event.nativeScanCode();
-    bool isSwallowed = false;
-    if (handlers_.size() > 0) {
-        std::optional<KeyEvent> remaining = keyEvent(event);
-        handlers_.notify(remaining);
-        isSwallowed = !remaining;
-    } else {
-        // A repetition is a release and a press of the same time, which Qt does not always
-        // recognize.
-        isSwallowed = (event.isAutoRepeat() && swallowedKeys_.contains(key)) ||
-                      swallowedRelease_ == std::pair(key, event.timestamp());
+    const quint32 code = event.nativeScanCode();
+    Key& key = keys_[code];
+    // A repetition is a release and a press of the same time, which Qt does not always recognize.
+    const bool isRepetition =
+        event.isAutoRepeat() || lastRelease_ == std::pair(code, event.timestamp());
+    if (!isRepetition) {
+        key.isMonitored = isMonitoring();
+        key.isSwallowed = false;
     }
-    if (isSwallowed) {
-        swallowedKeys_.insert(key);
-    } else {
-        swallowedKeys_.erase(key);
+    if (isMonitoring()) {
+        key.isSwallowed = !key.isMonitored || !passesMonitors(event);
     }
-    return isSwallowed;
+    return key.isSwallowed;
+}
+
+bool QtKeyDownMonitors::passesMonitors(const QKeyEvent& event) {
+    std::optional<KeyEvent> remaining = keyEvent(event);
+    handlers_.notify(remaining);
+    return remaining.has_value();
 }
 
 bool QtKeyDownMonitors::swallowsRelease(const QKeyEvent& event) {
-    const quint32 key = event.nativeScanCode();
-    if (swallowedKeys_.erase(key) == 0) {
-        return false;
-    }
-    swallowedRelease_.emplace(key, event.timestamp());
-    return true;
+    const quint32 code = event.nativeScanCode();
+    lastRelease_.emplace(code, event.timestamp());
+    return keys_[code].isSwallowed;
 }
 
 } // namespace platform

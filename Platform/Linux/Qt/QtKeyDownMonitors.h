@@ -5,8 +5,8 @@
 #include <QObject>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
-#include <set>
 #include <utility>
 
 class QKeyEvent;
@@ -17,9 +17,11 @@ namespace platform {
 using NativeModifiers = std::function<hotkey::ModifierFlags(std::uint32_t state)>;
 
 /// Filters the key events that reach the program's windows, before any widget or shortcut sees
-/// them. The release of a swallowed press and its repetitions are swallowed too, even after the
-/// monitor is removed. A changed event goes to the windows unchanged, and shortcuts of Qt's are off
-/// while there is a monitor. Needs a QApplication from the first monitor on.
+/// them. Those of an open menu are the menu's alone. The release of a swallowed press and its
+/// repetitions are swallowed too, even after the monitor is removed. Repetitions of a key that was
+/// held when the last monitor was added are swallowed, and no monitor sees them. A changed event
+/// goes to the windows unchanged, and shortcuts of Qt's are off while there is a monitor. Needs a
+/// QApplication.
 class QtKeyDownMonitors final : public QObject, public KeyDownMonitors {
   public:
     /// Without a function, the modifiers are those that Qt reports.
@@ -31,15 +33,23 @@ class QtKeyDownMonitors final : public QObject, public KeyDownMonitors {
     bool eventFilter(QObject* receiver, QEvent* event) override;
 
   private:
+    /// What happened to the last press of a key.
+    struct Key {
+        bool isMonitored = false; ///< Monitors saw it, and none was added since.
+        bool isSwallowed = false;
+    };
+
+    [[nodiscard]] bool isMonitoring() const;
     [[nodiscard]] KeyEvent keyEvent(const QKeyEvent& event) const;
     bool swallowsPress(const QKeyEvent& event);
+    bool passesMonitors(const QKeyEvent& event);
     bool swallowsRelease(const QKeyEvent& event);
 
     NativeModifiers nativeModifiers_;
     foundation::ObserverList<std::optional<KeyEvent>&> handlers_;
-    std::set<quint32> swallowedKeys_; ///< Native codes of those not yet released.
-    /// The last swallowed release: native code and time in the server's milliseconds.
-    std::optional<std::pair<quint32, quint64>> swallowedRelease_;
+    std::map<quint32, Key> keys_; ///< By native code.
+    /// Native code and time in the server's milliseconds.
+    std::optional<std::pair<quint32, quint64>> lastRelease_;
 };
 
 } // namespace platform

@@ -11,6 +11,7 @@
 
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -36,7 +37,6 @@ constexpr std::uint64_t shift = 0x20000;
 constexpr std::uint64_t control = 0x40000;
 constexpr std::uint64_t option = 0x80000;
 constexpr std::uint64_t command = 0x100000;
-constexpr std::uint64_t numericPad = 0x200000;
 constexpr std::uint64_t function = 0x800000;
 
 constexpr std::uint32_t carbonF12 = 0x6F;
@@ -63,6 +63,23 @@ class Form final : public QWidget {
         ++releaseCount;
         QWidget::keyReleaseEvent(event);
     }
+};
+
+/// Counts the presses and repetitions that reach the program while it exists, before anything can
+/// swallow them.
+class PressCounter final : public QObject {
+  public:
+    PressCounter() { QCoreApplication::instance()->installEventFilter(this); }
+
+    [[nodiscard]] int count() const { return count_; }
+
+    bool eventFilter(QObject* receiver, QEvent* event) override {
+        count_ += receiver->isWindowType() && event->type() == QEvent::KeyPress ? 1 : 0;
+        return false;
+    }
+
+  private:
+    int count_ = 0;
 };
 
 class QtKeyDownMonitorsTests : public testing::Test {
@@ -97,6 +114,14 @@ class QtKeyDownMonitorsTests : public testing::Test {
     /// Waits until the line holds the text.
     [[nodiscard]] bool lineSoonHolds(const std::string& text) const {
         return QtTestLoop::turnUntil([&] { return form_.line.text().toStdString() == text; });
+    }
+
+    /// Sends the window an event of the space bar, at a time in the server's milliseconds.
+    void send(QEvent::Type type, quint64 time) {
+        constexpr quint32 nativeSpace = KEY_SPACE + 8;
+        QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier, nativeSpace, ' ', 0, " ");
+        event.setTimestamp(time);
+        QCoreApplication::sendEvent(form_.windowHandle(), &event);
     }
 
     [[nodiscard]] testing_support::FakeKeyboard& keyboard() { return desktop_.keyboard(); }
@@ -155,10 +180,10 @@ TEST_F(QtKeyDownMonitorsTests, SetsTheFunctionFlagForArrowsFKeysAndNavigationKey
         keyboard().tap(key);
     }
     EXPECT_THAT(presses(),
-                ElementsAre(Pair(123, command | function | numericPad),
-                            Pair(124, function | numericPad),
-                            Pair(125, function | numericPad),
-                            Pair(126, function | numericPad),
+                ElementsAre(Pair(123, command | function),
+                            Pair(124, function),
+                            Pair(125, function),
+                            Pair(126, function),
                             Pair(96, function),
                             Pair(115, function),
                             Pair(119, function),
@@ -168,18 +193,16 @@ TEST_F(QtKeyDownMonitorsTests, SetsTheFunctionFlagForArrowsFKeysAndNavigationKey
                             Pair(114, function)));
 }
 
-TEST_F(QtKeyDownMonitorsTests, SetsTheNumericPadFlagForKeypadKeysRegardlessOfNumLock) {
+TEST_F(QtKeyDownMonitorsTests, SetsNoFlagForKeypadKeysAloneRegardlessOfNumLock) {
     record();
     keyboard().tap(KEY_KP5);
     keyboard().tap(KEY_KPENTER);
+    keyboard().tap(KEY_KPPLUS);
     keyboard().tap(KEY_NUMLOCK);
     keyboard().tap(KEY_KP5);
-    keyboard().tap(KEY_KP4);
+    keyboard().tapTogether({KEY_LEFTMETA, KEY_KP4});
     EXPECT_THAT(presses(),
-                ElementsAre(Pair(87, numericPad),
-                            Pair(76, numericPad),
-                            Pair(87, numericPad),
-                            Pair(86, numericPad)));
+                ElementsAre(Pair(87, 0), Pair(76, 0), Pair(69, 0), Pair(87, 0), Pair(86, command)));
 }
 
 TEST_F(QtKeyDownMonitorsTests, SetsTheCapsLockFlagWhileCapsLockIsOn) {
@@ -207,6 +230,7 @@ TEST_F(QtKeyDownMonitorsTests, IgnoresModifierKeys) {
 }
 
 TEST_F(QtKeyDownMonitorsTests, AKeyWithoutACarbonCodeHasNoKeyCode) {
+    form_.button.setFocus(); // The line would open its context menu.
     record();
     keyboard().tap(KEY_COMPOSE);
     EXPECT_THAT(presses(), ElementsAre(Pair(KeyEvent::noKeyCode, 0)));
@@ -359,20 +383,8 @@ TEST_F(QtKeyDownMonitorsTests, SwallowsRepetitionsAndReleaseEvenAfterTheMonitorI
     keyboard().press(KEY_SPACE);
     ASSERT_TRUE(QtTestLoop::turnUntil([&] { return presses_.size() == 1; }));
 
-    class Counter final : public QObject {
-      public:
-        bool eventFilter(QObject* receiver, QEvent* event) override {
-            count += receiver->isWindowType() && event->type() == QEvent::KeyPress ? 1 : 0;
-            return false;
-        }
-
-        int count = 0;
-    } repetitions;
-
-    // Installed last, it runs before the monitors.
-    QCoreApplication::instance()->installEventFilter(&repetitions);
-    EXPECT_TRUE(QtTestLoop::turnUntil([&] { return repetitions.count >= 4; }));
-    QCoreApplication::instance()->removeEventFilter(&repetitions);
+    const PressCounter repetitions;
+    EXPECT_TRUE(QtTestLoop::turnUntil([&] { return repetitions.count() >= 4; }));
     keyboard().release(KEY_SPACE);
     keyboard().release(KEY_LEFTCTRL);
     keyboard().tap(KEY_TAB);
@@ -385,12 +397,6 @@ TEST_F(QtKeyDownMonitorsTests, AReleaseAndAPressOfTheSameTimeAreARepetition) {
     const auto token = record();
     onPress_ = [&] { monitors_.removeMonitor(token); };
     form_.button.setFocus();
-    const auto send = [this](QEvent::Type type, quint64 time) {
-        constexpr quint32 nativeSpace = KEY_SPACE + 8;
-        QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier, nativeSpace, ' ', 0, " ");
-        event.setTimestamp(time);
-        QCoreApplication::sendEvent(form_.windowHandle(), &event);
-    };
     send(QEvent::KeyPress, 10);
     send(QEvent::KeyRelease, 20);
     send(QEvent::KeyPress, 20);
@@ -399,6 +405,62 @@ TEST_F(QtKeyDownMonitorsTests, AReleaseAndAPressOfTheSameTimeAreARepetition) {
     send(QEvent::KeyPress, 40);
     send(QEvent::KeyRelease, 50);
     EXPECT_EQ(form_.clickCount, 1);
+}
+
+TEST_F(QtKeyDownMonitorsTests, SwallowsUnseenTheRepetitionsOfAKeyThatWasHeldAlready) {
+    int returnCount = 0;
+    QObject::connect(&form_.line, &QLineEdit::returnPressed, &form_, [&] {
+        if (++returnCount == 1) {
+            record();
+        }
+    });
+    const PressCounter all;
+    keyboard().press(KEY_ENTER);
+    EXPECT_TRUE(QtTestLoop::turnUntil([&] { return all.count() >= 4; }));
+    keyboard().release(KEY_ENTER);
+    EXPECT_THAT(presses(), ElementsAre());
+    EXPECT_EQ(returnCount, 1);
+    keyboard().tap(KEY_ENTER);
+    EXPECT_THAT(presses(), ElementsAre(Pair(36, 0)));
+}
+
+TEST_F(QtKeyDownMonitorsTests, SwallowsUnseenTheRepetitionsOfAKeyThatAnEarlierMonitorSaw) {
+    const auto token = record();
+    keyboard().press(KEY_G);
+    ASSERT_TRUE(QtTestLoop::turnUntil([&] { return !presses_.empty(); }));
+    monitors_.removeMonitor(token);
+    record();
+    presses_.clear();
+    const PressCounter all;
+    EXPECT_TRUE(QtTestLoop::turnUntil([&] { return all.count() >= 4; }));
+    keyboard().release(KEY_G);
+    EXPECT_THAT(presses(), ElementsAre());
+    EXPECT_EQ(form_.line.text(), "");
+}
+
+TEST_F(QtKeyDownMonitorsTests, ARepetitionMayBeginWithAReleaseBeforeTheMonitor) {
+    send(QEvent::KeyPress, 10);
+    send(QEvent::KeyRelease, 20);
+    record();
+    send(QEvent::KeyPress, 20);
+    send(QEvent::KeyRelease, 30);
+    EXPECT_THAT(presses_, ElementsAre());
+    send(QEvent::KeyPress, 40);
+    EXPECT_THAT(presses_, ElementsAre(Pair(49, 0)));
+}
+
+TEST_F(QtKeyDownMonitorsTests, LeavesTheKeysOfAnOpenMenuToTheMenu) {
+    record();
+    QMenu menu;
+    int chosenCount = 0;
+    menu.addAction("Row", &form_, [&] { ++chosenCount; });
+    menu.popup(form_.mapToGlobal(QPoint()));
+    ASSERT_TRUE(QtTestLoop::turnUntil([&] { return menu.isVisible(); }));
+    keyboard().tap(KEY_DOWN);
+    keyboard().tap(KEY_ENTER);
+    EXPECT_TRUE(QtTestLoop::turnUntil([&] { return chosenCount == 1; }));
+    EXPECT_THAT(presses(), ElementsAre());
+    EXPECT_EQ(chosenCount, 1);
 }
 
 TEST_F(QtKeyDownMonitorsTests, PassesOnAKeyWhoseReleaseWentToAnotherWindow) {
