@@ -123,6 +123,31 @@ void appendRow(ConversionPayload& payload, std::string_view line, const char* re
     ++payload.stickyCount;
 }
 
+} // namespace
+
+void appendHead(ConversionPayload& payload) {
+    payload.html.append(fragment::head);
+}
+
+void appendRows(ConversionPayload& payload, std::string_view text) {
+    const char* const readableEnd = text.data() + text.size();
+    forEachSanitizedLine(text, [&payload, readableEnd](std::string_view line) {
+        if (!line.empty()) {
+            appendRow(payload, line, readableEnd);
+        }
+    });
+}
+
+void appendLines(ConversionPayload& payload, std::string_view text) {
+    forEachSanitizedLine(text, [&payload](std::string_view line) {
+        if (!line.empty()) {
+            payload.plainText.append(payload.stickyCount == 0 ? "" : "\n");
+            payload.plainText.append(line);
+            ++payload.stickyCount;
+        }
+    });
+}
+
 void appendTail(ConversionPayload& payload) {
     const std::string count = std::to_string(payload.stickyCount);
     for (const std::string_view part : {
@@ -143,21 +168,14 @@ void appendTail(ConversionPayload& payload) {
     }
 }
 
-} // namespace
-
 ConversionPayload makeSheetDocument(const LineList& lines) {
     const std::string_view text = lines.text();
-    const char* const readableEnd = text.data() + text.size();
     ConversionPayload payload;
     // Enough for lines of ordinary length. Memory that is not written to costs nothing.
     payload.html.reserve(4096 + 8 * text.size());
     payload.plainText.reserve(128 + text.size());
-    payload.html.append(fragment::head);
-    lines.forEach([&payload, readableEnd](std::string_view line) {
-        if (!line.empty()) {
-            appendRow(payload, line, readableEnd);
-        }
-    });
+    appendHead(payload);
+    appendRows(payload, text);
     appendTail(payload);
     return payload;
 }

@@ -29,6 +29,17 @@ struct ConversionPayload {
     std::int64_t stickyCount = 0;
 };
 
+/// The parts of a document, in this order. Between two calls the html and plain text may be taken
+/// away and emptied; only the count must stay. Throw std::bad_alloc.
+void appendHead(ConversionPayload& payload);
+/// Appends a row for each line that is not blank, as makeSheetDocument() does. A text that ends in
+/// a line break may be followed by the rest of the list, even if that break was the first half of a
+/// pair.
+void appendRows(ConversionPayload& payload, std::string_view text);
+/// Appends what appendRows() does, but only to the plain text.
+void appendLines(ConversionPayload& payload, std::string_view text);
+void appendTail(ConversionPayload& payload);
+
 /// Builds the document of one column with a row for each line that is not blank, and its plain
 /// text. Any bytes are safe; the markup among them is escaped. Throws std::bad_alloc.
 [[nodiscard]] ConversionPayload makeSheetDocument(const LineList& lines);

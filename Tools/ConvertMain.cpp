@@ -1,109 +1,108 @@
 // pastewise-convert: the clipboard conversion as a filter for scripts and pipes.
 
-#include "Foundation/TextBuffer.h"
-#include "Foundation/Unicode.h"
-#include "Text/LineList.h"
-#include "Text/SheetDocument.h"
-#include "Tools/Conversion.h"
+#include "Tools/ConvertOptions.h"
 #include "Tools/Descriptor.h"
+#include "Tools/Output.h"
+#include "Tools/StreamConversion.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
-#include <cerrno>
+#include <array>
 #include <csignal>
+#include <cstddef>
+#include <exception>
 #include <new>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
-#include <system_error>
-#include <utility>
 
 namespace {
 
-using foundation::TextBuffer;
-using tools::ConvertMode;
+using tools::ConvertOptions;
 
 enum ExitCode : int { success = 0, failure = 1, wrongUsage = 2 };
 
-constexpr std::string_view help =
-    "\n"
-    "Reads a list from standard input, one item per line, and writes it to standard output\n"
-    "as the HTML document that a whiteboard pastes as one sticky note per item. Bullets,\n"
-    "numbers, surrounding white space and blank lines are dropped.\n"
-    "\n"
-    "  --plain    write the cleaned lines instead\n"
-    "  --count    write the number of sticky notes instead\n"
-    "  --json     write an object with \"html\", \"plainText\" and \"stickyCount\" instead\n"
-    "  --help     write this help\n"
-    "  --version  write the version\n"
-    "\n"
-    "Input is UTF-8; invalid bytes become U+FFFD. The exit status is 0 on success, 1 if reading\n"
-    "or writing fails or memory runs out, and 2 if the arguments are invalid.\n";
+/// The rows of as many lines of one letter take 55 times as much.
+constexpr std::size_t readSize = std::size_t{32} << 10U;
 
 /// Allocates nothing, so that it can report a lack of memory. Ignores write errors.
-void reportError(std::string_view about, std::string_view detail = {}) {
+void reportError(std::string_view error) {
     for (const std::string_view part :
-         {std::string_view("pastewise-convert: "),
-          about,
-          detail.empty() ? std::string_view() : std::string_view(": "),
-          detail,
-          std::string_view("\n")}) {
+         {std::string_view("pastewise-convert: "), error, std::string_view("\n")}) {
         static_cast<void>(tools::writeAll(STDERR_FILENO, part));
     }
 }
 
-/// Closes standard output, since some file systems report a failed write only then, and reports
-/// any error.
-ExitCode finish(std::error_code error) {
-    if (!error && close(STDOUT_FILENO) != 0) {
-        error = {errno, std::generic_category()};
+void makeItemsLines(std::span<char> bytes) {
+    for (char& byte : bytes) {
+        byte = byte == '\0' ? '\n' : byte == '\n' || byte == '\r' ? ' ' : byte;
     }
-    if (error) {
-        reportError("cannot write to standard output", error.message());
-        return failure;
-    }
-    return success;
 }
 
-ExitCode writeOutput(std::string_view text) {
-    return finish(tools::writeAll(STDOUT_FILENO, text));
-}
-
-/// Converts standard input and has `write` write the payload.
-template <typename Write>
-ExitCode convert(Write write) {
-    TextBuffer input;
-    if (const std::error_code error = tools::readToEnd(STDIN_FILENO, input)) {
-        reportError("cannot read standard input", error.message());
-        return failure;
+void convertFile(const std::string& file,
+                 bool isNullSeparated,
+                 tools::StreamConversion& conversion) {
+    const bool isStandardInput = file == "-";
+    const int descriptor =
+        isStandardInput ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC);
+    std::array<char, readSize> buffer; // NOLINT(*-member-init): filled by each read
+    while (true) {
+        const std::ptrdiff_t count = descriptor < 0 ? -1 : tools::readSome(descriptor, buffer);
+        if (count < 0) {
+            tools::throwSystemError("cannot read " + (isStandardInput ? "standard input" : file));
+        }
+        if (count == 0) {
+            break;
+        }
+        const std::span<char> bytes(buffer.data(), static_cast<std::size_t>(count));
+        if (isNullSeparated) {
+            makeItemsLines(bytes);
+        }
+        conversion.add({bytes.data(), bytes.size()});
     }
-    return write(text::makeSheetDocument(text::LineList(foundation::repairUtf8(std::move(input)))));
+    conversion.endLine();
+    if (!isStandardInput) {
+        close(descriptor);
+    }
 }
 
-ExitCode run(std::span<const char* const> arguments) {
-    const std::optional<ConvertMode> mode = tools::parseConvertMode(arguments);
-    if (!mode) {
+void convert(const ConvertOptions& options) {
+    tools::Output output(options.output);
+    tools::StreamConversion conversion(options.format,
+                                       [&output](std::string_view text) { output.write(text); });
+    for (const std::string& file : options.files) {
+        convertFile(file, options.isNullSeparated, conversion);
+    }
+    conversion.finish();
+    output.finish();
+}
+
+void print(std::string_view text) {
+    tools::Output output("-");
+    output.write(text);
+    output.finish();
+}
+
+ExitCode run(int argc, char** argv) {
+    const std::optional<ConvertOptions> options = tools::parseConvertOptions(argc, argv);
+    if (!options) {
         static_cast<void>(tools::writeAll(STDERR_FILENO, tools::convertUsage));
         return wrongUsage;
     }
-    switch (*mode) {
-    case ConvertMode::html:
-        return convert([](const auto& payload) { return writeOutput(payload.html.view()); });
-    case ConvertMode::plainText:
-        return convert([](const auto& payload) { return writeOutput(payload.plainText.view()); });
-    case ConvertMode::count:
-        return convert(
-            [](const auto& payload) { return writeOutput(tools::countOutput(payload)); });
-    case ConvertMode::json:
-        return convert(
-            [](const auto& payload) { return finish(tools::writeJson(STDOUT_FILENO, payload)); });
-    case ConvertMode::help:
-        return writeOutput(std::string(tools::convertUsage) + std::string(help));
-    case ConvertMode::version:
-        return writeOutput("pastewise-convert " PASTEWISE_VERSION "\n");
+    switch (options->action) {
+    case ConvertOptions::Action::convert:
+        convert(*options);
+        break;
+    case ConvertOptions::Action::help:
+        print(tools::convertHelp);
+        break;
+    case ConvertOptions::Action::version:
+        print("pastewise-convert " PASTEWISE_VERSION "\n");
+        break;
     }
-    return wrongUsage;
+    return success;
 }
 
 } // namespace
@@ -112,10 +111,11 @@ int main(int argc, char** argv) {
     // Makes writing to a closed pipe fail with EPIPE, which is reported.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     try {
-        const std::span<const char* const> all(argv, static_cast<std::size_t>(argc));
-        return run(all.subspan(all.empty() ? 0 : 1));
+        return run(argc, argv);
     } catch (const std::bad_alloc&) {
-        reportError("out of memory");
-        return failure;
+        reportError("out of memory: a line, or with --json the list, is too long");
+    } catch (const std::exception& error) {
+        reportError(error.what());
     }
+    return failure;
 }

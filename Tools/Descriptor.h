@@ -1,17 +1,21 @@
 #pragma once
 
-#include "Foundation/TextBuffer.h"
-
+#include <cstddef>
+#include <span>
+#include <string>
 #include <string_view>
-#include <system_error>
 
 namespace tools {
 
-/// Reads a file, pipe or terminal to its end and appends the bytes to `text`. On failure `text`
-/// holds what was read before. Throws std::bad_alloc.
-[[nodiscard]] std::error_code readToEnd(int descriptor, foundation::TextBuffer& text);
+/// Throws a std::system_error with errno; its text is `what`, a colon and the system's message.
+[[noreturn]] void throwSystemError(const std::string& what);
 
-/// Writes the whole text. Callers ignore SIGPIPE to get EPIPE when the reader has closed a pipe.
-[[nodiscard]] std::error_code writeAll(int descriptor, std::string_view text);
+/// Waits for bytes of a file, pipe or terminal and reads as many as there are and fit into
+/// `buffer`. Returns 0 at the end of the input, and a negative number with errno on failure.
+[[nodiscard]] std::ptrdiff_t readSome(int descriptor, std::span<char> buffer);
+
+/// Writes the whole text. Returns false with errno on failure. Callers ignore SIGPIPE to get EPIPE
+/// when the reader has closed a pipe.
+[[nodiscard]] bool writeAll(int descriptor, std::string_view text);
 
 } // namespace tools

@@ -6,8 +6,10 @@
 #include "Text/CharacterClasses.h"
 #include "Text/LineList.h"
 #include "Text/SheetDocument.h"
+#include "Tools/StreamConversion.h"
 #include "tests/Reference/ReferenceConversion.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdio>
@@ -45,6 +47,19 @@ std::string listed(const std::vector<std::string>& lines) {
     return list;
 }
 
+std::string streamedHtml(std::string_view bytes) {
+    std::string html;
+    tools::StreamConversion conversion(tools::OutputFormat::html,
+                                       [&html](std::string_view text) { html += text; });
+    const std::size_t pieceSize = 1 + bytes.size() % 149;
+    for (; !bytes.empty(); bytes.remove_prefix(std::min(pieceSize, bytes.size()))) {
+        conversion.add(bytes.substr(0, pieceSize));
+    }
+    conversion.endLine();
+    conversion.finish();
+    return html;
+}
+
 } // namespace
 
 Conversion convertFast(std::string_view text) {
@@ -71,13 +86,14 @@ std::optional<std::string> findDifference(std::string_view bytes, const Converte
         std::string expected;
     };
 
-    const std::array<Part, 6> parts{{
+    const std::array<Part, 7> parts{{
         {"the repaired text", std::string(repaired.view()), text},
         {"the escaped text",
          std::string(text::escapeHTML(text).view()),
          reference::escapeHTML(text)},
         {"the lines", listed(conversion.lines), listed(lines)},
         {"the html", conversion.html, payload.html},
+        {"the html of a stream", streamedHtml(bytes), payload.html},
         {"the plain text", conversion.plainText, payload.plainText},
         {"the count", std::to_string(conversion.stickyCount), std::to_string(payload.stickyCount)},
     }};

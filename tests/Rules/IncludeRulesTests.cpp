@@ -107,9 +107,10 @@ TEST(IncludeRulesTests, TheApplicationKnowsInterfacesAndNoBackend) {
     }
 }
 
-TEST(IncludeRulesTests, ToolsLeanOnTextFoundationAndOneJsonLibrary) {
-    expectOnly(
-        "Tools", {"Tools/", "Text/", "Foundation/"}, {"nlohmann/json.hpp", "poll.h", "unistd.h"});
+TEST(IncludeRulesTests, ToolsLeanOnTextFoundationPosixAndOneJsonLibrary) {
+    expectOnly("Tools",
+               {"Tools/", "Text/", "Foundation/"},
+               {"nlohmann/json.hpp", "fcntl.h", "getopt.h", "poll.h", "sys/stat.h", "unistd.h"});
 }
 
 TEST(IncludeRulesTests, OnlyTheEntryAndTheDelegateSeeTheWholePlatform) {

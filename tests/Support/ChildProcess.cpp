@@ -153,6 +153,11 @@ void ChildProcess::write(std::string_view input) {
     feed();
 }
 
+void ChildProcess::closeInput() {
+    keepsInputOpen_ = false;
+    feed();
+}
+
 void ChildProcess::collect() {
     feed();
     readAvailable(outputDescriptor_, standardOutput_);

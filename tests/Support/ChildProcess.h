@@ -37,6 +37,7 @@ class ChildProcess : foundation::Pinned {
 
     /// Writes to a standard input that is kept open.
     void write(std::string_view input);
+    void closeInput();
 
     /// What the program has written so far.
     [[nodiscard]] const std::string& standardOutput();

@@ -1,18 +1,24 @@
 #include "tests/Reference/ReferenceConversion.h"
 #include "tests/Support/ChildProcess.h"
 #include "tests/Support/TemporaryFolder.h"
+#include "tests/Support/WaitUntil.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <unistd.h>
 
 #include <chrono>
+#include <csignal>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,8 +34,10 @@
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 using testing_support::ChildProcess;
+using namespace std::string_view_literals;
 
 constexpr std::string_view list = "\u2022 Buy milk\r\n\n 2. eggs & \"ham\"\n";
 constexpr std::chrono::seconds longPatience{60};
@@ -122,32 +130,56 @@ TEST(ConvertTests, WritesHelpToStandardOutput) {
     const Result result = convert({"--help"}, "");
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_THAT(result.output, StartsWith("Usage: pastewise-convert ["));
-    for (const char* option : {"--plain", "--count", "--json", "--help", "--version"}) {
-        EXPECT_THAT(result.output, HasSubstr(std::string("\n  ") + option + " "));
+    for (const char* option : {"-p, --plain ",
+                               "-c, --count ",
+                               "-j, --json ",
+                               "-0, --null ",
+                               "-o, --output=FILE ",
+                               "-h, --help ",
+                               "-V, --version "}) {
+        EXPECT_THAT(result.output, HasSubstr(std::string("\n  ") + option));
     }
     EXPECT_EQ(result.error, "");
+    EXPECT_EQ(convert({"-h"}, "").output, result.output);
+}
+
+TEST(ConvertTests, WritesHelpThatFitsATerminal) {
+    std::istringstream help(convert({"--help"}, "").output);
+    int count = 0;
+    for (std::string line; std::getline(help, line); ++count) {
+        EXPECT_LE(line.size(), 80U) << line;
+    }
+    EXPECT_LE(count, 24);
 }
 
 TEST(ConvertTests, WritesTheProjectVersion) {
     const Result result = convert({"--version"}, "");
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.output, "pastewise-convert " PASTEWISE_VERSION "\n");
+    EXPECT_EQ(convert({"-V"}, "").output, result.output);
+}
+
+TEST(ConvertTests, TakesShortOptions) {
+    EXPECT_EQ(convert({"-p"}, list).output, convert({"--plain"}, list).output);
+    EXPECT_EQ(convert({"-c"}, list).output, "2\n");
+    EXPECT_EQ(convert({"-j"}, list).output, convert({"--json"}, list).output);
+    EXPECT_EQ(convert({"-0c"}, "a\0b"sv).output, "2\n");
 }
 
 TEST(ConvertTests, WritesTheUsageToStandardErrorForInvalidArguments) {
     const std::vector<std::vector<std::string>> wrong{{"--unknown"},
-                                                      {"-p"},
-                                                      {""},
-                                                      {"file.txt"},
+                                                      {"-x"},
+                                                      {"--plain=yes"},
+                                                      {"--output"},
+                                                      {"-o"},
                                                       {"--plain", "--count"},
                                                       {"--plain", "--plain"},
-                                                      {"--json", "file.txt"},
-                                                      {"--help", "--version"}};
+                                                      {"file.txt", "-cj"}};
     for (const auto& arguments : wrong) {
         const Result result = convert(arguments, list);
         EXPECT_EQ(result.exitCode, 2) << arguments[0];
         EXPECT_EQ(result.output, "") << arguments[0];
-        EXPECT_THAT(result.error, StartsWith("Usage: pastewise-convert [")) << arguments[0];
+        EXPECT_THAT(result.error, HasSubstr("Usage: pastewise-convert [")) << arguments[0];
     }
 }
 
@@ -194,9 +226,191 @@ TEST(ConvertTests, FailsWhenMemoryRunsOut) {
         GTEST_SKIP() << "This system does not limit the address space of a process";
     }
     const Result result = convertInShell("ulimit -v 100000; head -c 90000000 /dev/zero | \"$0\"");
-    expectFailure(result, "out of memory");
+    expectFailure(result, "out of memory: a line, or with --json the list, is too long");
     EXPECT_EQ(result.output, "");
 #endif
+}
+
+TEST(ConvertTests, ConvertsAnyNumberOfLinesInLittleMemory) {
+#ifdef PASTEWISE_TEST_UNDER_ADDRESS_SANITIZER
+    GTEST_SKIP() << "AddressSanitizer itself needs more address space than the limit";
+#else
+    for (const std::string mode : {"", "--plain", "--count"}) {
+        const Result result = convertInShell("ulimit -v 40000; yes a | head -n 4000000 | \"$0\" " +
+                                             mode + " | tail -c 8");
+        EXPECT_EQ(result.error, "") << mode;
+    }
+#endif
+}
+
+TEST(ConvertTests, FailsForALineOfMoreThanAGibibyte) {
+    const Result result =
+        convertInShell("{ echo milk; head -c 1100000000 /dev/zero; } | \"$0\" --plain");
+    expectFailure(result, "a line is longer than 1 GiB");
+    EXPECT_EQ(result.output, "milk");
+}
+
+TEST(ConvertTests, WritesTheFirstRowsBeforeTheInputEnds) {
+    ChildProcess process({PASTEWISE_CONVERT}, {.keepsInputOpen = true});
+    process.write("- Buy milk\n- eg");
+    EXPECT_TRUE(process.waitForOutput(">Buy milk"));
+    EXPECT_TRUE(process.isRunning());
+    EXPECT_THAT(process.standardOutput(), Not(HasSubstr("eg")));
+}
+
+class ConvertFilesTests : public testing::Test {
+  protected:
+    std::string fileWith(const std::string& name, std::string_view content) {
+        const std::string path = pathOf(name);
+        std::ofstream(path, std::ios::binary) << content;
+        return path;
+    }
+
+    [[nodiscard]] std::string pathOf(const std::string& name) const {
+        return folder_.path() / name;
+    }
+
+    [[nodiscard]] std::vector<std::string> namesInFolder() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
+            names.push_back(entry.path().filename());
+        }
+        return names;
+    }
+
+    static std::string contentOf(const std::string& path) {
+        std::ifstream file(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    static std::filesystem::perms permissionsOf(const std::string& path) {
+        return std::filesystem::status(path).permissions();
+    }
+
+  private:
+    testing_support::TemporaryFolder folder_;
+};
+
+TEST_F(ConvertFilesTests, ReadsFilesAndStandardInputInOrder) {
+    const std::string first = fileWith("a.txt", "- a");
+    const std::string second = fileWith("b.txt", "b1\nb2\n");
+    EXPECT_EQ(convert({"--plain", first, "-", second}, "1. c").output, "a\nc\nb1\nb2");
+    EXPECT_EQ(convert({first, "--count", second}, "unread").output, "3\n");
+    EXPECT_EQ(convert({"-p", "--", first}, "").output, "a");
+}
+
+TEST_F(ConvertFilesTests, FailsForAFileThatIsNotThere) {
+    const Result result = convert({"--plain", fileWith("a.txt", "a"), pathOf("b.txt")}, "");
+    expectFailure(result, "cannot read " + pathOf("b.txt") + ": No such file or directory");
+}
+
+TEST_F(ConvertFilesTests, FailsWhenReadingFailsInTheMiddle) {
+    // The controlling end of a terminal whose other end is closed fails to read with EIO.
+    const int controller = posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_TRUE(controller >= 0 && grantpt(controller) == 0 && unlockpt(controller) == 0);
+    const int terminal = open(ptsname(controller), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    ASSERT_GE(terminal, 0);
+    constexpr std::string_view text = "- milk\n- eggs\n- bre";
+    ASSERT_EQ(write(terminal, text.data(), text.size()), static_cast<ssize_t>(text.size()));
+
+    const std::string output = fileWith("out.txt", "before");
+    ChildProcess process({"/bin/bash",
+                          "-c",
+                          "exec \"$0\" --plain <&" + std::to_string(controller),
+                          PASTEWISE_CONVERT});
+    EXPECT_TRUE(process.waitForOutput("eggs"));
+    close(terminal);
+    close(controller);
+    const Result result = resultOf(process);
+    expectFailure(result, "cannot read standard input: Input/output error");
+    EXPECT_EQ(result.output, "milk\neggs");
+}
+
+TEST_F(ConvertFilesTests, SeparatesItemsByNulOnRequest) {
+    constexpr std::string_view items = "- a\nb\0\r\n2. c\0\0d"sv;
+    EXPECT_EQ(convert({"--null", "--plain"}, items).output, "a b\nc\nd");
+    EXPECT_EQ(convert({"-0"}, items).output, reference::convert("a b\nc\nd").html);
+}
+
+TEST_F(ConvertFilesTests, WritesToAFile) {
+    const Result result = convert({"-o", pathOf("sheet.html")}, list);
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.output + result.error, "");
+    EXPECT_EQ(contentOf(pathOf("sheet.html")), reference::convert(list).html);
+    EXPECT_EQ(namesInFolder(), std::vector<std::string>{"sheet.html"});
+    EXPECT_EQ(permissionsOf(pathOf("sheet.html")), permissionsOf(fileWith("new", "")));
+    EXPECT_EQ(convert({"--plain", "--output=-"}, list).output, convert({"--plain"}, list).output);
+}
+
+TEST_F(ConvertFilesTests, ReplacesItsOwnInput) {
+    const std::string file = fileWith("list.txt", list);
+    EXPECT_EQ(convert({"--plain", file, "--output", file}, "").exitCode, 0);
+    EXPECT_EQ(contentOf(file), "Buy milk\neggs & \"ham\"");
+}
+
+TEST_F(ConvertFilesTests, ReplacesAFileOnlyWhenTheOutputIsComplete) {
+    const std::string file = fileWith("out.txt", "before");
+    std::filesystem::permissions(file, std::filesystem::perms(0640));
+    ChildProcess process({PASTEWISE_CONVERT, "--plain", "-o", file}, {.keepsInputOpen = true});
+    process.write("a\n");
+    ASSERT_TRUE(testing_support::waitUntil([this] { return namesInFolder().size() == 2; }));
+    EXPECT_EQ(contentOf(file), "before");
+    process.closeInput();
+    EXPECT_EQ(process.waitForExit(), 0);
+    EXPECT_EQ(contentOf(file), "a");
+    EXPECT_EQ(permissionsOf(file), std::filesystem::perms(0640));
+    EXPECT_EQ(namesInFolder().size(), 1U);
+}
+
+TEST_F(ConvertFilesTests, LeavesTheFileAloneWhenItFails) {
+    const std::string file = fileWith("out.txt", "before");
+    expectFailure(convert({"-o", file, "/"}, ""), "cannot read /: Is a directory");
+    EXPECT_EQ(contentOf(file), "before");
+    EXPECT_EQ(namesInFolder().size(), 1U);
+}
+
+TEST_F(ConvertFilesTests, LeavesTheFileAloneWhenInterrupted) {
+    const std::string file = fileWith("out.txt", "before");
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        ChildProcess process({PASTEWISE_CONVERT, "-o", file}, {.keepsInputOpen = true});
+        ASSERT_TRUE(testing_support::waitUntil([this] { return namesInFolder().size() == 2; }));
+        process.write("a\n");
+        process.sendSignal(signal);
+        EXPECT_EQ(process.waitForExit(), 128 + signal);
+        EXPECT_EQ(contentOf(file), "before");
+        EXPECT_EQ(namesInFolder().size(), 1U);
+    }
+}
+
+TEST_F(ConvertFilesTests, LeavesAWriteProtectedFileAlone) {
+    if (geteuid() == 0) {
+        GTEST_SKIP() << "File permissions do not bind the superuser";
+    }
+    const std::string file = fileWith("out.txt", "before");
+    std::filesystem::permissions(file, std::filesystem::perms(0440));
+    expectFailure(convert({"-o", file}, list), "cannot write to " + file + ": Permission denied");
+    EXPECT_EQ(contentOf(file), "before");
+}
+
+TEST_F(ConvertFilesTests, WritesThroughALink) {
+    const std::string file = fileWith("out.txt", "before");
+    std::filesystem::create_symlink("out.txt", pathOf("link"));
+    EXPECT_EQ(convert({"--plain", "-o", pathOf("link")}, "a").exitCode, 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(pathOf("link")));
+    EXPECT_EQ(contentOf(file), "a");
+}
+
+TEST_F(ConvertFilesTests, WritesToADeviceDirectly) {
+    EXPECT_EQ(convert({"-o", "/dev/null"}, list).exitCode, 0);
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+}
+
+TEST_F(ConvertFilesTests, FailsForAFileThatCannotBeCreated) {
+    const std::string file = pathOf("missing/out.txt");
+    expectFailure(convert({"-o", file}, list),
+                  "cannot write to " + file + ": No such file or directory");
+    expectFailure(convert({"-o", pathOf("")}, list),
+                  "cannot write to " + pathOf("") + ": Is a directory");
 }
 
 TEST(ConvertTests, ConvertsAStreamOfManyMegabytes) {
