@@ -1,8 +1,12 @@
 #include "Platform/Linux/Tray/PopupMenu.h"
 
+#include "HotKey/Key.h"
+#include "Platform/Linux/Keys/KeyCodes.h"
+
 #include <QAction>
 #include <QKeyEvent>
 #include <QKeySequence>
+#include <cstddef>
 #include <utility>
 
 namespace platform {
@@ -12,6 +16,19 @@ namespace {
 /// A single ampersand marks the mnemonic; titles have none.
 QString text(const MenuItem& item) {
     return QString::fromStdString(item.title()).replace('&', "&&");
+}
+
+/// By the character that the key types. A key that types no Latin letter, as with other scripts,
+/// also counts as the key in its place on a US keyboard.
+bool isPress(const QKeyEvent& event, const KeyEquivalent& keyEquivalent) {
+    const QKeyCombination wanted = keySequence(keyEquivalent)[0];
+    if (event.keyCombination() == wanted) {
+        return true;
+    }
+    const bool typesLatinLetter = event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z;
+    const auto place = keyFromXkbKeyCode(event.nativeScanCode());
+    return !typesLatinLetter && place && place == hotkey::keyFromString(keyEquivalent.key) &&
+           event.modifiers() == wanted.keyboardModifiers();
 }
 
 } // namespace
@@ -54,9 +71,11 @@ void PopupMenu::add(const std::shared_ptr<MenuItem>& item) {
 }
 
 bool PopupMenu::chooseByKey(const QKeyEvent& event) {
-    const QKeySequence pressed(event.keyCombination());
-    for (QAction* const action : menu_.actions()) {
-        if (action->isEnabled() && action->shortcut() == pressed) {
+    const auto actions = menu_.actions();
+    for (std::size_t index = 0; index < rows_->items().size(); ++index) {
+        const auto& keyEquivalent = rows_->items()[index]->keyEquivalent();
+        QAction* const action = actions[static_cast<qsizetype>(index)];
+        if (keyEquivalent && action->isEnabled() && isPress(event, *keyEquivalent)) {
             menu_.close();
             action->trigger();
             return true;

@@ -1,15 +1,20 @@
 #include "Platform/Linux/Tray/TrayStatusBar.h"
 #include "tests/Platform/Linux/Tray/TrayTest.h"
+#include "tests/Support/ChildProcess.h"
+#include "tests/Support/FakeKeyboard.h"
 #include "tests/Support/XEmbedTray.h"
 
 #include <gmock/gmock.h>
+#include <linux/input-event-codes.h>
 
 #include <QMenu>
 #include <algorithm>
 #include <chrono>
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -17,6 +22,7 @@ namespace {
 using nlohmann::json;
 using platform::StatusBar;
 using testing::ElementsAre;
+using testing_support::ChildProcess;
 using testing_support::XEmbedTray;
 
 const std::string checkmark = "\u2713";
@@ -409,5 +415,62 @@ TEST_F(TrayStatusBarTests, WithoutBusAndXServerNothingIsShown) {
     QApplication::processEvents();
     EXPECT_TRUE(QApplication::allWidgets().isEmpty());
 }
+
+/// The keys of rows, pressed in the open menu.
+class MenuKeyTests : public TrayStatusBarTests, public testing::WithParamInterface<const char*> {
+  protected:
+    void setLayout(const std::string& layout) {
+        ChildProcess program({"setxkbmap", layout}, {.environment = session_.environment()});
+        ASSERT_EQ(program.waitForExit(), 0) << program.standardError();
+    }
+
+    /// Opens the menu, presses the combinations in it and returns what was chosen.
+    std::vector<std::string> chosenBy(std::initializer_list<std::initializer_list<int>> keys) {
+        // Two clicks of one button would be a double click.
+        button_ = 4 - button_;
+        tray_.clickIcon(button_);
+        EXPECT_TRUE(turnUntil([] { return openMenu() != nullptr; }));
+        for (const auto& combination : keys) {
+            keyboard_.tapTogether(combination);
+        }
+        EXPECT_TRUE(turnUntil([this] { return !sample_.chosen.empty(); }));
+        if (openMenu() != nullptr) {
+            openMenu()->close();
+        }
+        return std::exchange(sample_.chosen, {});
+    }
+
+    XEmbedTray tray_{session_.display()};
+    testing_support::FakeKeyboard keyboard_{session_.display()};
+    int button_ = 3;
+};
+
+TEST_P(MenuKeyTests, ChooseRowsWhateverTheScript) {
+    setLayout(GetParam());
+    makeItem();
+    ASSERT_TRUE(waitForWindows(tray_, 1));
+    EXPECT_THAT(chosenBy({{KEY_LEFTMETA, KEY_COMMA}}), ElementsAre("preferences"));
+    EXPECT_THAT(chosenBy({{KEY_LEFTMETA, KEY_Q}}), ElementsAre("quit"));
+    // Another modifier, and none.
+    EXPECT_THAT(chosenBy({{KEY_LEFTCTRL, KEY_Q}, {KEY_Q}, {KEY_DOWN}, {KEY_ENTER}}),
+                ElementsAre("clear"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Layouts,
+                         MenuKeyTests,
+                         testing::Values("us", "de", "ru", "gr", "il", "ara", "th"),
+                         [](const auto& layout) { return std::string(layout.param); });
+
+class LatinMenuKeyTests : public MenuKeyTests {};
+
+TEST_P(LatinMenuKeyTests, AreThoseThatTypeTheLetter) {
+    setLayout(GetParam());
+    makeItem();
+    ASSERT_TRUE(waitForWindows(tray_, 1));
+    EXPECT_THAT(chosenBy({{KEY_LEFTMETA, KEY_Q}, {KEY_DOWN}, {KEY_ENTER}}), ElementsAre("clear"));
+    EXPECT_THAT(chosenBy({{KEY_LEFTMETA, KEY_A}}), ElementsAre("quit"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Layouts, LatinMenuKeyTests, testing::Values("fr"));
 
 } // namespace
