@@ -25,6 +25,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QEventLoop>
+#include <QIcon>
 #include <QThreadPool>
 #include <QTimer>
 #include <chrono>
@@ -63,6 +64,15 @@ void connectAccessibility() {
     QAccessible::setRootObject(qApp);
 }
 
+/// The executable contains the pictures.
+QIcon windowIcon() {
+    QIcon icon;
+    for (const char* file : {":/icons/48.png", ":/icons/128.png"}) {
+        icon.addFile(file);
+    }
+    return icon;
+}
+
 enum class Instance : std::uint8_t {
     first,
     second,     ///< Another process is running, and there is nothing left to do.
@@ -74,7 +84,9 @@ enum class Instance : std::uint8_t {
 class DesktopProcess {
   public:
     DesktopProcess(int& argc, char** argv) : application_(argc, argv) {
-        QApplication::setApplicationName("pastewise");
+        // The application name is the class of windows on X11, the name of the desktop file their
+        // application id on Wayland.
+        QApplication::setApplicationName(QString::fromUtf8(applicationId));
         QApplication::setDesktopFileName(QString::fromUtf8(applicationId));
         QApplication::setQuitOnLastWindowClosed(false);
     }
@@ -235,6 +247,8 @@ class LinuxPlatform final : public PlatformOf<LinuxServices> {
 
     int run(const std::function<void()>& didFinishLaunching) override {
         didFinishLaunching();
+        // The shortcut does not wait for the pictures.
+        QApplication::setWindowIcon(windowIcon());
         // Not QApplication's exec(), which waits for the session bus: see connectAccessibility().
         const int exitCode = QCoreApplication::exec();
         save();

@@ -18,6 +18,7 @@ using program_test::StoredSettings;
 using program_test::wroteMessage;
 using testing::AllOf;
 using testing::Contains;
+using testing::HasSubstr;
 using testing_support::waitUntil;
 
 constexpr std::string_view triggeredMessage = "Global shortcut triggered";
@@ -66,6 +67,16 @@ TEST_F(PreferencesTests, ShowsTheShortcutAndTheButtons) {
     }
     EXPECT_TRUE(isShown(readyStatus));
     takeScreenshot("preferences.png", {.x = 390, .y = 190, .width = 500, .height = 420});
+}
+
+TEST_F(PreferencesTests, TheWindowHasAnIconAndTheApplicationIdAsItsClass) {
+    startReadableProgram();
+    openPreferences();
+    EXPECT_EQ(runTool({"xprop", "-name", "Pastewise Preferences", "WM_CLASS"}),
+              "WM_CLASS(STRING) = \"pastewise\", \"com.app.pastewise\"\n");
+    const std::string icon =
+        runTool({"xprop", "-name", "Pastewise Preferences", "-len", "1000000", "_NET_WM_ICON"});
+    EXPECT_THAT(icon, AllOf(HasSubstr("Icon (48 x 48)"), HasSubstr("Icon (128 x 128)")));
 }
 
 TEST_F(PreferencesTests, ARecordedShortcutReplacesTheOldOneNowAndAfterARestart) {
