@@ -116,16 +116,25 @@ bool ResidentTest::isInFront(const std::string& title) {
            output({"xdotool", "getactivewindow", "getwindowname"}) == title + "\n";
 }
 
+void ResidentTest::nudgeWindowManager() {
+    runTool({"xprop", "-root", "-f", "PASTEWISE_TEST", "8s", "-set", "PASTEWISE_TEST", "x"});
+}
+
 bool ResidentTest::waitForPreferencesInFront() {
-    return waitUntil(
-        [this] { return preferencesWindowCount() == 1 && isInFront(preferencesTitle); });
+    return waitUntil([this] {
+        nudgeWindowManager();
+        return preferencesWindowCount() == 1 && isInFront(preferencesTitle);
+    });
 }
 
 std::unique_ptr<ChildProcess> ResidentTest::openOtherWindow() {
     auto other = std::make_unique<ChildProcess>(
         std::vector<std::string>{"xev", "-name", "Another window"},
         ChildProcess::Options{.environment = session_.environment()});
-    EXPECT_TRUE(waitUntil([this] { return isInFront("Another window"); }));
+    EXPECT_TRUE(waitUntil([this] {
+        nudgeWindowManager();
+        return isInFront("Another window");
+    }));
     return other;
 }
 

@@ -70,6 +70,8 @@ class ResidentTest : public ProgramTest {
 
   private:
     [[nodiscard]] std::string output(const std::vector<std::string>& command);
+    /// Openbox may read an event and not handle it until the next one comes. This sends one.
+    void nudgeWindowManager();
     [[nodiscard]] std::string uppermostWindow();
     [[nodiscard]] bool isInFront(const std::string& title);
 };
