@@ -45,6 +45,33 @@ void OtherX11Program::giveBack(std::uint8_t keyCode, std::uint16_t mask) {
         xcb_request_check(connection_, xcb_ungrab_key_checked(connection_, keyCode, root_, mask)));
 }
 
+bool OtherX11Program::takeAndFreeze(std::uint8_t keyCode) {
+    const XcbPointer<xcb_generic_error_t> error(xcb_request_check(
+        connection_,
+        xcb_grab_key_checked(
+            connection_, 0, root_, 0, keyCode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC)));
+    return !error;
+}
+
+void OtherX11Program::allowEvents(std::uint8_t mode) {
+    const XcbPointer<xcb_generic_error_t> error(xcb_request_check(
+        connection_, xcb_allow_events_checked(connection_, mode, XCB_CURRENT_TIME)));
+}
+
+bool OtherX11Program::hasAnotherClientTheKeyboard() {
+    const XcbPointer<xcb_grab_keyboard_reply_t> reply(xcb_grab_keyboard_reply(
+        connection_,
+        xcb_grab_keyboard(
+            connection_, 0, root_, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+        nullptr));
+    if (reply && reply->status == XCB_GRAB_STATUS_SUCCESS) {
+        const XcbPointer<xcb_generic_error_t> error(xcb_request_check(
+            connection_, xcb_ungrab_keyboard_checked(connection_, XCB_CURRENT_TIME)));
+        return false;
+    }
+    return true;
+}
+
 int OtherX11Program::pressCount() {
     while (const XcbPointer<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
         pressCount_ += event->response_type == XCB_KEY_PRESS ? 1 : 0;

@@ -14,12 +14,15 @@ namespace {
 
 using hotkey::OSStatus;
 
-/// Enables the keyboard extension, detectable auto-repeat and keyboard change events: core ones no
-/// longer arrive once a client uses the extension.
+/// Enables the keyboard extension, detectable auto-repeat and the events of modifiers and keyboard
+/// changes. Core events of changes no longer arrive once a client uses the extension.
 bool enableKeyboardExtension(xcb_connection_t* connection) {
     constexpr std::uint32_t autoRepeat = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
-    constexpr std::uint16_t events =
+    constexpr std::uint16_t changes =
         XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
+    xcb_xkb_select_events_details_t state{};
+    state.affectState = XCB_XKB_STATE_PART_MODIFIER_STATE;
+    state.stateDetails = XCB_XKB_STATE_PART_MODIFIER_STATE;
     constexpr std::uint16_t mapParts = XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP |
                                        XCB_XKB_MAP_PART_VIRTUAL_MODS |
                                        XCB_XKB_MAP_PART_VIRTUAL_MOD_MAP;
@@ -31,8 +34,14 @@ bool enableKeyboardExtension(xcb_connection_t* connection) {
         xcb_xkb_use_extension(connection, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
     const auto flags = xcb_xkb_per_client_flags(
         connection, XCB_XKB_ID_USE_CORE_KBD, autoRepeat, autoRepeat, 0, 0, 0);
-    xcb_xkb_select_events(
-        connection, XCB_XKB_ID_USE_CORE_KBD, events, 0, events, mapParts, mapParts, nullptr);
+    xcb_xkb_select_events_aux(connection,
+                              XCB_XKB_ID_USE_CORE_KBD,
+                              changes | XCB_XKB_EVENT_TYPE_STATE_NOTIFY,
+                              0,
+                              changes,
+                              mapParts,
+                              mapParts,
+                              &state);
     const XcbPointer<xcb_xkb_use_extension_reply_t> useReply(
         xcb_xkb_use_extension_reply(connection, use, nullptr));
     const XcbPointer<xcb_xkb_per_client_flags_reply_t> flagsReply(
@@ -68,6 +77,7 @@ X11EventHotKeyService::X11EventHotKeyService(MainQueue& mainQueue,
     : mainQueue_(mainQueue),
       connection_(std::move(connection)),
       modifiers_(std::move(modifiers)),
+      rawKeys_(*connection_),
       keyboardEvent_(xcb_get_extension_data(connection_->get(), &xcb_xkb_id)->first_event) {
     auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection_->get()));
     for (; screens.rem > 0; xcb_screen_next(&screens)) {
@@ -113,6 +123,7 @@ OSStatus X11EventHotKeyService::registerEventHotKey(std::uint32_t keyCode,
         heldKeys_.try_emplace(x11KeyCode);
         awaitRelease(x11KeyCode);
     }
+    followModifiers();
     return hotkey::noErr;
 }
 
@@ -128,6 +139,7 @@ OSStatus X11EventHotKeyService::unregisterEventHotKey(hotkey::EventHotKeyRef ref
     registrations_.erase(found);
     if (registration->grabbedMask) {
         ungrab(registration->keyCode, *registration->grabbedMask);
+        followModifiers();
         drainLater();
     }
     return hotkey::noErr;
@@ -181,7 +193,8 @@ bool X11EventHotKeyService::isDown(xcb_keycode_t keyCode) const {
     return reply && (reply->keys[keyCode / 8] >> (keyCode % 8U) & 1U) != 0;
 }
 
-/// The server sends no release for a key pressed before our grab unless it repeats, so poll.
+/// The server sends no release for a key that was not pressed under our grab unless it repeats, so
+/// poll.
 void X11EventHotKeyService::awaitRelease(xcb_keycode_t keyCode) {
     // Shorter than anyone takes to press a key again.
     constexpr std::chrono::milliseconds interval{20};
@@ -207,7 +220,7 @@ void X11EventHotKeyService::pollRelease(xcb_keycode_t keyCode) {
     if (isStillDown) {
         awaitRelease(keyCode);
     } else {
-        heldKeys_.erase(keyCode);
+        handleRelease(keyCode);
     }
 }
 
@@ -238,6 +251,26 @@ void X11EventHotKeyService::adoptKeyboard() {
     }
     xcb_ungrab_server(connection_->get());
     xcb_flush(connection_->get());
+    followModifiers();
+}
+
+/// Receives raw keys only while exactly the modifiers of a hot key with Super are held, the key on
+/// which some desktops take the keyboard.
+void X11EventHotKeyService::followModifiers() {
+    const std::uint16_t held = modifiers_.heldModifiers(modifierState_);
+    const bool areHeld =
+        std::any_of(registrations_.begin(), registrations_.end(), [&](const auto& registration) {
+            return registration->grabbedMask == held &&
+                   (registration->carbonModifiers & hotkey::cmdKey) != 0;
+        });
+    if (areHeld) {
+        rawKeys_.start();
+    } else if (rawKeys_.isStarted()) {
+        rawKeys_.stop();
+        for (const auto& [keyCode, registration] : heldKeys_) {
+            awaitRelease(keyCode);
+        }
+    }
 }
 
 void X11EventHotKeyService::drain() {
@@ -280,36 +313,48 @@ void X11EventHotKeyService::drainLater() {
 void X11EventHotKeyService::handle(const xcb_generic_event_t& event) {
     // Events sent by other clients carry a flag in their type and match nothing here.
     if (event.response_type == XCB_KEY_PRESS) {
-        handlePress(reinterpret_cast<const xcb_key_press_event_t&>(event));
+        const auto& press = reinterpret_cast<const xcb_key_press_event_t&>(event);
+        handlePress(press.detail, press.state);
     } else if (event.response_type == XCB_KEY_RELEASE) {
-        handleRelease(reinterpret_cast<const xcb_key_release_event_t&>(event));
+        handleRelease(reinterpret_cast<const xcb_key_release_event_t&>(event).detail);
+    } else if (const auto raw = rawKeys_.event(event)) {
+        if (raw->isPress) {
+            handlePress(raw->keyCode, modifierState_);
+        } else {
+            handleRelease(raw->keyCode);
+        }
     } else if (event.response_type == XCB_MAPPING_NOTIFY) {
         hasKeyboardChanged_ = true;
     } else if (event.response_type == keyboardEvent_) {
         // All events of the extension share one type; the next byte tells them apart.
-        hasKeyboardChanged_ = hasKeyboardChanged_ || event.pad0 == XCB_XKB_NEW_KEYBOARD_NOTIFY ||
-                              event.pad0 == XCB_XKB_MAP_NOTIFY;
+        if (event.pad0 == XCB_XKB_STATE_NOTIFY) {
+            modifierState_ = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event).mods;
+            followModifiers();
+        } else {
+            hasKeyboardChanged_ = true;
+        }
     }
 }
 
-void X11EventHotKeyService::handlePress(const xcb_key_press_event_t& event) {
-    if (heldKeys_.contains(event.detail)) {
+/// A press may arrive twice, through the grab and as a raw key.
+void X11EventHotKeyService::handlePress(xcb_keycode_t keyCode, std::uint16_t state) {
+    if (heldKeys_.contains(keyCode)) {
         return;
     }
-    const std::uint16_t held = modifiers_.heldModifiers(event.state);
+    const std::uint16_t held = modifiers_.heldModifiers(state);
     const auto found =
         std::find_if(registrations_.begin(), registrations_.end(), [&](const auto& registration) {
-            return registration->keyCode == event.detail && registration->grabbedMask == held;
+            return registration->keyCode == keyCode && registration->grabbedMask == held;
         });
     if (found != registrations_.end()) {
-        heldKeys_.emplace(event.detail, *found);
+        heldKeys_.emplace(keyCode, *found);
         send({.hotKeyID = (*found)->hotKeyID, .kind = hotkey::kEventHotKeyPressed});
     }
 }
 
-void X11EventHotKeyService::handleRelease(const xcb_key_release_event_t& event) {
+void X11EventHotKeyService::handleRelease(xcb_keycode_t keyCode) {
     // The modifiers may have been released first, so the key alone decides.
-    const auto held = heldKeys_.extract(event.detail);
+    const auto held = heldKeys_.extract(keyCode);
     if (const auto registration = held ? held.mapped().lock() : nullptr) {
         send({.hotKeyID = registration->hotKeyID, .kind = hotkey::kEventHotKeyReleased});
     }

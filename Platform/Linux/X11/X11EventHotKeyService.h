@@ -6,6 +6,7 @@
 #include "Platform/Linux/LinuxInterfaces.h"
 #include "Platform/Linux/X11/X11Connection.h"
 #include "Platform/Linux/X11/X11Modifiers.h"
+#include "Platform/Linux/X11/X11RawKeys.h"
 #include "Platform/MainQueue.h"
 
 #include <cstdint>
@@ -23,6 +24,9 @@ namespace platform {
 /// Caps Lock, NumLock and ScrollLock, and moves its grabs when the keyboard changes. A combination
 /// is refused as a whole if another client has any of its variants or the keyboard cannot type it.
 /// A held key is one press. Once the server is gone, no more events are sent.
+///
+/// A desktop that acts on Super alone takes the keys pressed with it away from these grabs, so they
+/// are received as raw keys then. No other key of the user's is seen.
 class X11EventHotKeyService final : public hotkey::HotKeyEventDispatcher {
   public:
     /// Connects to `display`, or to DISPLAY if it is empty. Null if there is no server or it lacks
@@ -65,17 +69,20 @@ class X11EventHotKeyService final : public hotkey::HotKeyEventDispatcher {
     void pollRelease(xcb_keycode_t keyCode);
 
     void adoptKeyboard();
+    void followModifiers();
     void drain();
     void drainLater();
     void handle(const xcb_generic_event_t& event);
-    void handlePress(const xcb_key_press_event_t& event);
-    void handleRelease(const xcb_key_release_event_t& event);
+    void handlePress(xcb_keycode_t keyCode, std::uint16_t state);
+    void handleRelease(xcb_keycode_t keyCode);
 
     MainQueue& mainQueue_;
     std::unique_ptr<X11Connection> connection_;
     std::vector<xcb_window_t> roots_;
     std::vector<std::shared_ptr<Registration>> registrations_;
     X11Modifiers modifiers_;
+    std::uint16_t modifierState_ = 0; ///< As in key events.
+    X11RawKeys rawKeys_;
     /// The keys whose press was delivered or preceded the grab and whose release is outstanding,
     /// with the registration that awaits it, if any.
     std::map<xcb_keycode_t, std::weak_ptr<Registration>> heldKeys_;

@@ -1,12 +1,8 @@
 #include "HotKey/HotKey.h"
 #include "HotKey/HotKeysController.h"
 #include "HotKey/ModifierFlags.h"
-#include "Platform/Linux/Qt/QtEventLoop.h"
-#include "Platform/Linux/X11/X11EventHotKeyService.h"
-#include "tests/Support/ChildProcess.h"
-#include "tests/Support/FakeKeyboard.h"
+#include "tests/Platform/Linux/X11/X11HotKeyTest.h"
 #include "tests/Support/OtherX11Program.h"
-#include "tests/Support/PrivateXServer.h"
 #include "tests/Support/QtTestLoop.h"
 
 #include <gmock/gmock.h>
@@ -14,149 +10,23 @@
 #include <linux/input-event-codes.h>
 #include <xcb/xproto.h>
 
-#include <algorithm>
-#include <array>
 #include <cstdint>
-#include <functional>
-#include <memory>
-#include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace {
 
 using hotkey::EventHotKeyRef;
 using hotkey::noErr;
-using hotkey::OSStatus;
 using testing::ElementsAre;
 using testing_support::OtherX11Program;
 using testing_support::QtTestLoop;
 
-constexpr std::uint32_t keyG = 0x05;
-constexpr std::uint32_t keyF1 = 0x7A;
-constexpr std::uint8_t x11KeyG = KEY_G + 8;
-constexpr std::uint16_t superMask = XCB_MOD_MASK_4;
 constexpr std::uint16_t numLockMask = XCB_MOD_MASK_2;
 constexpr int mod3Index = XCB_MAP_INDEX_3;
 constexpr int mod4Index = XCB_MAP_INDEX_4;
 
-/// An event loop that counts its watches and their calls.
-class CountingEventLoop final : public platform::EventLoop {
-  public:
-    [[nodiscard]] std::unique_ptr<platform::FileDescriptorWatch>
-    watchReadable(int descriptor, std::function<void()> ready) override {
-        return std::make_unique<Watch>(*this, loop_.watchReadable(descriptor, [this, ready] {
-            ++readyCount_;
-            ready();
-        }));
-    }
-
-    [[nodiscard]] int watchCount() const { return watchCount_; }
-
-    [[nodiscard]] int readyCount() const { return readyCount_; }
-
-  private:
-    class Watch final : public platform::FileDescriptorWatch {
-      public:
-        Watch(CountingEventLoop& loop, std::unique_ptr<platform::FileDescriptorWatch> watch)
-            : loop_(loop), watch_(std::move(watch)) {
-            ++loop_.watchCount_;
-        }
-
-        ~Watch() override { --loop_.watchCount_; }
-
-      private:
-        CountingEventLoop& loop_;
-        std::unique_ptr<platform::FileDescriptorWatch> watch_;
-    };
-
-    platform::QtEventLoop loop_;
-    int watchCount_ = 0;
-    int readyCount_ = 0;
-};
-
-class X11EventHotKeyServiceTests : public testing::Test {
-  protected:
-    X11EventHotKeyServiceTests()
-        : service_(
-              platform::X11EventHotKeyService::open(eventLoop_, mainQueue_, server_->display())) {
-        constexpr std::array types{
-            hotkey::EventTypeSpec{hotkey::kEventClassKeyboard, hotkey::kEventHotKeyPressed},
-            hotkey::EventTypeSpec{hotkey::kEventClassKeyboard, hotkey::kEventHotKeyReleased}};
-        hotkey::EventHandlerRef reference;
-        EXPECT_EQ(service_->installEventHandler(
-                      service_->getEventDispatcherTarget(),
-                      [this](auto /*next*/, hotkey::EventRef event, void* /*userData*/) {
-                          note(event);
-                          return noErr;
-                      },
-                      types,
-                      nullptr,
-                      reference),
-                  noErr);
-    }
-
-    OSStatus registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, std::uint32_t id = 1) {
-        return service_->registerEventHotKey(keyCode,
-                                             modifiers,
-                                             {.signature = 7, .id = id},
-                                             service_->getEventDispatcherTarget(),
-                                             0,
-                                             reference_);
-    }
-
-    void note(hotkey::EventRef event) {
-        hotkey::EventHotKeyID id;
-        static_cast<void>(service_->getEventParameter(
-            event, hotkey::kEventParamDirectObject, hotkey::typeEventHotKeyID, sizeof id, &id));
-        const bool isPress = service_->getEventKind(event) == hotkey::kEventHotKeyPressed;
-        events_.push_back((isPress ? "down " : "up ") + std::to_string(id.id));
-        if (onEvent_) {
-            onEvent_(events_.back());
-        }
-    }
-
-    /// The events of all keys pressed so far. Keys take effect in order, so this presses one more
-    /// hot key, Control+F1, and waits for its events.
-    std::vector<std::string> events() {
-        const EventHotKeyRef mine = reference_;
-        EXPECT_EQ(registerHotKey(keyF1, hotkey::controlKey, 99), noErr);
-        keyboard_->tapTogether({KEY_LEFTCTRL, KEY_F1});
-        EXPECT_TRUE(QtTestLoop::turnUntil(
-            [this] { return !events_.empty() && events_.back() == "up 99"; }));
-        EXPECT_EQ(service_->unregisterEventHotKey(reference_), noErr);
-        reference_ = mine;
-        std::erase(events_, "down 99");
-        std::erase(events_, "up 99");
-        return std::exchange(events_, {});
-    }
-
-    bool turnUntilEvent(const std::string& event) {
-        return QtTestLoop::turnUntil(
-            [&] { return std::find(events_.begin(), events_.end(), event) != events_.end(); });
-    }
-
-    void setLayout(const std::vector<std::string>& arguments) {
-        std::vector<std::string> command{"setxkbmap", "-display", server_->display()};
-        command.insert(command.end(), arguments.begin(), arguments.end());
-        testing_support::ChildProcess setxkbmap(command);
-        ASSERT_EQ(setxkbmap.waitForExit(), 0) << setxkbmap.standardError();
-    }
-
-    void pressSuperG() { keyboard_->tapTogether({KEY_LEFTMETA, KEY_G}); }
-
-    std::unique_ptr<testing_support::PrivateXServer> server_ =
-        std::make_unique<testing_support::PrivateXServer>();
-    QtTestLoop loop_;
-    CountingEventLoop eventLoop_;
-    platform::QtMainQueue mainQueue_;
-    std::optional<testing_support::FakeKeyboard> keyboard_{std::in_place, server_->display()};
-    std::vector<std::string> events_;
-    std::function<void(const std::string&)> onEvent_;
-    EventHotKeyRef reference_;
-    std::unique_ptr<platform::X11EventHotKeyService> service_;
-};
+using X11EventHotKeyServiceTests = testing_support::X11HotKeyTest;
 
 TEST_F(X11EventHotKeyServiceTests, IsNullWithoutAServer) {
     EXPECT_EQ(platform::X11EventHotKeyService::open(eventLoop_, mainQueue_, ":98765"), nullptr);
