@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Application.h"
+#include "Platform/Memory/Journal.h"
 
 #include <functional>
 #include <string>
@@ -11,11 +12,14 @@
 namespace platform {
 
 /// Counts what is asked of it and makes requests as the desktop does. Main thread only.
-class MemoryApplication final : public Application {
+class MemoryApplication final : public Application, public Journaled {
   public:
+    using Journaled::Journaled;
+
     using Request = std::function<void()> Requests::*;
 
     void setRequests(Requests requests) override {
+        note("set requests");
         requests_ = std::move(requests);
         areRequestsSet_ = true;
         for (const Request request : std::exchange(earlyRequests_, {})) {
@@ -23,9 +27,15 @@ class MemoryApplication final : public Application {
         }
     }
 
-    void activateIgnoringOtherApps() override { ++activationCount_; }
+    void activateIgnoringOtherApps() override {
+        note("activate");
+        ++activationCount_;
+    }
 
-    void terminate() override { isTerminated_ = true; }
+    void terminate() override {
+        note("terminate");
+        isTerminated_ = true;
+    }
 
     /// Makes a request as the desktop does.
     void ask(Request request) {
@@ -49,9 +59,14 @@ class MemoryApplication final : public Application {
 };
 
 /// Records what is written. Main thread only.
-class MemoryStandardOutput final : public StandardOutput {
+class MemoryStandardOutput final : public StandardOutput, public Journaled {
   public:
-    void writeLine(std::string_view text) override { lines_.emplace_back(text); }
+    using Journaled::Journaled;
+
+    void writeLine(std::string_view text) override {
+        note("print", text);
+        lines_.emplace_back(text);
+    }
 
     /// All lines so far, without line feeds.
     [[nodiscard]] const std::vector<std::string>& lines() const { return lines_; }

@@ -28,7 +28,7 @@ OSStatus MemoryEventHotKeyService::registerEventHotKey(std::uint32_t keyCode,
                (takenElsewhere_.contains(combination) || find(combination) != nullptr)) {
         status = hotkey::eventHotKeyExistsErr;
     }
-    calls_.push_back(call.str() + (status == hotkey::noErr ? "" : " refused"));
+    note(call.str() + (status == hotkey::noErr ? "" : " refused"));
     if (status == hotkey::noErr && handsOutReferences_) {
         registrations_.push_back({.combination = combination, .hotKeyID = hotKeyID});
         reference.pointer = &registrations_.back();
@@ -42,10 +42,10 @@ OSStatus MemoryEventHotKeyService::unregisterEventHotKey(hotkey::EventHotKeyRef 
             return &registration == reference.pointer;
         });
     if (found == registrations_.end()) {
-        calls_.emplace_back("unregister nothing");
+        note("unregister nothing");
         return hotkey::eventHotKeyInvalidErr;
     }
-    calls_.push_back("unregister " + std::to_string(found->hotKeyID.id));
+    note("unregister", std::to_string(found->hotKeyID.id));
     registrations_.erase(found);
     return hotkey::noErr;
 }
@@ -59,7 +59,7 @@ OSStatus MemoryEventHotKeyService::installEventHandler(hotkey::EventTargetRef ta
                                 ? installationStatus_
                                 : HotKeyEventDispatcher::installEventHandler(
                                       target, std::move(handler), types, userData, reference);
-    calls_.emplace_back(status == hotkey::noErr ? "install" : "install refused");
+    note(status == hotkey::noErr ? "install" : "install refused");
     return status;
 }
 

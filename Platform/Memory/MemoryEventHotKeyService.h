@@ -1,23 +1,28 @@
 #pragma once
 
 #include "HotKey/HotKeyEventDispatcher.h"
+#include "Platform/Memory/Journal.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <list>
 #include <set>
 #include <span>
-#include <string>
 #include <utility>
 #include <vector>
 
 namespace platform {
 
-/// Hot keys in memory: keeps a journal of calls, refuses on demand, and lets a test press keys and
-/// send events that no key would cause. Events are delivered inside the call that causes them. Main
-/// thread only.
-class MemoryEventHotKeyService final : public hotkey::HotKeyEventDispatcher {
+/// Hot keys in memory: refuses on demand, and lets a test press keys and send events that no key
+/// would cause. Events are delivered inside the call that causes them. Main thread only.
+///
+/// The journal has "register 5 0x100 as QZhk 1", followed by " refused" if it was; "unregister 1"
+/// with the id, "unregister nothing" for a null or unknown reference; "install" and "install
+/// refused". Each is written before the registration exists and while it still does.
+class MemoryEventHotKeyService final : public hotkey::HotKeyEventDispatcher, public Journaled {
   public:
+    using Journaled::Journaled;
+
     /// A Carbon key code and modifier mask.
     using Combination = std::pair<std::uint32_t, std::uint32_t>;
 
@@ -68,11 +73,6 @@ class MemoryEventHotKeyService final : public hotkey::HotKeyEventDispatcher {
     /// The registered combinations, the oldest first.
     [[nodiscard]] std::vector<Combination> registered() const;
 
-    /// The calls so far: "register 5 0x100 as QZhk 1", followed by " refused" if it was;
-    /// "unregister 1" with the id, "unregister nothing" for a null or unknown reference; "install"
-    /// and "install refused".
-    [[nodiscard]] const std::vector<std::string>& calls() const { return calls_; }
-
   private:
     struct Registration {
         Combination combination;
@@ -84,7 +84,6 @@ class MemoryEventHotKeyService final : public hotkey::HotKeyEventDispatcher {
 
     std::list<Registration> registrations_; ///< References are the addresses of its elements.
     std::set<Combination> takenElsewhere_;
-    std::vector<std::string> calls_;
     hotkey::OSStatus registrationStatus_ = hotkey::noErr;
     hotkey::OSStatus installationStatus_ = hotkey::noErr;
     hotkey::OSStatus parameterStatus_ = hotkey::noErr;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Images.h"
+#include "Platform/Memory/Journal.h"
 
 #include <functional>
 #include <memory>
@@ -91,10 +92,13 @@ class MemoryImage final : public Image {
 };
 
 /// Makes images that record how they were made. Has no symbols but those added by addSymbol().
-class MemoryImages final : public Images {
+class MemoryImages final : public Images, public Journaled {
   public:
+    using Journaled::Journaled;
+
     [[nodiscard]] std::shared_ptr<Image>
     systemSymbol(std::string_view name, std::string_view accessibilityDescription) override {
+        note("symbol", name);
         requestedSymbols_.emplace_back(name);
         if (!symbols_.contains(name)) {
             return nullptr;
@@ -105,6 +109,7 @@ class MemoryImages final : public Images {
 
     [[nodiscard]] std::shared_ptr<Image> draw(Size size,
                                               std::function<void(Canvas&)> draw) override {
+        note("draw image");
         ++drawnCount_;
         return std::make_shared<MemoryImage>(size, std::move(draw));
     }

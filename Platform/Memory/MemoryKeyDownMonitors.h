@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/KeyDownMonitors.h"
+#include "Platform/Memory/Journal.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -13,9 +14,12 @@
 namespace platform {
 
 /// Key presses that a test types. Main thread only.
-class MemoryKeyDownMonitors final : public KeyDownMonitors {
+class MemoryKeyDownMonitors final : public KeyDownMonitors, public Journaled {
   public:
+    using Journaled::Journaled;
+
     [[nodiscard]] foundation::ObserverToken addLocalMonitor(Handler handler) override {
+        note("add monitor");
         const foundation::ObserverToken token{nextToken_++};
         monitors_.push_back({token, std::make_shared<const Handler>(std::move(handler))});
         return token;
@@ -23,6 +27,7 @@ class MemoryKeyDownMonitors final : public KeyDownMonitors {
 
     /// Does nothing if the monitor is already gone.
     void removeMonitor(foundation::ObserverToken token) override {
+        note("remove monitor");
         std::erase_if(monitors_, [token](const Monitor& one) { return one.token == token; });
     }
 

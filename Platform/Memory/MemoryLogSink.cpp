@@ -13,14 +13,15 @@ class MemoryLogSink::Channel final : public foundation::LogChannel {
     }
 
     void write(const foundation::LogRecord& record) noexcept override {
+        Entry entry{.subsystem = std::string(record.subsystem),
+                    .category = std::string(record.category),
+                    .level = record.level,
+                    .format = std::string(record.format),
+                    .whole = renderLogMessage(record, foundation::LogRendering::whole),
+                    .redacted = renderLogMessage(record, foundation::LogRendering::redacted)};
+        sink_.note("log", entry.message());
         const std::lock_guard lock(sink_.writing_);
-        sink_.entries_.push_back(
-            {.subsystem = std::string(record.subsystem),
-             .category = std::string(record.category),
-             .level = record.level,
-             .format = std::string(record.format),
-             .whole = renderLogMessage(record, foundation::LogRendering::whole),
-             .redacted = renderLogMessage(record, foundation::LogRendering::redacted)});
+        sink_.entries_.push_back(std::move(entry));
     }
 
   private:
@@ -40,12 +41,15 @@ void MemoryLogSink::setEnabled(foundation::LogLevel level, bool enabled) {
     (level == foundation::LogLevel::debug ? isDebugEnabled_ : isErrorEnabled_) = enabled;
 }
 
+std::string MemoryLogSink::Entry::message() const {
+    return (level == foundation::LogLevel::debug ? "debug: " : "error: ") + whole;
+}
+
 std::vector<std::string> MemoryLogSink::messages() const {
     std::vector<std::string> messages;
     messages.reserve(entries_.size());
     for (const Entry& entry : entries_) {
-        messages.push_back((entry.level == foundation::LogLevel::debug ? "debug: " : "error: ") +
-                           entry.whole);
+        messages.push_back(entry.message());
     }
     return messages;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Foundation/LogSink.h"
+#include "Platform/Memory/Journal.h"
 
 #include <atomic>
 #include <map>
@@ -13,8 +14,9 @@
 
 namespace platform {
 
-/// Keeps every record. Read it on the main thread, once no other thread writes.
-class MemoryLogSink final : public foundation::LogSink {
+/// Keeps every record. Read it on the main thread, once no other thread writes. The journal has
+/// "log" and the message as messages() gives it.
+class MemoryLogSink final : public foundation::LogSink, public Journaled {
   public:
     struct Entry {
         std::string subsystem;
@@ -26,7 +28,12 @@ class MemoryLogSink final : public foundation::LogSink {
         std::string whole;
         /// The message with private values hidden.
         std::string redacted;
+
+        /// The whole message with its level: "debug: ..." or "error: ...".
+        [[nodiscard]] std::string message() const;
     };
+
+    using Journaled::Journaled;
 
     foundation::LogChannel& channel(std::string_view subsystem, std::string_view category) override;
 
@@ -36,7 +43,7 @@ class MemoryLogSink final : public foundation::LogSink {
     /// All records so far, oldest first.
     [[nodiscard]] const std::vector<Entry>& entries() const { return entries_; }
 
-    /// Each whole message with its level: "debug: ..." or "error: ...".
+    /// The message() of each record.
     [[nodiscard]] std::vector<std::string> messages() const;
 
     void clear() { entries_.clear(); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/MainQueue.h"
+#include "Platform/Memory/Journal.h"
 
 #include <chrono>
 #include <cstddef>
@@ -8,14 +9,17 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <string>
 #include <utility>
 
 namespace platform {
 
 /// A main queue with virtual time, which moves only by advance(). Every thread counts as the main
 /// one until a test says otherwise.
-class MemoryMainQueue final : public MainQueue {
+class MemoryMainQueue final : public MainQueue, public Journaled {
   public:
+    using Journaled::Journaled;
+
     [[nodiscard]] bool isMainThread() const override { return isMainThread_; }
 
     void async(std::function<void()> work) override {
@@ -23,6 +27,7 @@ class MemoryMainQueue final : public MainQueue {
     }
 
     void asyncAfter(std::chrono::milliseconds delay, std::shared_ptr<WorkItem> item) override {
+        note("queue", std::to_string(delay.count()) + " ms");
         pending_.emplace(DueOrder{now_ + delay, queuedCount_++}, std::move(item));
     }
 

@@ -15,7 +15,7 @@ std::string name(PasteboardType type) {
 } // namespace
 
 void MemoryPasteboard::clearContents() {
-    calls_.emplace_back("clear");
+    note("clear");
     texts_.clear();
     holdsImage_ = false;
     ++changeCount_;
@@ -23,16 +23,16 @@ void MemoryPasteboard::clearContents() {
 
 bool MemoryPasteboard::setString(foundation::TextBuffer text, PasteboardType type) {
     if (refused_.contains(type)) {
-        calls_.push_back("set " + name(type) + " refused");
+        note("set", name(type) + " refused");
         return false;
     }
-    calls_.push_back("set " + name(type));
+    note("set", name(type));
     texts_.insert_or_assign(type, std::string(text.view()));
     return true;
 }
 
 std::optional<foundation::TextBuffer> MemoryPasteboard::string(PasteboardType type) {
-    calls_.push_back("get " + name(type));
+    note("get", name(type));
     if (isOutOfMemory_) {
         throw std::bad_alloc();
     }

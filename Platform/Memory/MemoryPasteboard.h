@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Memory/Journal.h"
 #include "Platform/Pasteboard.h"
 
 #include <cstdint>
@@ -8,14 +9,18 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace platform {
 
-/// A clipboard in memory that records the calls, refuses on demand, and lets tests copy as another
-/// program would. Main thread only.
-class MemoryPasteboard final : public Pasteboard {
+/// A clipboard in memory that refuses on demand and lets tests copy as another program would. Main
+/// thread only.
+///
+/// The journal has "clear", "set string", "set html", "get string" and "get html", with the suffix
+/// " refused" if refused.
+class MemoryPasteboard final : public Pasteboard, public Journaled {
   public:
+    using Journaled::Journaled;
+
     void clearContents() override;
     [[nodiscard]] bool setString(foundation::TextBuffer text, PasteboardType type) override;
     [[nodiscard]] std::optional<foundation::TextBuffer> string(PasteboardType type) override;
@@ -38,14 +43,9 @@ class MemoryPasteboard final : public Pasteboard {
     /// The number of ownership changes.
     [[nodiscard]] std::uint64_t changeCount() const { return changeCount_; }
 
-    /// The calls so far: "clear", "set string", "set html", "get string" and "get html", with the
-    /// suffix " refused" if refused.
-    [[nodiscard]] const std::vector<std::string>& calls() const { return calls_; }
-
   private:
     std::map<PasteboardType, std::string> texts_;
     std::set<PasteboardType> refused_;
-    std::vector<std::string> calls_;
     std::uint64_t changeCount_ = 0;
     bool holdsImage_ = false;
     bool isOutOfMemory_ = false;

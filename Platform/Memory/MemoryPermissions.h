@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Memory/Journal.h"
 #include "Platform/Permissions.h"
 
 #include <algorithm>
@@ -14,11 +15,17 @@
 namespace platform {
 
 /// Trusts the program until a test says otherwise. Main thread only.
-class MemoryAccessibilityTrust final : public AccessibilityTrust {
+class MemoryAccessibilityTrust final : public AccessibilityTrust, public Journaled {
   public:
-    [[nodiscard]] bool isProcessTrusted() const override { return isTrusted_; }
+    using Journaled::Journaled;
+
+    [[nodiscard]] bool isProcessTrusted() const override {
+        note("check trust");
+        return isTrusted_;
+    }
 
     bool isProcessTrustedWithPrompt() override {
+        note("prompt for trust");
         ++promptCount_;
         return isTrusted_;
     }
@@ -34,9 +41,12 @@ class MemoryAccessibilityTrust final : public AccessibilityTrust {
 };
 
 /// Alerts with a preset answer. Main thread only.
-class MemoryAlerts final : public Alerts {
+class MemoryAlerts final : public Alerts, public Journaled {
   public:
+    using Journaled::Journaled;
+
     std::optional<std::size_t> runModal(const Alert& alert) override {
+        note("alert", alert.messageText);
         shown_.push_back(alert);
         if (whileShown_) {
             whileShown_();
@@ -62,9 +72,12 @@ class MemoryAlerts final : public Alerts {
 
 /// A desktop that records the URLs it is asked to open. Every text with a scheme is a URL. Main
 /// thread only.
-class MemoryWorkspace final : public Workspace {
+class MemoryWorkspace final : public Workspace, public Journaled {
   public:
+    using Journaled::Journaled;
+
     bool openURL(const std::string& url) override {
+        note("open", url);
         if (!hasScheme(url)) {
             return false;
         }

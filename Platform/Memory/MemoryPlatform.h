@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Memory/Journal.h"
 #include "Platform/Memory/MemoryApplication.h"
 #include "Platform/Memory/MemoryEventHotKeyService.h"
 #include "Platform/Memory/MemoryImages.h"
@@ -15,6 +16,7 @@
 #include "Platform/Platform.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -73,28 +75,32 @@ class MemoryPlatform final : public Platform {
         return 0;
     }
 
+    /// The calls of all services in one order.
+    [[nodiscard]] Journal& journal() { return *journal_; }
+
     /// What the user does while the program runs.
     void setUser(std::function<void()> user) { user_ = std::move(user); }
 
     void setBundleIdentifier(std::string identifier) { bundleIdentifier_ = std::move(identifier); }
 
   private:
-    MemoryLogSink logSink_;
-    MemoryMainQueue mainQueue_;
-    MemoryPasteboard pasteboard_;
-    MemoryEventHotKeyService eventHotKeyService_;
+    std::shared_ptr<Journal> journal_ = std::make_shared<Journal>();
+    MemoryLogSink logSink_{journal_};
+    MemoryMainQueue mainQueue_{journal_};
+    MemoryPasteboard pasteboard_{journal_};
+    MemoryEventHotKeyService eventHotKeyService_{journal_};
     MemoryClock clock_{mainQueue_};
     MemoryCalendar calendar_;
-    MemoryUserDefaults userDefaults_;
-    MemoryStandardOutput standardOutput_;
-    MemoryAccessibilityTrust accessibilityTrust_;
-    MemoryAlerts alerts_;
-    MemoryWorkspace workspace_;
-    MemoryApplication application_;
-    MemoryImages images_;
-    MemoryStatusBar statusBar_;
-    MemoryToolkit toolkit_;
-    MemoryKeyDownMonitors keyDownMonitors_;
+    MemoryUserDefaults userDefaults_{journal_};
+    MemoryStandardOutput standardOutput_{journal_};
+    MemoryAccessibilityTrust accessibilityTrust_{journal_};
+    MemoryAlerts alerts_{journal_};
+    MemoryWorkspace workspace_{journal_};
+    MemoryApplication application_{journal_};
+    MemoryImages images_{journal_};
+    MemoryStatusBar statusBar_{journal_};
+    MemoryToolkit toolkit_{journal_};
+    MemoryKeyDownMonitors keyDownMonitors_{journal_};
     std::optional<std::string> bundleIdentifier_;
     std::function<void()> user_;
 };

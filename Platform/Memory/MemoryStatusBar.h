@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Foundation/WeakReference.h"
+#include "Platform/Memory/Journal.h"
 #include "Platform/Memory/MemoryImages.h"
 #include "Platform/StatusBar.h"
 
@@ -13,9 +14,12 @@
 namespace platform {
 
 /// A status item's button whose state can be read. Takes only images of MemoryImages.
-class MemoryStatusBarButton final : public StatusBarButton {
+class MemoryStatusBarButton final : public StatusBarButton, public Journaled {
   public:
+    using Journaled::Journaled;
+
     void setImage(std::shared_ptr<const Image> image) override {
+        note("show icon");
         image_ = std::dynamic_pointer_cast<const MemoryImage>(std::move(image));
         imageHistory_.push_back(image_);
     }
@@ -48,10 +52,12 @@ class MemoryStatusBarButton final : public StatusBarButton {
 };
 
 /// A status item that a test can click and choose from as the user does.
-class MemoryStatusItem final : public StatusItem {
+class MemoryStatusItem final : public StatusItem, public Journaled {
   public:
-    MemoryStatusItem(double length, std::shared_ptr<MemoryStatusBarButton> button)
-        : length_(length), button_(std::move(button)) {}
+    MemoryStatusItem(double length,
+                     std::shared_ptr<MemoryStatusBarButton> button,
+                     std::shared_ptr<Journal> journal)
+        : Journaled(std::move(journal)), length_(length), button_(std::move(button)) {}
 
     [[nodiscard]] std::shared_ptr<StatusBarButton> button() override { return button_; }
 
@@ -60,7 +66,10 @@ class MemoryStatusItem final : public StatusItem {
         return button_;
     }
 
-    void setMenu(std::shared_ptr<Menu> menu) override { menu_ = std::move(menu); }
+    void setMenu(std::shared_ptr<Menu> menu) override {
+        note("set menu");
+        menu_ = std::move(menu);
+    }
 
     [[nodiscard]] foundation::WeakReference<MemoryStatusItem> weakReference() const {
         return self_.reference();
@@ -100,11 +109,15 @@ class MemoryStatusItem final : public StatusItem {
 };
 
 /// A status bar whose newest item can be read.
-class MemoryStatusBar final : public StatusBar {
+class MemoryStatusBar final : public StatusBar, public Journaled {
   public:
+    using Journaled::Journaled;
+
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem(double length) override {
-        auto button = refusesButtons_ ? nullptr : std::make_shared<MemoryStatusBarButton>();
-        auto item = std::make_unique<MemoryStatusItem>(length, std::move(button));
+        note("make status item");
+        auto button =
+            refusesButtons_ ? nullptr : std::make_shared<MemoryStatusBarButton>(journal());
+        auto item = std::make_unique<MemoryStatusItem>(length, std::move(button), journal());
         item_ = item->weakReference();
         return item;
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Foundation/Value.h"
+#include "Platform/Memory/Journal.h"
 #include "Platform/Memory/MemoryMainQueue.h"
 #include "Platform/Time.h"
 
@@ -10,13 +11,17 @@
 
 namespace platform {
 
-/// A clock that follows the virtual time of a main queue, which outlives it. It starts in 1970.
-/// Main thread only.
-class MemoryClock final : public Clock {
+/// A clock that follows the virtual time of a main queue, which outlives it and whose journal it
+/// shares. It starts in 1970. Main thread only.
+class MemoryClock final : public Clock, public Journaled {
   public:
-    explicit MemoryClock(const MemoryMainQueue& queue) : queue_(queue) {}
+    explicit MemoryClock(const MemoryMainQueue& queue)
+        : Journaled(queue.journal()), queue_(queue) {}
 
-    [[nodiscard]] foundation::Date now() const override { return base_ + queue_.now(); }
+    [[nodiscard]] foundation::Date now() const override {
+        note("read clock");
+        return base_ + queue_.now();
+    }
 
     /// Sets the clock, forwards or backwards. Delayed work keeps its due time.
     void setNow(foundation::Date now) { base_ = now - queue_.now(); }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Memory/Journal.h"
 #include "Platform/UserDefaults.h"
 
 #include <optional>
@@ -12,7 +13,7 @@ namespace platform {
 
 /// Settings that last as long as the object and record each change. They store foundation::Other
 /// too, as a stand-in for what only another program stores. Main thread only.
-class MemoryUserDefaults final : public UserDefaults {
+class MemoryUserDefaults final : public UserDefaults, public Journaled {
   public:
     /// One change: what was stored under the key, or none for a removal.
     struct Write {
@@ -22,17 +23,22 @@ class MemoryUserDefaults final : public UserDefaults {
         bool operator==(const Write&) const = default;
     };
 
+    using Journaled::Journaled;
+
     [[nodiscard]] std::optional<foundation::Value> object(std::string_view key) const override {
+        note("read", key);
         const auto found = contents_.find(key);
         return found == contents_.end() ? std::nullopt : std::optional(found->second);
     }
 
     void setObject(std::string_view key, foundation::Value value) override {
+        note("store", key);
         writes_.push_back({.key = std::string(key), .value = value});
         contents_.insert_or_assign(std::string(key), std::move(value));
     }
 
     void removeObject(std::string_view key) override {
+        note("remove", key);
         writes_.push_back({.key = std::string(key), .value = std::nullopt});
         contents_.erase(std::string(key));
     }

@@ -20,8 +20,13 @@ bool MemoryViewNode::holds(const View& other) const {
 MemoryWindow::MemoryWindow(Rect contentRect,
                            WindowStyle style,
                            WindowBacking backing,
-                           std::vector<MemoryWindow*>& windows)
-    : contentRect_(contentRect), style_(style), backing_(backing), windows_(windows) {
+                           std::vector<MemoryWindow*>& windows,
+                           std::shared_ptr<Journal> journal)
+    : Journaled(std::move(journal)),
+      contentRect_(contentRect),
+      style_(style),
+      backing_(backing),
+      windows_(windows) {
     windows_.push_back(this);
 }
 
@@ -30,11 +35,13 @@ MemoryWindow::~MemoryWindow() {
 }
 
 void MemoryWindow::setContentViewController(ViewController& controller) {
+    note("set content view controller");
     contentViewController_ = &controller;
     dynamic_cast<MemoryViewNode&>(*controller.view()).setFrame({{0, 0}, contentRect_.size});
 }
 
 void MemoryWindow::makeKeyAndOrderFront() {
+    note("show window");
     ++keyAndFrontCount_;
     if (isVisible_) {
         return;
@@ -59,7 +66,8 @@ void MemoryWindow::close() {
 
 std::unique_ptr<Window>
 MemoryToolkit::makeWindow(Rect contentRect, WindowStyle style, WindowBacking backing) {
-    return std::make_unique<MemoryWindow>(contentRect, style, backing, windows_);
+    note("make window");
+    return std::make_unique<MemoryWindow>(contentRect, style, backing, windows_, journal());
 }
 
 std::shared_ptr<View> MemoryToolkit::makeView(Rect frame) {
@@ -71,15 +79,15 @@ std::shared_ptr<VerticalStack> MemoryToolkit::makeVerticalStack() {
 }
 
 std::shared_ptr<Label> MemoryToolkit::makeLabel(std::string text) {
-    return std::make_shared<MemoryLabel>(std::move(text), false);
+    return std::make_shared<MemoryLabel>(std::move(text), false, journal());
 }
 
 std::shared_ptr<Label> MemoryToolkit::makeWrappingLabel(std::string text) {
-    return std::make_shared<MemoryLabel>(std::move(text), true);
+    return std::make_shared<MemoryLabel>(std::move(text), true, journal());
 }
 
 std::shared_ptr<Button> MemoryToolkit::makeButton(std::string title, Action action) {
-    return std::make_shared<MemoryButton>(std::move(title), std::move(action));
+    return std::make_shared<MemoryButton>(std::move(title), std::move(action), journal());
 }
 
 void MemoryToolkit::activateConstraints(const std::vector<LayoutConstraint>& constraints) {

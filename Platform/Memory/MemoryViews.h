@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Foundation/Interface.h"
+#include "Platform/Memory/Journal.h"
 #include "Platform/Menu.h"
 #include "Platform/Views.h"
 
@@ -116,11 +117,15 @@ class MemoryVerticalStack final : public MemoryViewOf<VerticalStack> {
 };
 
 /// A label that records its attributes. Main thread only.
-class MemoryLabel final : public MemoryViewOf<Label> {
+class MemoryLabel final : public MemoryViewOf<Label>, public Journaled {
   public:
-    MemoryLabel(std::string text, bool wraps) : text_(std::move(text)), wraps_(wraps) {}
+    MemoryLabel(std::string text, bool wraps, std::shared_ptr<Journal> journal)
+        : Journaled(std::move(journal)), text_(std::move(text)), wraps_(wraps) {}
 
-    void setText(std::string text) override { text_ = std::move(text); }
+    void setText(std::string text) override {
+        note("label", text);
+        text_ = std::move(text);
+    }
 
     [[nodiscard]] std::string text() const override { return text_; }
 
@@ -164,7 +169,7 @@ class MemoryLabel final : public MemoryViewOf<Label> {
 };
 
 /// A button that a test can press. Main thread only.
-class MemoryButton final : public MemoryViewOf<Button> {
+class MemoryButton final : public MemoryViewOf<Button>, public Journaled {
   public:
     struct AlphaAnimation {
         double alpha = 1;
@@ -172,10 +177,13 @@ class MemoryButton final : public MemoryViewOf<Button> {
         bool operator==(const AlphaAnimation&) const = default;
     };
 
-    MemoryButton(std::string title, Action action)
-        : title_(std::move(title)), action_(std::move(action)) {}
+    MemoryButton(std::string title, Action action, std::shared_ptr<Journal> journal)
+        : Journaled(std::move(journal)), title_(std::move(title)), action_(std::move(action)) {}
 
-    void setTitle(std::string title) override { title_ = std::move(title); }
+    void setTitle(std::string title) override {
+        note("button", title);
+        title_ = std::move(title);
+    }
 
     [[nodiscard]] std::string title() const override { return title_; }
 
@@ -233,18 +241,22 @@ struct MemoryLayoutConstraint {
 };
 
 /// A window. Showing and closing it notify its controller as a real one does. Main thread only.
-class MemoryWindow final : public Window {
+class MemoryWindow final : public Window, public Journaled {
   public:
     /// The window is in `windows` as long as it exists.
     MemoryWindow(Rect contentRect,
                  WindowStyle style,
                  WindowBacking backing,
-                 std::vector<MemoryWindow*>& windows);
+                 std::vector<MemoryWindow*>& windows,
+                 std::shared_ptr<Journal> journal);
     ~MemoryWindow() override;
 
     void setTitle(std::string title) override { title_ = std::move(title); }
 
-    void center() override { isCentered_ = true; }
+    void center() override {
+        note("center");
+        isCentered_ = true;
+    }
 
     void setContentViewController(ViewController& controller) override;
     void makeKeyAndOrderFront() override;
@@ -281,8 +293,10 @@ class MemoryWindow final : public Window {
 };
 
 /// Makes windows and views that record what is done to them. Main thread only.
-class MemoryToolkit final : public Toolkit {
+class MemoryToolkit final : public Toolkit, public Journaled {
   public:
+    using Journaled::Journaled;
+
     [[nodiscard]] std::unique_ptr<Window>
     makeWindow(Rect contentRect, WindowStyle style, WindowBacking backing) override;
     [[nodiscard]] std::shared_ptr<View> makeView(Rect frame) override;

@@ -74,7 +74,7 @@ TEST_F(HotKeyTests, DestructionUnregisters) {
     std::optional<HotKey> hotKey(std::in_place, controller_, Key::g, ModifierFlags::command);
     hotKey.reset();
     EXPECT_TRUE(service_.registered().empty());
-    EXPECT_EQ(service_.calls().back(), "unregister 1");
+    EXPECT_EQ(service_.journal()->calls().back(), "unregister 1");
 }
 
 TEST_F(HotKeyTests, ReleasesItsHandlersAfterUnregistering) {
@@ -108,7 +108,7 @@ TEST_F(HotKeyTests, PausingUnregistersAndResumingRegistersUnderANewId) {
     EXPECT_FALSE(hotKey.isPaused());
     EXPECT_EQ(service_.press(commandG), noErr);
     EXPECT_EQ(notes_, "a");
-    EXPECT_EQ(service_.calls(),
+    EXPECT_EQ(service_.journal()->calls(),
               (std::vector<std::string>{"register 5 0x100 as QZhk 1",
                                         "install",
                                         "unregister 1",
@@ -119,14 +119,14 @@ TEST_F(HotKeyTests, PausingTwiceUnregistersOnce) {
     HotKey hotKey(controller_, Key::g, ModifierFlags::command);
     hotKey.setIsPaused(true);
     hotKey.setIsPaused(true);
-    EXPECT_EQ(service_.calls(),
+    EXPECT_EQ(service_.journal()->calls(),
               (std::vector<std::string>{"register 5 0x100 as QZhk 1", "install", "unregister 1"}));
 }
 
 TEST_F(HotKeyTests, ResumingWithoutAPauseDoesNothing) {
     HotKey hotKey(controller_, Key::g, ModifierFlags::command);
     hotKey.setIsPaused(false);
-    EXPECT_EQ(service_.calls(),
+    EXPECT_EQ(service_.journal()->calls(),
               (std::vector<std::string>{"register 5 0x100 as QZhk 1", "install"}));
     EXPECT_NE(controller_.hotKey(1), nullptr);
 }
@@ -135,8 +135,8 @@ TEST_F(HotKeyTests, DestructionDuringAPauseDoesNotUnregisterAgain) {
     std::optional<HotKey> hotKey(std::in_place, controller_, Key::g, ModifierFlags::command);
     hotKey->setIsPaused(true);
     hotKey.reset();
-    EXPECT_EQ(service_.calls().back(), "unregister 1");
-    EXPECT_EQ(service_.calls().size(), 3U);
+    EXPECT_EQ(service_.journal()->calls().back(), "unregister 1");
+    EXPECT_EQ(service_.journal()->calls().size(), 3U);
 }
 
 TEST_F(HotKeyTests, AHandlerMayDestroyItsHotKey) {

@@ -47,7 +47,7 @@ TEST_F(HotKeysControllerTests, CountsIdsFrom1AndNeverReusesThem) {
     hotKey.emplace(controller_, KeyCombo(5, 0x100));
     EXPECT_EQ(controller_.hotKeyBox(*hotKey)->carbonHotKeyID, 2U);
     EXPECT_THAT(
-        service_.calls(),
+        service_.journal()->calls(),
         ElementsAre(
             "register 5 0x100 as QZhk 1", "install", "unregister 1", "register 5 0x100 as QZhk 2"));
 }
@@ -56,7 +56,7 @@ TEST_F(HotKeysControllerTests, KeepsTwoEntriesForOneCombination) {
     const HotKey first(controller_, KeyCombo(5, 0x100), note('a'));
     const HotKey second(controller_, KeyCombo(5, 0x100), note('b'));
     EXPECT_THAT(
-        service_.calls(),
+        service_.journal()->calls(),
         ElementsAre("register 5 0x100 as QZhk 1", "install", "register 5 0x100 as QZhk 2 refused"));
     EXPECT_EQ(controller_.hotKey(1), &first);
     EXPECT_EQ(controller_.hotKey(2), &second);
@@ -90,7 +90,7 @@ TEST_F(HotKeysControllerTests, RetriesARefusedHandlerInstallation) {
     const HotKey first(controller_, KeyCombo(5, 0x100));
     service_.refuseInstallations(noErr);
     const HotKey second(controller_, KeyCombo(4, 0x100));
-    EXPECT_THAT(service_.calls(),
+    EXPECT_THAT(service_.journal()->calls(),
                 ElementsAre("register 5 0x100 as QZhk 1",
                             "install refused",
                             "register 4 0x100 as QZhk 2",
@@ -109,7 +109,7 @@ TEST_F(HotKeysControllerTests, InstallsForPressesAndReleasesWithoutUserData) {
 TEST_F(HotKeysControllerTests, RegisteringTwiceDoesNothing) {
     const HotKey hotKey(controller_, KeyCombo(5, 0x100));
     controller_.register_(hotKey);
-    EXPECT_EQ(service_.calls().size(), 2U);
+    EXPECT_EQ(service_.journal()->calls().size(), 2U);
     EXPECT_EQ(controller_.hotKeyBox(hotKey)->carbonHotKeyID, 1U);
 }
 
@@ -117,7 +117,7 @@ TEST_F(HotKeysControllerTests, UnregisteringTwiceDoesNothing) {
     const HotKey hotKey(controller_, KeyCombo(5, 0x100));
     controller_.unregister(hotKey);
     controller_.unregister(hotKey);
-    EXPECT_THAT(service_.calls(),
+    EXPECT_THAT(service_.journal()->calls(),
                 ElementsAre("register 5 0x100 as QZhk 1", "install", "unregister 1"));
     EXPECT_EQ(controller_.hotKeyBox(hotKey), nullptr);
 }
@@ -129,7 +129,7 @@ TEST_F(HotKeysControllerTests, KeepsAndUnregistersARefusedHotKey) {
     EXPECT_TRUE(controller_.hotKeyBox(*hotKey)->carbonEventHotKey.isNull());
     hotKey.reset();
     EXPECT_EQ(controller_.hotKey(1), nullptr);
-    EXPECT_THAT(service_.calls(),
+    EXPECT_THAT(service_.journal()->calls(),
                 ElementsAre("register 5 0x100 as QZhk 1 refused", "unregister nothing"));
 }
 
@@ -328,7 +328,7 @@ TEST(HotKeysControllerLifetimeTests, AHandlerMayDestroyTheControllerAndThenTheHo
         hotKey.reset();
     };
     EXPECT_EQ(service.press({5, 0x100}), noErr);
-    EXPECT_THAT(service.calls(),
+    EXPECT_THAT(service.journal()->calls(),
                 ElementsAre("register 5 0x100 as QZhk 1", "install", "unregister 1"));
 }
 

@@ -61,7 +61,7 @@ TEST_F(ClipboardManagerTests, ReadsThePlainTextAsCleanedLines) {
     const auto lines = manager_.readClipboard();
     ASSERT_TRUE(lines.has_value());
     EXPECT_THAT(linesOf(*lines), ElementsAre("milk", "", "eggs"));
-    EXPECT_THAT(pasteboard_.calls(), ElementsAre("get string"));
+    EXPECT_THAT(pasteboard_.journal()->calls(), ElementsAre("get string"));
 }
 
 TEST_F(ClipboardManagerTests, ReadsNothingFromAnImageAndKeepsIt) {
@@ -207,7 +207,7 @@ TEST_F(ClipboardManagerTests, EscapesText) {
 TEST_F(ClipboardManagerTests, ClearsOnceThenWritesThePlainTextBeforeTheHtml) {
     pasteboard_.copyElsewhere("old");
     EXPECT_TRUE(manager_.writeToClipboard(TextBuffer("<b>"), TextBuffer("b")));
-    EXPECT_THAT(pasteboard_.calls(), ElementsAre("clear", "set string", "set html"));
+    EXPECT_THAT(pasteboard_.journal()->calls(), ElementsAre("clear", "set string", "set html"));
     EXPECT_THAT(
         pasteboard_.contents(),
         UnorderedElementsAre(Pair(PasteboardType::string, "b"), Pair(PasteboardType::html, "<b>")));
@@ -217,7 +217,7 @@ TEST_F(ClipboardManagerTests, NeverSetsTheHtmlWhenThePlainTextIsRefused) {
     pasteboard_.copyElsewhere("old");
     pasteboard_.refuse(PasteboardType::string);
     EXPECT_FALSE(manager_.writeToClipboard(TextBuffer("<b>"), TextBuffer("b")));
-    EXPECT_THAT(pasteboard_.calls(), ElementsAre("clear", "set string refused"));
+    EXPECT_THAT(pasteboard_.journal()->calls(), ElementsAre("clear", "set string refused"));
     EXPECT_THAT(pasteboard_.contents(), IsEmpty());
     EXPECT_THAT(sink_.messages(),
                 ElementsAre("debug: Writing to clipboard - HTML length: 3, Plain text length: 1",
@@ -228,7 +228,8 @@ TEST_F(ClipboardManagerTests, KeepsThePlainTextWhenTheHtmlIsRefused) {
     pasteboard_.copyElsewhere("old");
     pasteboard_.refuse(PasteboardType::html);
     EXPECT_FALSE(manager_.writeToClipboard(TextBuffer("<b>"), TextBuffer("b")));
-    EXPECT_THAT(pasteboard_.calls(), ElementsAre("clear", "set string", "set html refused"));
+    EXPECT_THAT(pasteboard_.journal()->calls(),
+                ElementsAre("clear", "set string", "set html refused"));
     EXPECT_THAT(pasteboard_.contents(), UnorderedElementsAre(Pair(PasteboardType::string, "b")));
     EXPECT_THAT(sink_.messages(),
                 ElementsAre("debug: Writing to clipboard - HTML length: 3, Plain text length: 1",

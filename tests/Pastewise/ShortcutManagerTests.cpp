@@ -256,7 +256,7 @@ TEST_F(ShortcutManagerTests, UnregistersTheOldCombinationBeforeRegisteringTheNew
     start();
     manager_->setShortcut(Key::g, ModifierFlags::command);
     manager_->clearShortcut();
-    EXPECT_THAT(service_.calls(),
+    EXPECT_THAT(service_.journal()->calls(),
                 ElementsAre("register 5 0x100 as QZhk 1",
                             "install",
                             "unregister 1",

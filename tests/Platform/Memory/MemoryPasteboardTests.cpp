@@ -18,7 +18,7 @@ TEST(MemoryPasteboardTests, RefusesOneTypeOnDemand) {
     EXPECT_TRUE(pasteboard.setString(TextBuffer("a"), PasteboardType::string));
     EXPECT_FALSE(pasteboard.setString(TextBuffer("b"), PasteboardType::html));
     EXPECT_EQ(pasteboard.contents().size(), 1U);
-    EXPECT_EQ(pasteboard.calls(),
+    EXPECT_EQ(pasteboard.journal()->calls(),
               (std::vector<std::string>{"clear", "set string", "set html refused"}));
 }
 
