@@ -49,7 +49,8 @@ AppDelegate::AppDelegate(platform::Platform& platform, SharedInstances& shared)
       shared_(shared),
       appState_(shared.analyticsStateBridge().appState),
       logger_(shared.loggers().logger("AppDelegate")),
-      analytics_(shared.analyticsManager()) {}
+      analytics_(shared.analyticsManager()),
+      requestDebouncer_(platform.mainQueue(), repeatSilence) {}
 
 AppDelegate::~AppDelegate() {
     if (menu_) {
@@ -117,15 +118,19 @@ void AppDelegate::registerObservers() {
 
 void AppDelegate::handleShortcutTriggered() {
     logger_.debug("Global shortcut triggered; attempting clipboard conversion");
-    try {
-        convertClipboard();
-    } catch (const std::bad_alloc&) {
-        // The clipboard is intact: it is written only once both texts are complete.
-        logger_.error("Not enough memory to go on with the conversion");
-    }
+    convertClipboard(ConversionSource::hotkey);
 }
 
-void AppDelegate::convertClipboard() {
+void AppDelegate::handleConversionRequested() {
+    if (!requestDebouncer_.accepts()) {
+        logger_.debug("Repeated conversion request dropped");
+        return;
+    }
+    logger_.debug("Conversion requested; attempting clipboard conversion");
+    convertClipboard(ConversionSource::manual);
+}
+
+void AppDelegate::convertClipboard(ConversionSource source) try {
     ClipboardManager& clipboard = shared_.clipboardManager();
     const auto lines = clipboard.readClipboard();
     if (!lines) {
@@ -140,7 +145,12 @@ void AppDelegate::convertClipboard() {
     }
     logger_.debug("Clipboard updated with Miro-compatible content; recording analytics");
     flashCheckmarkIcon();
-    analytics_.recordConversion(stickyCount, ConversionSource::hotkey);
+    analytics_.recordConversion(stickyCount, source);
+
+} catch (const std::bad_alloc&) {
+
+    // The clipboard is intact: it is written only once both texts are complete.
+    logger_.error("Not enough memory to go on with the conversion");
 }
 
 // --- The status item and its menu

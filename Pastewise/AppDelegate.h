@@ -5,6 +5,7 @@
 #include "Foundation/WeakReference.h"
 #include "Pastewise/AnalyticsManager.h"
 #include "Pastewise/AppState.h"
+#include "Pastewise/Debouncer.h"
 #include "Pastewise/PreferencesWindowController.h"
 #include "Pastewise/SharedInstances.h"
 #include "Platform/Images.h"
@@ -34,6 +35,10 @@ class AppDelegate final : public platform::MenuDelegate {
     /// leaves the clipboard unchanged, unless the system refuses one of the two texts.
     void handleShortcutTriggered();
 
+    /// The same for a conversion that the desktop requests, which is credited as manual. Requests
+    /// that follow each other as fast as a held key repeats are one.
+    void handleConversionRequested();
+
     void menuWillOpen(platform::Menu& menu) override;
 
     /// The actions of the menu's rows.
@@ -45,10 +50,13 @@ class AppDelegate final : public platform::MenuDelegate {
   private:
     static constexpr platform::Size iconSize{18.0, 18.0};
     static constexpr std::chrono::milliseconds flashTime{900};
+    /// Longer than the 660 ms after which a held key starts to repeat. A desktop repeats its
+    /// shortcut with the key and does not report the key's release.
+    static constexpr std::chrono::milliseconds repeatSilence{750};
 
     void launchApplication();
     void registerObservers();
-    void convertClipboard();
+    void convertClipboard(ConversionSource source);
 
     void setupStatusBar();
     [[nodiscard]] std::shared_ptr<platform::Menu> makeStatusMenu();
@@ -80,6 +88,7 @@ class AppDelegate final : public platform::MenuDelegate {
     std::shared_ptr<platform::WorkItem> iconFlashWorkItem_;
     foundation::Logger logger_;
     AnalyticsManager& analytics_;
+    Debouncer requestDebouncer_;
     foundation::WeakReferenceSource<AppDelegate> self_{this};
 };
 

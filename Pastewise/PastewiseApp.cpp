@@ -1,16 +1,6 @@
 #include "Pastewise/PastewiseApp.h"
 
-#include <chrono>
-
 namespace pastewise {
-
-namespace {
-
-/// Longer than the 660 ms after which a held key starts to repeat. A desktop repeats its shortcut
-/// with the key and does not report the key's release.
-constexpr std::chrono::milliseconds repeatSilence{750};
-
-} // namespace
 
 PastewiseApp::PastewiseApp(platform::Platform& platform)
     : platform_(platform),
@@ -20,8 +10,7 @@ PastewiseApp::PastewiseApp(platform::Platform& platform)
                 platform.userDefaults(),
                 platform.clock(),
                 shared_.notificationCenter(),
-                shared_.loggers()),
-      convertDebouncer_(platform.mainQueue(), repeatSilence) {}
+                shared_.loggers()) {}
 
 PastewiseApp::~PastewiseApp() {
     platform_.application().setRequests({});
@@ -36,13 +25,7 @@ int PastewiseApp::main() {
 
 void PastewiseApp::answerRequests() {
     platform_.application().setRequests(
-        {.convert =
-             [this] {
-                 const auto handler = shared_.shortcutManager().shortcutHandler;
-                 if (convertDebouncer_.accepts() && handler) {
-                     handler();
-                 }
-             },
+        {.convert = [this] { appDelegate_.handleConversionRequested(); },
          .openPreferences = [this] { appDelegate_.openPreferences(); }});
 }
 

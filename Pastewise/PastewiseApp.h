@@ -3,7 +3,6 @@
 #include "Foundation/Interface.h"
 #include "Pastewise/AppDelegate.h"
 #include "Pastewise/AppState.h"
-#include "Pastewise/Debouncer.h"
 #include "Pastewise/SharedInstances.h"
 #include "Platform/Platform.h"
 
@@ -28,7 +27,6 @@ class PastewiseApp : foundation::Pinned {
     AppDelegate appDelegate_;
     /// The state for views of the application itself, independent of the delegate's.
     AppState appState_;
-    Debouncer convertDebouncer_;
 };
 
 } // namespace pastewise

@@ -1,5 +1,6 @@
 #include "Pastewise/PastewiseApp.h"
 #include "Platform/Memory/MemoryPlatform.h"
+#include "tests/Support/CallOrder.h"
 
 #include <gtest/gtest.h>
 
@@ -68,6 +69,27 @@ TEST_F(LaunchFlowTests, TheFirstLaunchLogsEachStepInOrder) {
                                         "AppState",
                                         "AppDelegate"}));
     EXPECT_EQ(lines(), (std::vector<std::string>{"Checking accessibility permissions..."}));
+}
+
+TEST_F(LaunchFlowTests, ALaunchUsesTheSystemInOrder) {
+    system_.accessibilityTrust().setTrusted(false);
+    run();
+    EXPECT_TRUE(testing_support::madeInOrder(
+        system_.journal(),
+        {"log debug: Application launching with condensed status interface",
+         "print Checking accessibility permissions...",
+         "check trust",
+         "print Requesting accessibility permissions...",
+         "alert Accessibility Permissions Required",
+         "make status item",
+         "show icon",
+         "set menu",
+         "log debug: Status bar configured to show icon only with dropdown menu",
+         "log debug: Initializing ShortcutManager",
+         "register 5 0x100 as QZhk 1",
+         "store userDefinedShortcut",
+         "log debug: Shortcut handler registered - default shortcut handled by ShortcutManager",
+         "log debug: Application launched successfully"}));
 }
 
 TEST_F(LaunchFlowTests, ALaunchInstallsTheSavedShortcut) {
@@ -142,11 +164,10 @@ TEST_F(LaunchFlowTests, TheDesktopCanRequestAConversion) {
         EXPECT_EQ(system_.pasteboard().contents().at(platform::PasteboardType::string), "a\nb");
         const auto messages = system_.logSink().messages();
         ASSERT_FALSE(messages.empty());
-        EXPECT_EQ(messages.front(),
-                  "debug: Global shortcut triggered; attempting clipboard conversion");
+        EXPECT_EQ(messages.front(), "debug: Conversion requested; attempting clipboard conversion");
         EXPECT_NE(std::find(messages.begin(),
                             messages.end(),
-                            "debug: Recording conversion - stickies: 2, source: hotkey"),
+                            "debug: Recording conversion - stickies: 2, source: manual"),
                   messages.end());
     });
 }
@@ -169,11 +190,14 @@ TEST_F(LaunchFlowTests, RepeatedRequestsWhileAKeyIsHeldConvertOnce) {
         convert();
         const auto count = system_.pasteboard().changeCount();
         system_.mainQueue().advance(660ms);
+        system_.journal().clear();
         for (int repeat = 0; repeat < 50; ++repeat) {
             convert();
             system_.mainQueue().advance(40ms);
         }
         EXPECT_EQ(system_.pasteboard().changeCount(), count);
+        EXPECT_EQ(system_.journal().only({"log debug: Repeated conversion request dropped"}).size(),
+                  50U);
         system_.mainQueue().advance(750ms);
         convert();
         EXPECT_GT(system_.pasteboard().changeCount(), count);
