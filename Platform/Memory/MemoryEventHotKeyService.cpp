@@ -11,7 +11,7 @@ OSStatus MemoryEventHotKeyService::registerEventHotKey(std::uint32_t keyCode,
                                                        std::uint32_t modifiers,
                                                        hotkey::EventHotKeyID hotKeyID,
                                                        hotkey::EventTargetRef target,
-                                                       std::uint32_t /*options*/,
+                                                       std::uint32_t options,
                                                        hotkey::EventHotKeyRef& reference) {
     std::ostringstream call;
     call << "register " << keyCode << " 0x" << std::hex << modifiers << std::dec << " as ";
@@ -22,7 +22,7 @@ OSStatus MemoryEventHotKeyService::registerEventHotKey(std::uint32_t keyCode,
 
     const Combination combination{keyCode, modifiers};
     OSStatus status = registrationStatus_;
-    if (status == hotkey::noErr && target != getEventDispatcherTarget()) {
+    if (status == hotkey::noErr && (target != getEventDispatcherTarget() || options != 0)) {
         status = hotkey::paramErr;
     } else if (status == hotkey::noErr &&
                (takenElsewhere_.contains(combination) || find(combination) != nullptr)) {
@@ -32,6 +32,8 @@ OSStatus MemoryEventHotKeyService::registerEventHotKey(std::uint32_t keyCode,
     if (status == hotkey::noErr && handsOutReferences_) {
         registrations_.push_back({.combination = combination, .hotKeyID = hotKeyID});
         reference.pointer = &registrations_.back();
+    } else if (status != hotkey::noErr && setsReferencesOfRefusals_) {
+        reference.pointer = this;
     }
     return status;
 }

@@ -55,6 +55,9 @@ class MemoryEventHotKeyService final : public hotkey::HotKeyEventDispatcher, pub
     /// Later registrations answer noErr but hand out a null reference.
     void handOutNullReferences() { handsOutReferences_ = false; }
 
+    /// Later registrations that are refused set the reference all the same.
+    void setReferencesOfRefusals() { setsReferencesOfRefusals_ = true; }
+
     /// Another program takes a combination or gives it back. False if it is taken here.
     bool takeElsewhere(Combination combination);
 
@@ -88,6 +91,7 @@ class MemoryEventHotKeyService final : public hotkey::HotKeyEventDispatcher, pub
     hotkey::OSStatus installationStatus_ = hotkey::noErr;
     hotkey::OSStatus parameterStatus_ = hotkey::noErr;
     bool handsOutReferences_ = true;
+    bool setsReferencesOfRefusals_ = false;
 };
 
 } // namespace platform

@@ -8,9 +8,8 @@
 #include <limits>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
-#include <vector>
+#include <string_view>
 
 namespace {
 
@@ -149,67 +148,74 @@ TEST_F(HotKeysControllerTests, IsSilentAboutARefusal) {
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
-/// Inspects the registry at the moment when the system is asked.
-class LookingService final : public hotkey::EventHotKeyService {
-  public:
-    [[nodiscard]] hotkey::EventTargetRef getEventDispatcherTarget() override { return {}; }
-
-    [[nodiscard]] hotkey::OSStatus registerEventHotKey(std::uint32_t /*keyCode*/,
-                                                       std::uint32_t /*modifiers*/,
-                                                       hotkey::EventHotKeyID hotKeyID,
-                                                       hotkey::EventTargetRef /*target*/,
-                                                       std::uint32_t options,
-                                                       hotkey::EventHotKeyRef& /*ref*/) override {
-        hadEntry = controller->hotKey(hotKeyID.id) != nullptr;
-        lastOptions = options;
-        return hotkey::eventHotKeyExistsErr;
-    }
-
-    hotkey::OSStatus unregisterEventHotKey(hotkey::EventHotKeyRef /*reference*/) override {
-        wasAliveWhenUnregistered = controller->hotKey(1) != nullptr;
-        return hotkey::paramErr;
-    }
-
-    [[nodiscard]] hotkey::OSStatus
-    installEventHandler(hotkey::EventTargetRef /*target*/,
-                        EventHandler /*handler*/,
-                        std::span<const hotkey::EventTypeSpec> /*types*/,
-                        void* /*userData*/,
-                        hotkey::EventHandlerRef& /*ref*/) override {
-        return hotkey::paramErr;
-    }
-
-    [[nodiscard]] hotkey::OSStatus getEventParameter(hotkey::EventRef /*event*/,
-                                                     std::uint32_t /*name*/,
-                                                     std::uint32_t /*type*/,
-                                                     std::size_t /*size*/,
-                                                     void* /*data*/) override {
-        return hotkey::paramErr;
-    }
-
-    [[nodiscard]] std::uint32_t getEventKind(hotkey::EventRef /*event*/) override { return 0; }
-
-    const HotKeysController* controller = nullptr;
-    std::optional<bool> hadEntry;
-    std::optional<bool> wasAliveWhenUnregistered;
-    std::optional<std::uint32_t> lastOptions;
-};
-
-TEST(HotKeysControllerOrderTests, StoresTheEntryBeforeAskingTheSystem) {
-    LookingService service;
-    HotKeysController controller(service);
-    service.controller = &controller;
-    const HotKey hotKey(controller, KeyCombo(5, 0x100));
-    EXPECT_EQ(service.hadEntry, true);
-    EXPECT_EQ(service.lastOptions, 0U);
+TEST_F(HotKeysControllerTests, TreatsAnErrorWithAReferenceAsARefusal) {
+    service_.refuseRegistrations(hotkey::eventHotKeyExistsErr);
+    service_.setReferencesOfRefusals();
+    const HotKey hotKey(controller_, KeyCombo(5, 0x100));
+    EXPECT_TRUE(controller_.hotKeyBox(hotKey)->carbonEventHotKey.isNull());
+    EXPECT_TRUE(service_.installations().empty());
 }
 
-TEST(HotKeysControllerOrderTests, DoesNotFindAHotKeyBeingDestroyed) {
-    LookingService service;
-    HotKeysController controller(service);
-    service.controller = &controller;
-    { const HotKey hotKey(controller, KeyCombo(5, 0x100)); }
-    EXPECT_EQ(service.wasAliveWhenUnregistered, false);
+/// Tests of what the registry holds within a call to the system.
+class HotKeysControllerOrderTests : public HotKeysControllerTests {
+  protected:
+    /// Runs `look` within that call.
+    template <typename Look>
+    void during(std::string_view awaited, Look look) {
+        service_.journal()->setWhileCalled([this, awaited, look](std::string_view call) {
+            if (call == awaited) {
+                ++lookCount_;
+                look();
+            }
+        });
+    }
+
+    int lookCount_ = 0;
+};
+
+TEST_F(HotKeysControllerOrderTests, StoresTheEntryBeforeRegistering) {
+    during("register 5 0x100 as QZhk 1", [this] { EXPECT_NE(controller_.hotKey(1), nullptr); });
+    const HotKey hotKey(controller_, KeyCombo(5, 0x100));
+    EXPECT_EQ(lookCount_, 1);
+}
+
+TEST_F(HotKeysControllerOrderTests, StoresTheReferenceBeforeInstallingTheHandler) {
+    during("install", [this] {
+        const HotKey* const hotKey = controller_.hotKey(1);
+        EXPECT_FALSE(controller_.hotKeyBox(*hotKey)->carbonEventHotKey.isNull());
+    });
+    const HotKey hotKey(controller_, KeyCombo(5, 0x100));
+    EXPECT_EQ(lookCount_, 1);
+}
+
+TEST_F(HotKeysControllerOrderTests, KeepsTheEntryOfAPausedHotKeyUntilItIsUnregistered) {
+    HotKey hotKey(controller_, KeyCombo(5, 0x100));
+    during("unregister 1", [&] { EXPECT_EQ(controller_.hotKey(1), &hotKey); });
+    hotKey.setIsPaused(true);
+    EXPECT_EQ(lookCount_, 1);
+    EXPECT_EQ(controller_.hotKeyBox(hotKey), nullptr);
+}
+
+TEST_F(HotKeysControllerOrderTests, DoesNotFindAHotKeyBeingDestroyed) {
+    auto hotKey = std::make_unique<HotKey>(controller_, KeyCombo(5, 0x100));
+    during("unregister 1", [this, dying = hotKey.get()] {
+        EXPECT_NE(controller_.hotKeyBox(*dying), nullptr);
+        EXPECT_EQ(controller_.hotKey(1), nullptr);
+    });
+    hotKey.reset();
+    EXPECT_EQ(lookCount_, 1);
+}
+
+TEST_F(HotKeysControllerOrderTests, DeclinesAnEventForAHotKeyBeingDestroyedAndRemovesItsEntry) {
+    auto hotKey = std::make_unique<HotKey>(controller_, KeyCombo(5, 0x100), note('d'));
+    during("unregister 1", [this, dying = hotKey.get()] {
+        EXPECT_EQ(service_.send({.hotKeyID = {.signature = ourSignature, .id = 1}}), -9874);
+        EXPECT_EQ(controller_.hotKeyBox(*dying), nullptr);
+    });
+    hotKey.reset();
+    EXPECT_EQ(lookCount_, 1);
+    EXPECT_EQ(notes_, "");
+    EXPECT_TRUE(service_.registered().empty());
 }
 
 TEST(HotKeysControllerDeathTest, DiesWhenItRunsOutOfIds) {
