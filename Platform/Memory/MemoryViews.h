@@ -251,7 +251,10 @@ class MemoryWindow final : public Window, public Journaled {
                  std::shared_ptr<Journal> journal);
     ~MemoryWindow() override;
 
-    void setTitle(std::string title) override { title_ = std::move(title); }
+    void setTitle(std::string title) override {
+        note("title", title);
+        title_ = std::move(title);
+    }
 
     void center() override {
         note("center");

@@ -55,6 +55,17 @@ TEST_F(AnalyticsManagerTests, StoresOnlyTheFocusFlagWhenConstructed) {
     EXPECT_THAT(defaults_.writes(), ElementsAre(Write{std::string(focusKey), false}));
 }
 
+TEST_F(AnalyticsManagerTests, ReadsAndStoresSettingsInOrderWhenConstructed) {
+    start();
+    EXPECT_THAT(journal_->calls(),
+                ElementsAre("log debug: Initializing AnalyticsManager",
+                            "read analytics.lastInteractionSavedSeconds",
+                            "read analytics.lastInteractionDate",
+                            "store analytics.confirmationRequiresMiroFocus",
+                            "read clock",
+                            "read analytics.todaySavedSeconds.2024-03-07"));
+}
+
 TEST_F(AnalyticsManagerTests, RestoresTheDaysTotalAfterARestart) {
     start().recordConversion(7, ConversionSource::hotkey);
     queue_.advance(3h);
@@ -171,6 +182,27 @@ TEST_F(AnalyticsManagerTests, PostsACreditAfterStoringIt) {
     start().recordConversion(2, ConversionSource::hotkey);
     EXPECT_THAT(storedWhenPosted, ElementsAre(Value(20.0)));
     EXPECT_THAT(posted_, ElementsAre(Value(20.0)));
+}
+
+TEST_F(AnalyticsManagerTests, AppliesACreditOfZeroAtOnce) {
+    start().applyConfirmedSavings(50);
+    queue_.advance(1h);
+    forgetWhatWasSaid();
+    manager_->applyConfirmedSavings(0);
+    EXPECT_EQ(queue_.pendingCount(), 0U);
+    EXPECT_EQ(manager_->todaySavedSeconds(), 50);
+    EXPECT_EQ(manager_->lastInteractionSavedSeconds(), 0);
+    EXPECT_EQ(manager_->lastInteractionDate(), noon + 1h);
+    EXPECT_THAT(posted_, ElementsAre(Value(0.0)));
+}
+
+TEST_F(AnalyticsManagerTests, SubtractsANegativeCredit) {
+    start().applyConfirmedSavings(50);
+    manager_->applyConfirmedSavings(-20);
+    EXPECT_EQ(manager_->todaySavedSeconds(), 30);
+    EXPECT_EQ(manager_->lastInteractionSavedSeconds(), -20);
+    EXPECT_EQ(stored(marchSeventhKey), Value(30.0));
+    EXPECT_THAT(posted_, ElementsAre(Value(50.0), Value(-20.0)));
 }
 
 TEST_F(AnalyticsManagerTests, AnnouncesEveryChangeBeforeItHappens) {
@@ -359,6 +391,16 @@ TEST_F(AnalyticsManagerTests, AFullResetClearsTotalsAndLastCredit) {
                             Write{std::string(marchSeventhKey), 0.0}));
     EXPECT_THAT(posted_, ElementsAre(Value(0.0)));
     EXPECT_THAT(sink_.messages(), ElementsAre("debug: Resetting analytics statistics"));
+}
+
+TEST_F(AnalyticsManagerTests, PostsAFullResetAfterStoringIt) {
+    start().recordConversion(5, ConversionSource::hotkey);
+    std::vector<std::optional<Value>> storedWhenPosted;
+    center_.addObserver(pastewise::analyticsSavingsApplied, [&](const auto& /*notification*/) {
+        storedWhenPosted = {stored(lastSecondsKey), stored(lastDateKey), stored(marchSeventhKey)};
+    });
+    manager_->resetStatistics();
+    EXPECT_THAT(storedWhenPosted, ElementsAre(Value(0.0), std::nullopt, Value(0.0)));
 }
 
 TEST_F(AnalyticsManagerTests, AFullResetAfterMidnightClearsOnlyTheLastSeenDay) {

@@ -4,6 +4,7 @@
 #include "Foundation/NotificationCenter.h"
 #include "Foundation/Value.h"
 #include "Pastewise/AnalyticsManager.h"
+#include "Platform/Memory/Journal.h"
 #include "Platform/Memory/MemoryLogSink.h"
 #include "Platform/Memory/MemoryMainQueue.h"
 #include "Platform/Memory/MemoryTime.h"
@@ -12,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -54,16 +56,18 @@ class AnalyticsTest : public testing::Test {
     }
 
     void forgetWhatWasSaid() {
+        journal_->clear();
         sink_.clear();
         defaults_.clearWrites();
         posted_.clear();
     }
 
-    platform::MemoryMainQueue queue_;
+    std::shared_ptr<platform::Journal> journal_ = std::make_shared<platform::Journal>();
+    platform::MemoryMainQueue queue_{journal_};
     platform::MemoryClock clock_{queue_};
     platform::MemoryCalendar calendar_;
-    platform::MemoryUserDefaults defaults_;
-    platform::MemoryLogSink sink_;
+    platform::MemoryUserDefaults defaults_{journal_};
+    platform::MemoryLogSink sink_{journal_};
     foundation::LoggerFactory loggers_{sink_, "com.app.pastewise"};
     foundation::NotificationCenter center_{queue_};
     /// The objects of all "analyticsSavingsApplied" notifications, oldest first.

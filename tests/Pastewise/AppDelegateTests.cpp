@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -35,10 +37,13 @@ TEST_F(AppDelegateTests, ANotificationWithoutADoubleCountsAsZero) {
     shared_->notificationCenter().post({std::string(pastewise::analyticsSavingsApplied), {}});
     shared_->notificationCenter().post(
         {std::string(pastewise::analyticsSavingsApplied), foundation::Value("12")});
+    shared_->notificationCenter().post(
+        {std::string(pastewise::analyticsSavingsApplied), std::int64_t{12}});
     const auto lines = ownLines();
-    ASSERT_EQ(lines.size(), 4U);
+    ASSERT_EQ(lines.size(), 6U);
     EXPECT_EQ(lines[0], "Received analytics update; last interaction saved 0.000000 seconds");
     EXPECT_EQ(lines[2], "Received analytics update; last interaction saved 0.000000 seconds");
+    EXPECT_EQ(lines[4], "Received analytics update; last interaction saved 0.000000 seconds");
 }
 
 TEST_F(AppDelegateTests, TheRowShowsTheStateNotTheNotification) {
@@ -46,6 +51,21 @@ TEST_F(AppDelegateTests, TheRowShowsTheStateNotTheNotification) {
     shared_->analyticsManager().applyConfirmedSavings(75);
     shared_->notificationCenter().post({std::string(pastewise::analyticsSavingsApplied), 1.0});
     EXPECT_EQ(rowTitle(0), "Time Saved: 1m 15s");
+}
+
+TEST_F(AppDelegateTests, SetsATitleBeforeLoggingIt) {
+    launchQuietly();
+    std::vector<std::string> titles;
+    system_.journal().setWhileCalled([&](std::string_view call) {
+        if (call == "log debug: Updated time saved display to: 20s") {
+            titles.push_back(rowTitle(0));
+        } else if (call == "log debug: Updated shortcut display row to: Command K") {
+            titles.push_back(rowTitle(3));
+        }
+    });
+    shared_->analyticsManager().applyConfirmedSavings(20);
+    shared_->shortcutManager().setShortcut(hotkey::Key::k, hotkey::ModifierFlags::command);
+    EXPECT_EQ(titles, (std::vector<std::string>{"Time Saved: 20s", "Shortcut: Command K"}));
 }
 
 TEST_F(AppDelegateTests, AnImageOnTheClipboardIsLoggedAsAnErrorWithoutAFlash) {

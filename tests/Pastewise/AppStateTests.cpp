@@ -4,9 +4,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -41,7 +43,23 @@ class AppStateTests : public AnalyticsTest {
         center_.post({.name = "analyticsSavingsApplied", .object = std::move(object)});
     }
 
+    /// Notes what the state shows before each of its changes from now on.
+    void observeChanges() {
+        state_->addObjectWillChangeObserver([this] {
+            const auto number = [](double value) {
+                return std::to_string(static_cast<int>(value));
+            };
+            changes_.push_back(number(state_->todaySavedSeconds()) + " " +
+                               number(state_->lastInteractionSavedSeconds()) + " " +
+                               (state_->lastInteractionDate() ? "date" : "none") + " " +
+                               state_->lastFlashValue().value_or("none") +
+                               (state_->shouldFlashSavings() ? " flashes" : "") +
+                               (state_->isPreferencesWindowShown() ? " shown" : ""));
+        });
+    }
+
     std::optional<AppState> state_;
+    std::vector<std::string> changes_;
 };
 
 TEST_F(AppStateTests, StartsWithTheManagersValues) {
@@ -127,6 +145,21 @@ TEST_F(AppStateTests, TreatsANotificationWithoutANumberAsACreditOfZero) {
         EXPECT_EQ(sink_.messages().back(),
                   "debug: AppState received analytics update with seconds = 0.000000");
     }
+}
+
+TEST_F(AppStateTests, TakesAnIntegerAsACredit) {
+    makeState();
+    post(std::int64_t{30});
+    EXPECT_EQ(state_->lastInteractionSavedSeconds(), 30);
+    EXPECT_EQ(state_->lastFlashValue(), "30s");
+}
+
+TEST_F(AppStateTests, DoesNotFlashANegativeCredit) {
+    makeState();
+    post(30.0);
+    post(-5.0);
+    EXPECT_EQ(state_->lastInteractionSavedSeconds(), -5);
+    EXPECT_EQ(state_->lastFlashValue(), "30s");
 }
 
 TEST_F(AppStateTests, FollowsACreditFromAnotherThread) {
@@ -227,33 +260,74 @@ TEST_F(AppStateTests, StoresTheChoiceToFlashAsABoolean) {
 
 TEST_F(AppStateTests, AnnouncesEveryChangeBeforeItHappens) {
     makeState();
-    std::vector<std::string> seen;
-    const auto number = [](double value) { return std::to_string(static_cast<int>(value)); };
-    state_->addObjectWillChangeObserver([&] {
-        seen.push_back(number(state_->todaySavedSeconds()) + " " +
-                       number(state_->lastInteractionSavedSeconds()) + " " +
-                       (state_->lastInteractionDate() ? "date" : "none") + " " +
-                       state_->lastFlashValue().value_or("none") +
-                       (state_->shouldFlashSavings() ? " flashes" : "") +
-                       (state_->isPreferencesWindowShown() ? " shown" : ""));
-    });
+    observeChanges();
     manager_->recordConversion(5, ConversionSource::hotkey);
-    EXPECT_THAT(seen,
+    EXPECT_THAT(changes_,
                 ElementsAre("0 0 none none flashes",
                             "50 0 none none flashes",
                             "50 50 none none flashes",
                             "50 50 date none flashes"));
-    seen.clear();
+    changes_.clear();
     state_->setShouldFlashSavings(false);
     state_->setIsPreferencesWindowShown(true);
-    state_->refreshFromStorage();
-    EXPECT_THAT(seen,
-                ElementsAre("50 50 date 50s flashes",
-                            "50 50 date 50s",
-                            "50 50 date 50s shown",
-                            "50 50 date 50s shown",
-                            "50 50 date 50s shown"));
+    EXPECT_THAT(changes_, ElementsAre("50 50 date 50s flashes", "50 50 date 50s"));
+    EXPECT_FALSE(state_->shouldFlashSavings());
     EXPECT_TRUE(state_->isPreferencesWindowShown());
+}
+
+TEST_F(AppStateTests, ARefreshCopiesTotalCreditAndDateInOrder) {
+    defaults_.setObject(marchSeventhKey, 50.0);
+    start();
+    makeState();
+    post(7.0);
+    manager_->resetTodayOnly();
+    observeChanges();
+    state_->refreshFromStorage();
+    EXPECT_THAT(changes_,
+                ElementsAre("50 7 date 7s flashes", "0 7 date 7s flashes", "0 0 date 7s flashes"));
+    EXPECT_EQ(state_->lastInteractionDate(), std::nullopt);
+}
+
+TEST_F(AppStateTests, AFullResetClearsTotalCreditDateAndFlashInOrder) {
+    makeState();
+    center_.addObserver("analyticsSavingsApplied", [this](const auto& notification) {
+        if (notification.object == Value(0.0)) {
+            manager_->recordConversion(1, ConversionSource::hotkey);
+            observeChanges();
+        }
+    });
+    state_->resetStats();
+    EXPECT_THAT(changes_,
+                ElementsAre("10 10 date 10s flashes",
+                            "0 10 date 10s flashes",
+                            "0 0 date 10s flashes",
+                            "0 0 none 10s flashes"));
+    EXPECT_EQ(state_->lastFlashValue(), std::nullopt);
+}
+
+TEST_F(AppStateTests, LogsThenTakesThenStoresTheChoiceToFlash) {
+    makeState();
+    std::vector<std::string> seen;
+    journal_->setWhileCalled([&](std::string_view call) {
+        seen.push_back(std::string(call) + (state_->shouldFlashSavings() ? ": on" : ": off"));
+    });
+    state_->setShouldFlashSavings(false);
+    EXPECT_THAT(seen,
+                ElementsAre("log debug: setShouldFlashSavings toggled to false: on",
+                            "store analytics.shouldFlashSavings: off"));
+}
+
+TEST_F(AppStateTests, ObservesTheManagerAfterCheckingThePermissions) {
+    const auto before = center_.observerCount();
+    std::optional<std::size_t> whenChecked;
+    journal_->setWhileCalled([&](std::string_view call) {
+        if (call == "log debug: checkPermissions placeholder invoked") {
+            whenChecked = center_.observerCount();
+        }
+    });
+    makeState();
+    EXPECT_EQ(whenChecked, before);
+    EXPECT_EQ(center_.observerCount(), before + 1);
 }
 
 TEST_F(AppStateTests, DoesNotReceiveNotificationsOnceDestroyed) {

@@ -151,6 +151,28 @@ TEST_F(ClipboardManagerTests, LogsLinesAsPrivateValues) {
     }
 }
 
+TEST_F(ClipboardManagerTests, LogsNumbersAsPublicValues) {
+    pasteboard_.copyElsewhere("- 1. my secret\n");
+    EXPECT_EQ(convertClipboard(), 1);
+    std::vector<std::string> redacted;
+    for (const auto& entry : sink_.entries()) {
+        redacted.push_back(entry.redacted);
+    }
+    const std::string htmlLength = std::to_string(pasted(PasteboardType::html).size());
+    EXPECT_THAT(
+        redacted,
+        ElementsAre("Reading from clipboard...",
+                    "Processing text with length: 15",
+                    "Removing symbol bullet prefix from line: <private>",
+                    "Removing numeric list prefix using pattern <private> from line: <private>",
+                    "Split into 2 lines",
+                    "Generating Miro-compatible HTML from raw lines: 2",
+                    "Sanitized line count after removing blanks: 1",
+                    "Generated HTML with sanitized count: 1",
+                    "Writing to clipboard - HTML length: " + htmlLength + ", Plain text length: 9",
+                    "Successfully wrote to clipboard"));
+}
+
 TEST_F(ClipboardManagerTests, LogsUnderItsClassName) {
     static_cast<void>(convertClipboard());
     using Entry = platform::MemoryLogSink::Entry;

@@ -90,6 +90,8 @@ TEST_F(MenuBarHostingControllerTests, LogsTheFrameOfALayoutBeforeLayingOutTheHos
     EXPECT_THAT(sink_.messages(),
                 ElementsAre("debug: MenuBarHostingController viewDidLayout with frame: "
                             "{{-1.25, 2}, {300, 0.33333333333333331}}"));
+    EXPECT_EQ(sink_.entries().back().redacted,
+              "MenuBarHostingController viewDidLayout with frame: <private>");
 }
 
 TEST_F(MenuBarHostingControllerTests, LaysOutTheHostingViewWheneverItAppears) {

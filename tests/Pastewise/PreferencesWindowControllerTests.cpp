@@ -1,5 +1,6 @@
 #include "Pastewise/PreferencesWindowController.h"
 #include "tests/Pastewise/PreferencesTest.h"
+#include "tests/Support/CallOrder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -41,6 +42,9 @@ TEST_F(PreferencesWindowControllerTests, MakesACenteredWindowOfAFixedSize) {
     EXPECT_EQ(window().title(), "Pastewise Preferences");
     EXPECT_TRUE(window().isCentered());
     EXPECT_FALSE(window().isVisible());
+    EXPECT_TRUE(testing_support::madeInOrder(
+        *toolkit_.journal(),
+        {"make window", "title Pastewise Preferences", "center", "set content view controller"}));
 }
 
 TEST_F(PreferencesWindowControllerTests, FillsTheWindowWithThePreferences) {

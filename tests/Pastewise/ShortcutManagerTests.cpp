@@ -2,6 +2,7 @@
 #include "Foundation/NotificationCenter.h"
 #include "HotKey/HotKeysController.h"
 #include "Pastewise/ShortcutManager.h"
+#include "Platform/Memory/Journal.h"
 #include "Platform/Memory/MemoryEventHotKeyService.h"
 #include "Platform/Memory/MemoryLogSink.h"
 #include "Platform/Memory/MemoryMainQueue.h"
@@ -74,6 +75,7 @@ class ShortcutManagerTests : public testing::Test {
     }
 
     void forgetWhatWasSaid() {
+        journal_->clear();
         sink_.clear();
         defaults_.clearWrites();
         posted_.clear();
@@ -94,12 +96,13 @@ class ShortcutManagerTests : public testing::Test {
         EXPECT_EQ(displayString(), "Command G");
     }
 
+    std::shared_ptr<platform::Journal> journal_ = std::make_shared<platform::Journal>();
     platform::MemoryMainQueue queue_;
-    MemoryEventHotKeyService service_;
+    MemoryEventHotKeyService service_{journal_};
     hotkey::HotKeysController controller_{service_};
-    platform::MemoryUserDefaults defaults_;
+    platform::MemoryUserDefaults defaults_{journal_};
     foundation::NotificationCenter center_{queue_};
-    platform::MemoryLogSink sink_;
+    platform::MemoryLogSink sink_{journal_};
     foundation::LoggerFactory loggers_{sink_, "com.app.pastewise"};
     /// The objects of all "shortcutChanged" notifications, oldest first.
     std::vector<std::optional<Value>> posted_;
@@ -254,15 +257,33 @@ TEST_F(ShortcutManagerTests, AnnouncesAChangeAfterStoringAndInstallingIt) {
 
 TEST_F(ShortcutManagerTests, UnregistersTheOldCombinationBeforeRegisteringTheNewOne) {
     start();
+    forgetWhatWasSaid();
     manager_->setShortcut(Key::g, ModifierFlags::command);
-    manager_->clearShortcut();
-    EXPECT_THAT(service_.journal()->calls(),
-                ElementsAre("register 5 0x100 as QZhk 1",
-                            "install",
+    EXPECT_THAT(journal_->calls(),
+                ElementsAre("log debug: Setting shortcut - Key: G, Modifiers: \u2318",
                             "unregister 1",
                             "register 5 0x100 as QZhk 2",
+                            "store userDefinedShortcut",
+                            "log debug: Saved shortcut data: [\"keyCode\": 5, \"modifiers\": "
+                            "1048576]"));
+    forgetWhatWasSaid();
+    manager_->clearShortcut();
+    EXPECT_THAT(journal_->calls(),
+                ElementsAre("log debug: Clearing shortcut",
                             "unregister 2",
-                            "register 5 0x100 as QZhk 3"));
+                            "remove userDefinedShortcut",
+                            "register 5 0x100 as QZhk 3",
+                            "store userDefinedShortcut"));
+}
+
+TEST_F(ShortcutManagerTests, AnnouncesANewShortcutAfterLoggingThatItIsSaved) {
+    start();
+    std::string lastMessage;
+    center_.addObserver(pastewise::shortcutChanged, [&](const auto& /*notification*/) {
+        lastMessage = sink_.messages().back();
+    });
+    manager_->setShortcut(Key::g, ModifierFlags::command);
+    EXPECT_EQ(lastMessage, "debug: Saved shortcut data: [\"keyCode\": 5, \"modifiers\": 1048576]");
 }
 
 TEST_F(ShortcutManagerTests, KeepsEveryBitOfTheModifiers) {
@@ -359,6 +380,14 @@ TEST_F(ShortcutManagerTests, LogsPressesOnlyOfAShortcutThatWasSet) {
     service_.press(commandG);
     EXPECT_THAT(sink_.messages(), IsEmpty());
     EXPECT_EQ(presses_, 3);
+}
+
+TEST_F(ShortcutManagerTests, LogsAPressBeforeCallingTheHandler) {
+    start().setShortcut(Key::g, ModifierFlags::command);
+    std::string lastMessage;
+    manager_->shortcutHandler = [&] { lastMessage = sink_.messages().back(); };
+    service_.press(commandG);
+    EXPECT_EQ(lastMessage, "debug: Shortcut triggered");
 }
 
 TEST_F(ShortcutManagerTests, IgnoresAPressWithoutAHandler) {

@@ -1,4 +1,5 @@
 #include "tests/Pastewise/AppDelegateTest.h"
+#include "tests/Support/CallOrder.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +11,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using platform::MemoryCanvas;
+using testing_support::madeInOrder;
 
 class StatusIconTests : public delegate_test::AppDelegateTest {
   protected:
@@ -27,6 +29,36 @@ TEST_F(StatusIconTests, DoesNotFlashIfThePreferenceIsOff) {
     EXPECT_EQ(button().imageHistory().size(), changes);
     EXPECT_EQ(logged("debug: Icon flash disabled by user preference; skipping"), 1);
     EXPECT_EQ(system_.mainQueue().pendingCount(), 0U);
+}
+
+TEST_F(StatusIconTests, AConversionWithoutAFlashLeavesThePendingRestore) {
+    launchQuietly();
+    convert();
+    shared_->analyticsStateBridge().appState.setShouldFlashSavings(false);
+    system_.mainQueue().advance(500ms);
+    convert();
+    EXPECT_EQ(shownGlyph(), "✓");
+    system_.mainQueue().advance(400ms);
+    EXPECT_EQ(shownGlyph(), "P");
+}
+
+TEST_F(StatusIconTests, LogsAFlashOnceItIsShownAndARestoreBeforeIt) {
+    launchQuietly();
+    system_.journal().clear();
+    convert();
+    EXPECT_TRUE(madeInOrder(system_.journal(),
+                            {"log debug: Clipboard updated with Miro-compatible content; recording "
+                             "analytics",
+                             "log debug: Falling back to drawn glyph for checkmark flash",
+                             "draw image",
+                             "show icon",
+                             "log debug: Flashing checkmark icon in menu bar",
+                             "queue 900 ms",
+                             "log debug: Recording conversion - stickies: 1, source: hotkey"}));
+    system_.journal().clear();
+    system_.mainQueue().advance(900ms);
+    EXPECT_TRUE(madeInOrder(system_.journal(),
+                            {"log debug: Restoring base status icon after flash", "show icon"}));
 }
 
 TEST_F(StatusIconTests, ShowsTheCheckmarkForNineTenthsOfASecond) {

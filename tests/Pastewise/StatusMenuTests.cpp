@@ -1,4 +1,5 @@
 #include "tests/Pastewise/AppDelegateTest.h"
+#include "tests/Support/CallOrder.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +10,7 @@
 namespace {
 
 using platform::KeyEquivalent;
+using testing_support::madeInOrder;
 
 class StatusMenuTests : public delegate_test::AppDelegateTest {};
 
@@ -121,6 +123,25 @@ TEST_F(StatusMenuTests, ChoosingPreferencesTwiceShowsTheSameWindowTwice) {
     EXPECT_EQ(logged("debug: Instantiating PreferencesWindowController"), 1);
 }
 
+TEST_F(StatusMenuTests, ShowsThePreferencesThenActivatesThenMarksThemAsShown) {
+    launch();
+    auto& appState = shared_->analyticsStateBridge().appState;
+    bool wereMarkedWhenActivated = true;
+    system_.journal().setWhileCalled([&](std::string_view call) {
+        if (call == "activate") {
+            wereMarkedWhenActivated = appState.isPreferencesWindowShown();
+        }
+    });
+    EXPECT_TRUE(item().choose("Preferences…"));
+    EXPECT_TRUE(madeInOrder(system_.journal(),
+                            {"log debug: Instantiating PreferencesWindowController",
+                             "make window",
+                             "show window",
+                             "activate"}));
+    EXPECT_FALSE(wereMarkedWhenActivated);
+    EXPECT_TRUE(appState.isPreferencesWindowShown());
+}
+
 TEST_F(StatusMenuTests, ClosedPreferencesReopenInTheSameWindow) {
     launch();
     EXPECT_TRUE(item().choose("Preferences…"));
@@ -136,8 +157,9 @@ TEST_F(StatusMenuTests, QuitTerminatesTheApplication) {
     launchQuietly();
     EXPECT_TRUE(item().choose("Quit"));
     EXPECT_TRUE(system_.application().isTerminated());
-    EXPECT_EQ(system_.logSink().messages().back(),
-              "debug: Quit menu item selected; terminating application");
+    EXPECT_TRUE(
+        madeInOrder(system_.journal(),
+                    {"log debug: Quit menu item selected; terminating application", "terminate"}));
 }
 
 TEST_F(StatusMenuTests, TheShortcutRowFollowsANewShortcutAndTheDefault) {
@@ -163,6 +185,8 @@ TEST_F(StatusMenuTests, WithoutAButtonThereIsNoMenuButTheShortcutConverts) {
     EXPECT_EQ(logged("debug: Updated time saved display to: 30s"), 1);
     EXPECT_EQ(logged("debug: Flashing checkmark icon in menu bar"), 0);
     EXPECT_EQ(system_.mainQueue().pendingCount(), 0U);
+    EXPECT_TRUE(system_.images().requestedSymbols().empty());
+    EXPECT_EQ(system_.images().drawnCount(), 0);
 }
 
 TEST_F(StatusMenuTests, RowsDoNothingOnceTheDelegateIsGone) {
