@@ -275,16 +275,20 @@ TEST_F(AppStateTests, AnnouncesEveryChangeBeforeItHappens) {
     EXPECT_TRUE(state_->isPreferencesWindowShown());
 }
 
-TEST_F(AppStateTests, ARefreshCopiesTotalCreditAndDateInOrder) {
+TEST_F(AppStateTests, ARefreshIsLoggedThenCopiesTotalCreditAndDateInOrder) {
     defaults_.setObject(marchSeventhKey, 50.0);
     start();
     makeState();
     post(7.0);
     manager_->resetTodayOnly();
     observeChanges();
+    journal_->setWhileCalled([this](std::string_view call) { changes_.emplace_back(call); });
     state_->refreshFromStorage();
     EXPECT_THAT(changes_,
-                ElementsAre("50 7 date 7s flashes", "0 7 date 7s flashes", "0 0 date 7s flashes"));
+                ElementsAre("log debug: Refreshing AppState from persistent analytics storage",
+                            "50 7 date 7s flashes",
+                            "0 7 date 7s flashes",
+                            "0 0 date 7s flashes"));
     EXPECT_EQ(state_->lastInteractionDate(), std::nullopt);
 }
 
