@@ -2,11 +2,15 @@
 
 #include "Platform/Application.h"
 
+@class PWApplicationDelegate;
+
 namespace platform {
 
-/// The system's application object. Main thread only.
+/// The system's application object, made with this one. Main thread only.
 class MacApplication final : public Application {
   public:
+    MacApplication();
+
     /// The system does not start a second program of the same bundle. It notifies the first one,
     /// which opens its preferences. Nothing here requests a conversion.
     void setRequests(Requests requests) override;
@@ -22,6 +26,8 @@ class MacApplication final : public Application {
 
     Requests requests_;
     bool hasWaitingReopen_ = false;
+    /// The system refers to its delegate weakly.
+    PWApplicationDelegate* const delegate_;
 };
 
 } // namespace platform

@@ -20,9 +20,18 @@
     return NO;
 }
 
+- (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)sender {
+    return YES;
+}
+
 @end
 
 namespace platform {
+
+MacApplication::MacApplication() : delegate_([[PWApplicationDelegate alloc] init]) {
+    [NSApplication sharedApplication].delegate = delegate_;
+    delegate_.reopen = [this] { reopen(); };
+}
 
 void MacApplication::setRequests(Requests requests) {
     requests_ = std::move(requests);
@@ -40,14 +49,8 @@ void MacApplication::terminate() {
 }
 
 void MacApplication::run(const std::function<void()>& didFinishLaunching) {
-    // The system refers to its delegate weakly.
-    __attribute__((objc_precise_lifetime)) PWApplicationDelegate* const delegate =
-        [[PWApplicationDelegate alloc] init];
-    delegate.launch = didFinishLaunching;
-    delegate.reopen = [this] { reopen(); };
-    NSApp.delegate = delegate;
+    delegate_.launch = didFinishLaunching;
     [NSApp run];
-    NSApp.delegate = nil;
 }
 
 void MacApplication::reopen() {

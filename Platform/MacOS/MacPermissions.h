@@ -32,7 +32,10 @@ class MacAlerts final : public Alerts {
         for (const std::string& title : alert.buttonTitles) {
             [nsAlert addButtonWithTitle:nsString(title)];
         }
-        // The alert of a program without a Dock icon would open behind everything else.
+        // The alert of a program without a Dock icon would open behind everything else, and the
+        // system may refuse to activate the program.
+        NSWindow* const window = nsAlert.window;
+        window.level = NSFloatingWindowLevel;
         [NSApp activateIgnoringOtherApps:YES];
         const NSModalResponse index = [nsAlert runModal] - NSAlertFirstButtonReturn;
         return index < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(index));

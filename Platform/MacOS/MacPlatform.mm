@@ -21,18 +21,20 @@ namespace platform {
 namespace {
 
 struct MacServices {
+    // The application object opens files, and a closed standard output would become one of them.
+    FileStandardOutput standardOutput;
+    MacApplication application;
     MacLogSink logSink;
     MacMainQueue mainQueue;
-    MacPasteboard pasteboard{[NSPasteboard generalPasteboard]};
+    MacPasteboard pasteboard{[NSPasteboard generalPasteboard],
+                             foundation::Logger(logSink, applicationId, "MacPasteboard")};
     MacEventHotKeyService eventHotKeyService;
     SystemClock clock;
     MacCalendar calendar;
     MacUserDefaults userDefaults{[NSUserDefaults standardUserDefaults]};
-    FileStandardOutput standardOutput;
     MacAccessibilityTrust accessibilityTrust;
     MacAlerts alerts;
     MacWorkspace workspace;
-    MacApplication application;
     MacImages images;
     MacStatusBar statusBar;
     MacToolkit toolkit;
@@ -57,7 +59,6 @@ class MacPlatform final : public PlatformOf<MacServices> {
 PlatformOrNot makePlatform(int& /*argc*/, char** /*argv*/) {
     // Writing to a pipe without a reader must not end the program.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
-    [NSApplication sharedApplication];
     return std::make_unique<MacPlatform>();
 }
 

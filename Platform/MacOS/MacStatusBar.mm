@@ -39,7 +39,7 @@ NSMenuItem* MacMenu::followingItem(MenuItem& item) {
                                                           action:nil
                                                    keyEquivalent:nsString(key.key)];
     nsItem.keyEquivalentModifierMask = key.modifierMask.rawValue;
-    nsItem.enabled = item.isEnabled();
+    // The menu disables a row that has no action.
     if (item.isEnabled()) {
         PWActionTarget* const target = [[PWActionTarget alloc] initWithAction:item.action()];
         [targets_ addObject:target];

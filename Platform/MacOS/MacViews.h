@@ -12,6 +12,11 @@
 #include <utility>
 #include <vector>
 
+/// Closes and quits by Command+W and Command+Q, which no menu bar offers here. Its title bar says
+/// when it has no keyboard.
+@interface PWWindow : NSWindow
+@end
+
 namespace platform {
 
 /// The part that all views of this toolkit share. Main thread only.
@@ -164,7 +169,11 @@ class MacWindow final : public Window {
 
     void setContentViewController(ViewController& controller) override;
 
-    void makeKeyAndOrderFront() override { [window_ makeKeyAndOrderFront:nil]; }
+    void makeKeyAndOrderFront() override {
+        [window_ makeKeyAndOrderFront:nil];
+        // The system may refuse to activate the program, which leaves the window behind others.
+        [window_ orderFrontRegardless];
+    }
 
     void close() override { [window_ close]; }
 
@@ -179,7 +188,7 @@ class MacToolkit final : public Toolkit {
   public:
     [[nodiscard]] std::unique_ptr<Window>
     makeWindow(Rect contentRect, WindowStyle style, WindowBacking backing) override {
-        return std::make_unique<MacWindow>([[NSWindow alloc]
+        return std::make_unique<MacWindow>([[PWWindow alloc]
             initWithContentRect:nsRect(contentRect)
                       styleMask:nsStyle(style)
                         backing:NSBackingStoreBuffered
@@ -216,6 +225,9 @@ class MacToolkit final : public Toolkit {
         NSMutableArray<NSLayoutConstraint*>* const group = [NSMutableArray array];
         for (const LayoutConstraint& constraint : constraints) {
             [group addObject:nsConstraint(constraint)];
+            if (constraint.anchor == LayoutConstraint::Anchor::centerX) {
+                [group addObject:widthOfContainer(constraint)];
+            }
         }
         [NSLayoutConstraint activateConstraints:group];
     }
@@ -226,6 +238,18 @@ class MacToolkit final : public Toolkit {
                (style.isClosable ? NSWindowStyleMaskClosable : 0) |
                (style.isMiniaturizable ? NSWindowStyleMaskMiniaturizable : 0) |
                (style.isResizable ? NSWindowStyleMaskResizable : 0);
+    }
+
+    /// Without it a container may be narrower than the view centred in it, which gets no clicks
+    /// where it sticks out.
+    static NSLayoutConstraint* widthOfContainer(const LayoutConstraint& centred) {
+        return [NSLayoutConstraint constraintWithItem:MacViewNode::nsView(*centred.second)
+                                            attribute:NSLayoutAttributeWidth
+                                            relatedBy:NSLayoutRelationGreaterThanOrEqual
+                                               toItem:MacViewNode::nsView(*centred.first)
+                                            attribute:NSLayoutAttributeWidth
+                                           multiplier:1
+                                             constant:0];
     }
 
     static NSLayoutConstraint* nsConstraint(const LayoutConstraint& constraint) {

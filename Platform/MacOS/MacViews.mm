@@ -1,5 +1,51 @@
 #import "Platform/MacOS/MacViews.h"
 
+@implementation PWWindow
+
+- (instancetype)initWithContentRect:(NSRect)contentRect
+                          styleMask:(NSWindowStyleMask)style
+                            backing:(NSBackingStoreType)backing
+                              defer:(BOOL)isDeferred {
+    self = [super initWithContentRect:contentRect styleMask:style backing:backing defer:isDeferred];
+    [self showHasKeyboard:NO];
+    return self;
+}
+
+- (void)becomeKeyWindow {
+    [super becomeKeyWindow];
+    [self showHasKeyboard:YES];
+}
+
+- (void)resignKeyWindow {
+    [super resignKeyWindow];
+    [self showHasKeyboard:NO];
+}
+
+- (void)showHasKeyboard:(BOOL)hasKeyboard {
+    self.subtitle = hasKeyboard ? @"" : @"No keyboard input: click here first";
+}
+
+- (BOOL)performKeyEquivalent:(NSEvent*)event {
+    constexpr NSEventModifierFlags modifiers =
+        NSEventModifierFlagCommand | NSEventModifierFlagOption | NSEventModifierFlagShift |
+        NSEventModifierFlagControl;
+    if ((event.modifierFlags & modifiers) == NSEventModifierFlagCommand) {
+        // With Command held, every keyboard layout types Latin letters; Caps Lock capitals.
+        NSString* const key = event.characters.lowercaseString;
+        if ([key isEqualToString:@"w"]) {
+            [self performClose:nil];
+            return YES;
+        }
+        if ([key isEqualToString:@"q"]) {
+            [NSApp terminate:nil];
+            return YES;
+        }
+    }
+    return [super performKeyEquivalent:event];
+}
+
+@end
+
 /// Forwards the system's messages to a controller of the program's, which outlives it.
 @interface PWViewController : NSViewController
 - (instancetype)initWithController:(platform::ViewController*)controller;
@@ -41,10 +87,10 @@
 namespace platform {
 
 void MacWindow::setContentViewController(ViewController& controller) {
-    const NSSize size = [window_ contentRectForFrameRect:window_.frame].size;
+    const NSRect frame = window_.frame;
     window_.contentViewController = [[PWViewController alloc] initWithController:&controller];
-    // The system gave the window the size of the controller's view.
-    [window_ setContentSize:size];
+    // The system gave the window the size of the controller's view, which moved its centre.
+    [window_ setFrame:frame display:NO];
 }
 
 } // namespace platform

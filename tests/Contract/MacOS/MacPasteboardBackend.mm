@@ -1,4 +1,5 @@
 #import "Platform/MacOS/MacPasteboard.h"
+#include "Platform/Memory/MemoryLogSink.h"
 #include "tests/Contract/PasteboardContract.h"
 #import "tests/Support/MacOS/AppKitLoop.h"
 
@@ -30,8 +31,10 @@ class UniqueMacPasteboard final : public platform::Pasteboard {
 
   private:
     testing_support::AppKitLoop loop_;
+    platform::MemoryLogSink logSink_;
     NSPasteboard* const nsPasteboard_ = [NSPasteboard pasteboardWithUniqueName];
-    platform::MacPasteboard pasteboard_{nsPasteboard_};
+    platform::MacPasteboard pasteboard_{nsPasteboard_,
+                                        foundation::Logger(logSink_, "test", "MacPasteboard")};
 };
 
 } // namespace

@@ -3,6 +3,10 @@
 #import <AppKit/AppKit.h>
 #import <dispatch/dispatch.h>
 
+#include <chrono>
+#include <memory>
+#include <semaphore>
+
 /// Runs a block on the main thread.
 @interface PWTestWork : NSObject
 - (instancetype)initWithBlock:(dispatch_block_t)block;
@@ -38,15 +42,23 @@ struct dispatch_queue_s {
 
 dispatch_queue_s _dispatch_main_q;
 
+dispatch_queue_global_t dispatch_get_global_queue(intptr_t /*identifier*/, uintptr_t /*flags*/) {
+    static dispatch_queue_s queue;
+    return (__bridge dispatch_queue_global_t) static_cast<void*>(&queue);
+}
+
 /// In nanoseconds from now: it is always used at once.
 dispatch_time_t dispatch_time(dispatch_time_t /*when*/, int64_t nanoseconds) {
     return static_cast<dispatch_time_t>(nanoseconds);
 }
 
-void dispatch_async(dispatch_queue_t /*queue*/, dispatch_block_t block) {
-    [[[PWTestWork alloc] initWithBlock:block] performSelectorOnMainThread:@selector(run)
-                                                               withObject:nil
-                                                            waitUntilDone:NO];
+void dispatch_async(dispatch_queue_t queue, dispatch_block_t block) {
+    PWTestWork* const work = [[PWTestWork alloc] initWithBlock:block];
+    if (queue == dispatch_get_main_queue()) {
+        [work performSelectorOnMainThread:@selector(run) withObject:nil waitUntilDone:NO];
+    } else {
+        [NSThread detachNewThreadSelector:@selector(run) toTarget:work withObject:nil];
+    }
 }
 
 void dispatch_after(dispatch_time_t when, dispatch_queue_t /*queue*/, dispatch_block_t block) {
@@ -55,6 +67,35 @@ void dispatch_after(dispatch_time_t when, dispatch_queue_t /*queue*/, dispatch_b
                                    selector:@selector(run)
                                    userInfo:nil
                                     repeats:NO];
+}
+
+@interface PWTestSemaphore : NSObject <OS_dispatch_semaphore>
+@end
+
+@implementation PWTestSemaphore {
+  @public
+    std::unique_ptr<std::counting_semaphore<>> _semaphore;
+}
+@end
+
+dispatch_semaphore_t dispatch_semaphore_create(intptr_t value) {
+    PWTestSemaphore* const made = [[PWTestSemaphore alloc] init];
+    made->_semaphore = std::make_unique<std::counting_semaphore<>>(value);
+    return made;
+}
+
+intptr_t dispatch_semaphore_wait(dispatch_semaphore_t semaphore, dispatch_time_t timeout) {
+    auto& counted = *static_cast<PWTestSemaphore*>(semaphore)->_semaphore;
+    if (timeout == DISPATCH_TIME_FOREVER) {
+        counted.acquire();
+        return 0;
+    }
+    return counted.try_acquire_for(std::chrono::nanoseconds(timeout)) ? 0 : 1;
+}
+
+intptr_t dispatch_semaphore_signal(dispatch_semaphore_t semaphore) {
+    static_cast<PWTestSemaphore*>(semaphore)->_semaphore->release();
+    return 0;
 }
 
 CFTypeID CFBooleanGetTypeID() {

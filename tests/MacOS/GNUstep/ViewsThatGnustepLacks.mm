@@ -3,6 +3,7 @@
 #import <AppKit/AppKit.h>
 #import <objc/runtime.h>
 
+#include <algorithm>
 #include <map>
 
 @implementation NSTextField (Missing)
@@ -46,6 +47,66 @@
 
 #pragma clang diagnostic pop
 
+namespace {
+
+NSMutableArray<NSLayoutConstraint*>* activeConstraints() {
+    static NSMutableArray* const active = [NSMutableArray array];
+    return active;
+}
+
+/// Constraints do not own their views.
+NSMutableArray<NSView*>* constrainedViews() {
+    static NSMutableArray* const views = [NSMutableArray array];
+    return views;
+}
+
+/// Gives the views the smallest frames that satisfy the constraint, which is one of those that the
+/// program has.
+void apply(NSLayoutConstraint* constraint) {
+    NSView* const first = [constraint firstItem];
+    NSView* const second = [constraint secondItem];
+    NSRect frame = first.frame;
+    switch ([constraint firstAttribute]) {
+    case NSLayoutAttributeWidth:
+        frame.size.width =
+            std::max(NSWidth(frame), second ? NSWidth(second.frame) : [constraint constant]);
+        break;
+    case NSLayoutAttributeCenterX:
+        frame.origin.x = NSMidX(second.bounds) - NSWidth(frame) / 2;
+        break;
+    case NSLayoutAttributeTop:
+        frame.size.height = std::max(NSHeight(frame), 20.0);
+        [second setFrameSize:NSMakeSize(NSWidth(second.frame),
+                                        std::max(NSHeight(second.frame), NSHeight(frame)))];
+        break;
+    default:
+        break;
+    }
+    first.frame = frame;
+}
+
+} // namespace
+
+// GNUstep's own records them and does nothing with them.
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wobjc-protocol-method-implementation"
+
+@implementation NSLayoutConstraint (Missing)
+
++ (void)activateConstraints:(NSArray*)constraints {
+    for (NSLayoutConstraint* constraint in constraints) {
+        [activeConstraints() addObject:constraint];
+        [constrainedViews() addObject:[constraint firstItem]];
+        if ([constraint secondItem] != nil) {
+            [constrainedViews() addObject:[constraint secondItem]];
+        }
+    }
+}
+
+@end
+
+#pragma clang diagnostic pop
+
 @implementation NSView (Missing)
 
 /// Without animation: the final value applies at once.
@@ -53,8 +114,18 @@
     return self;
 }
 
-/// Constraints have no effect.
+- (void)setTranslatesAutoresizingMaskIntoConstraints:(BOOL)translates {
+}
+
 - (void)layoutSubtreeIfNeeded {
+    // A container grows with what it contains, which is then centred in it.
+    for (int pass = 0; pass < 3; ++pass) {
+        for (NSLayoutConstraint* constraint in activeConstraints()) {
+            if ([[constraint firstItem] isDescendantOf:self]) {
+                apply(constraint);
+            }
+        }
+    }
 }
 
 @end
@@ -188,6 +259,12 @@ std::map<const void*, NSViewController*>& controllers() {
     return *set;
 }
 
+/// The subtitles of the windows that have one.
+std::map<const void*, NSString*>& subtitles() {
+    static auto* const set = new std::map<const void*, NSString*>;
+    return *set;
+}
+
 IMP originalOrderWindow;
 
 void orderWindowAndTellController(NSWindow* self,
@@ -213,12 +290,21 @@ void orderWindowAndTellController(NSWindow* self,
 
 @implementation NSWindow (Missing)
 
+- (NSString*)subtitle {
+    return subtitles()[(__bridge const void*)self];
+}
+
+- (void)setSubtitle:(NSString*)subtitle {
+    subtitles()[(__bridge const void*)self] = subtitle;
+}
+
 - (NSViewController*)contentViewController {
     const auto found = controllers().find((__bridge const void*)self);
     return found == controllers().end() ? nil : found->second;
 }
 
-/// As the real one does, this gives the window the size of the controller's view.
+/// As the real one does, this gives the window the size of the controller's view, below its title
+/// bar.
 - (void)setContentViewController:(NSViewController*)controller {
     if (originalOrderWindow == nullptr) {
         originalOrderWindow = replaceMethod([NSWindow class],
@@ -231,7 +317,9 @@ void orderWindowAndTellController(NSWindow* self,
         return;
     }
     controllers()[(__bridge const void*)self] = controller;
+    const NSPoint topLeft = NSMakePoint(NSMinX(self.frame), NSMaxY(self.frame));
     [self setContentSize:controller.view.frame.size];
+    [self setFrameTopLeftPoint:topLeft];
     self.contentView = controller.view;
 }
 

@@ -61,8 +61,16 @@ typedef enum NSStackViewDistribution : NSInteger {
 #pragma clang poison NSCenterTextAlignment NSNaturalTextAlignment NSLeftTextAlignment
 #pragma clang poison NSStringPboardType NSHTMLPboardType
 
+typedef enum NSPasteboardAccessBehavior : NSInteger {
+    NSPasteboardAccessBehaviorDefault,
+    NSPasteboardAccessBehaviorAsk,
+    NSPasteboardAccessBehaviorAlwaysAllow,
+    NSPasteboardAccessBehaviorAlwaysDeny,
+} NSPasteboardAccessBehavior;
+
 @interface NSPasteboard (Present)
 - (NSInteger)clearContents;
+@property(readonly) NSPasteboardAccessBehavior accessBehavior API_AVAILABLE(macos(15.4));
 @end
 
 @interface NSStatusItem (Present)
@@ -159,6 +167,13 @@ typedef enum NSStackViewDistribution : NSInteger {
 
 @interface NSWindow (Present)
 @property(nonatomic, strong) NSViewController* contentViewController;
+@property(nonatomic, copy) NSString* subtitle API_AVAILABLE(macos(11.0));
+@end
+
+// The real one has it in the delegate's protocol.
+@interface NSObject (ApplicationDelegate)
+- (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)application
+    API_AVAILABLE(macos(12.0));
 @end
 
 @interface NSApplication (Present)

@@ -4,12 +4,16 @@
 #include <stdint.h>
 
 OS_OBJECT_DECL(dispatch_queue);
+OS_OBJECT_DECL(dispatch_semaphore);
 
 @protocol OS_dispatch_queue_serial <OS_dispatch_queue>
 @end
 @protocol OS_dispatch_queue_main <OS_dispatch_queue_serial>
 @end
 typedef NSObject<OS_dispatch_queue_main>* dispatch_queue_main_t;
+@protocol OS_dispatch_queue_global <OS_dispatch_queue>
+@end
+typedef NSObject<OS_dispatch_queue_global>* dispatch_queue_global_t;
 
 #ifdef __cplusplus
 extern "C" {
@@ -45,6 +49,15 @@ static inline dispatch_queue_main_t dispatch_get_main_queue(void) {
     return (__bridge dispatch_queue_main_t)(void*)&_dispatch_main_q;
 }
 
+enum : unsigned int {
+    QOS_CLASS_USER_INTERACTIVE = 0x21,
+    QOS_CLASS_USER_INITIATED = 0x19,
+    QOS_CLASS_DEFAULT = 0x15,
+    QOS_CLASS_UTILITY = 0x11,
+    QOS_CLASS_BACKGROUND = 0x09,
+};
+
+dispatch_queue_global_t dispatch_get_global_queue(intptr_t identifier, uintptr_t flags);
 dispatch_time_t dispatch_time(dispatch_time_t when, int64_t nanoseconds);
 void dispatch_async(dispatch_queue_t queue, dispatch_block_t block);
 void dispatch_async_f(dispatch_queue_t queue, void* context, dispatch_function_t work);
@@ -57,6 +70,9 @@ OS_OBJECT_RETURNS_RETAINED dispatch_block_t dispatch_block_create(dispatch_block
                                                                   dispatch_block_t block);
 void dispatch_block_cancel(dispatch_block_t block);
 long dispatch_block_testcancel(dispatch_block_t block);
+OS_OBJECT_RETURNS_RETAINED dispatch_semaphore_t dispatch_semaphore_create(intptr_t value);
+intptr_t dispatch_semaphore_wait(dispatch_semaphore_t semaphore, dispatch_time_t timeout);
+intptr_t dispatch_semaphore_signal(dispatch_semaphore_t semaphore);
 void dispatch_assert_queue(dispatch_queue_t queue);
 
 #ifdef __cplusplus
