@@ -61,7 +61,13 @@ struct NoPlatform {
     std::string reason;
 };
 
-using PlatformOrNot = std::variant<std::unique_ptr<Platform>, AlreadyRunning, NoPlatform>;
+/// The program was started with an argument that the system's toolkit does not know either.
+struct UnknownArgument {
+    std::string argument;
+};
+
+using PlatformOrNot =
+    std::variant<std::unique_ptr<Platform>, AlreadyRunning, NoPlatform, UnknownArgument>;
 
 /// Makes the platform of the system that the program was built for. Called once, before anything
 /// else; `argc` and `argv` are main's and outlive the platform.

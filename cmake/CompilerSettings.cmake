@@ -30,6 +30,17 @@ target_compile_options(pastewise_settings INTERFACE
   # Keeps paths of the build machine out of the binaries.
   "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
 
+# What is shipped on Linux makes an error in memory hard to exploit.
+if(CMAKE_BUILD_TYPE STREQUAL "Release" AND CMAKE_SYSTEM_NAME STREQUAL "Linux")
+  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+  include(CheckPIESupported)
+  check_pie_supported()
+  target_compile_options(pastewise_settings INTERFACE
+    -fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2
+    "$<$<STREQUAL:${CMAKE_SYSTEM_PROCESSOR},x86_64>:-fcf-protection>")
+  target_link_options(pastewise_settings INTERFACE -Wl,-z,relro,-z,now)
+endif()
+
 if(PASTEWISE_SANITIZERS)
   target_compile_options(pastewise_settings INTERFACE
     "-fsanitize=${PASTEWISE_SANITIZERS}" -fno-sanitize-recover=all -fno-omit-frame-pointer)

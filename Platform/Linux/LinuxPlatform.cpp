@@ -283,6 +283,10 @@ PlatformOrNot makePlatform(int& argc, char** argv) {
     setenv("QT_NO_XDG_DESKTOP_PORTAL", "1", 1);
 
     auto process = std::make_unique<DesktopProcess>(argc, argv);
+    // The toolkit has removed its own arguments.
+    if (argc > 1) {
+        return UnknownArgument{argv[1]};
+    }
     switch (process->instance()) {
     case Instance::first:
         break;
