@@ -1,0 +1,7 @@
+complete -c pastewise-convert -s p -l plain -d 'Write the cleaned lines'
+complete -c pastewise-convert -s c -l count -d 'Write the number of sticky notes'
+complete -c pastewise-convert -s j -l json -d 'Write HTML, plain text and count as JSON'
+complete -c pastewise-convert -s 0 -l null -d 'NUL separates items'
+complete -c pastewise-convert -s o -l output -r -F -d 'Write to a file'
+complete -c pastewise-convert -s h -l help -d 'Show how to use it'
+complete -c pastewise-convert -s V -l version -d 'Show the version'
