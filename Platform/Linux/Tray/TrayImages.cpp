@@ -16,7 +16,7 @@ namespace platform {
 
 namespace {
 
-/// In points; at least a pixel.
+/// In points; rounded to whole pixels, at least one.
 constexpr double outlineWidth = 0.75;
 
 /// Font metrics are whole pixels, so they are taken from a large font and scaled down.
@@ -107,6 +107,64 @@ QImage withContrastOutline(const QImage& shape, double width) {
     return result;
 }
 
+/// The edges of an outline along one axis, in order: where they are, and the pixel where they
+/// belong.
+using Edges = std::vector<std::pair<double, double>>;
+
+/// Keeps distances from the first edge: strokes of one width stay so.
+Edges wholePixels(std::vector<double> positions) {
+    std::sort(positions.begin(), positions.end());
+    const double first = positions.front();
+    Edges edges{{first, std::round(first)}};
+    for (const double position : positions) {
+        // What is closer to the edge before it is no stroke, but part of a curve.
+        if (position - edges.back().first > 0.5) {
+            const double pixel = edges.front().second + std::round(position - first);
+            edges.emplace_back(position, std::max(pixel, edges.back().second + 1));
+        }
+    }
+    return edges;
+}
+
+/// Moves a position with the edges around it.
+double moved(double position, const Edges& edges) {
+    const auto next =
+        std::lower_bound(edges.begin() + 1, edges.end() - 1, std::pair(position, 0.0));
+    const auto& [low, lowPixel] = *(next - 1);
+    const auto& [high, highPixel] = *next;
+    return lowPixel + ((position - low) * (highPixel - lowPixel) / (high - low));
+}
+
+/// Fits an outline, in pixels, to whole pixels: its extent, and its horizontal and vertical edges.
+/// Otherwise they are grey at the sizes of tray icons.
+QPainterPath fitted(QPainterPath outline) {
+    const QRectF extent = outline.boundingRect();
+    std::vector<double> columns{extent.left(), extent.right()};
+    std::vector<double> rows{extent.top(), extent.bottom()};
+    for (int index = 1; index < outline.elementCount(); ++index) {
+        const QPointF from = outline.elementAt(index - 1);
+        const QPainterPath::Element to = outline.elementAt(index);
+        constexpr double tolerance = 0.01;
+        if (to.isLineTo() && std::abs(to.x - from.x()) < tolerance) {
+            columns.push_back(to.x);
+        }
+        if (to.isLineTo() && std::abs(to.y - from.y()) < tolerance) {
+            rows.push_back(to.y);
+        }
+    }
+    const Edges vertical = wholePixels(std::move(columns));
+    const Edges horizontal = wholePixels(std::move(rows));
+    if (vertical.size() < 2 || horizontal.size() < 2) {
+        return outline;
+    }
+    for (int index = 0; index < outline.elementCount(); ++index) {
+        const QPointF point = outline.elementAt(index);
+        outline.setElementPositionAt(
+            index, moved(point.x(), vertical), moved(point.y(), horizontal));
+    }
+    return outline;
+}
+
 /// Draws with a painter whose coordinates are points with the origin in the upper left corner.
 class PainterCanvas final : public Canvas {
   public:
@@ -138,6 +196,8 @@ class PainterCanvas final : public Canvas {
         painter_.setRenderHint(QPainter::Antialiasing);
         painter_.translate(at.x, height_ - at.y);
         painter_.scale(scale, scale);
+        path = fitted(painter_.transform().map(path));
+        painter_.resetTransform();
         painter_.fillPath(path, painted(color));
         painter_.restore();
     }
@@ -164,7 +224,8 @@ QImage DrawnImage::render(QSize pixels) const {
     PainterCanvas canvas(painter, drawnSize_.height);
     draw_(canvas);
     painter.end();
-    return isTemplate_ ? withContrastOutline(image, std::max(1.0, outlineWidth * scale)) : image;
+    return isTemplate_ ? withContrastOutline(image, std::max(1.0, std::round(outlineWidth * scale)))
+                       : image;
 }
 
 std::shared_ptr<Image> TrayImages::draw(Size size, std::function<void(Canvas&)> draw) {

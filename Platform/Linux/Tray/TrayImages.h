@@ -9,8 +9,9 @@
 
 namespace platform {
 
-/// An image that is drawn for each number of pixels and never scaled. Texts are drawn as outlines
-/// and measured without rounding to pixels, so that it is the same picture at every size.
+/// An image that is drawn for each number of pixels and never scaled. Texts are measured without
+/// rounding to pixels; their outlines are fitted to the pixels of each size, so that edges are
+/// sharp.
 class DrawnImage final : public Image {
   public:
     DrawnImage(Size size, std::function<void(Canvas&)> draw);

@@ -71,19 +71,35 @@ QImage referenceGlyph(const QString& text, int side) {
     return large.scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-/// The mean difference in opacity, from 0 to 1, over the pixels that one of the images covers.
-double difference(const QImage& left, const QImage& right) {
-    double sum = 0;
-    int count = 0;
-    for (int y = 0; y < left.height(); ++y) {
-        for (int x = 0; x < left.width(); ++x) {
-            const int one = qAlpha(left.pixel(x, y));
-            const int other = qAlpha(right.pixel(x, y));
-            sum += std::abs(one - other);
-            count += one != 0 || other != 0 ? 1 : 0;
+/// Whether each pixel that one image covers has one that the other covers beside it.
+bool isWithinAPixelOf(const QImage& image, const QImage& other) {
+    const auto covers = [](const QImage& picture, int x, int y, int opacity) {
+        return picture.valid(x, y) && qAlpha(picture.pixel(x, y)) >= opacity;
+    };
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            bool isNear = false;
+            for (int i = 0; i < 9; ++i) {
+                isNear = isNear || covers(other, x + i % 3 - 1, y + i / 3 - 1, 96);
+            }
+            if (covers(image, x, y, 160) && !isNear) {
+                return false;
+            }
         }
     }
-    return count == 0 ? 1 : sum / count / 255;
+    return true;
+}
+
+/// How many pixels are neither clear nor opaque.
+int softCount(const QImage& image) {
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const int opacity = qAlpha(image.pixel(x, y));
+            count += opacity > 0 && opacity < 255 ? 1 : 0;
+        }
+    }
+    return count;
 }
 
 double luminance(const QColor& color) {
@@ -191,12 +207,53 @@ TEST_P(TrayGlyphTests, EverySizeIsDrawnAndNotScaled) {
         const QImage drawn = image->render({side, side});
         const QImage reference = referenceGlyph(QString::fromStdString(GetParam()), side);
         ASSERT_EQ(drawn.size(), QSize(side, side));
-        EXPECT_LT(difference(drawn, reference), 0.05) << side;
+        EXPECT_TRUE(isWithinAPixelOf(drawn, reference)) << side;
+        EXPECT_TRUE(isWithinAPixelOf(reference, drawn)) << side;
+        EXPECT_LE(softCount(drawn), softCount(reference)) << side;
     }
     // The same measure for an image that is scaled.
     const QImage scaled =
         image->render({18, 18}).scaled(64, 64, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    EXPECT_GT(difference(scaled, referenceGlyph(QString::fromStdString(GetParam()), 64)), 0.08);
+    EXPECT_GT(softCount(scaled),
+              2 * softCount(referenceGlyph(QString::fromStdString(GetParam()), 64)));
+}
+
+/// The smallest rectangle outside of which everything is clear.
+QRect shapeOf(const QImage& image) {
+    QRect shape;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (qAlpha(image.pixel(x, y)) != 0) {
+                shape |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    return shape;
+}
+
+TEST_F(TrayImagesTests, TheEdgesOfLettersFallOnWholePixels) {
+    const auto image = std::dynamic_pointer_cast<DrawnImage>(tray_test::drawGlyph(images_, "P"));
+    for (const int side : {16, 18, 22, 24, 32, 48}) {
+        const QImage pixels = image->render({side, side});
+        const QRect shape = shapeOf(pixels);
+        // Left edge, and the foot, across which there are two vertical edges and a horizontal one.
+        for (int y = shape.top(); y <= shape.bottom(); ++y) {
+            EXPECT_EQ(qAlpha(pixels.pixel(shape.left(), y)), 255) << side << ", row " << y;
+        }
+        int footWidth = 0;
+        for (int x = shape.left(); x <= shape.right(); ++x) {
+            const int opacity = qAlpha(pixels.pixel(x, shape.bottom()));
+            EXPECT_TRUE(opacity == 0 || opacity == 255) << side << ", column " << x;
+            footWidth += opacity == 255 ? 1 : 0;
+        }
+        EXPECT_GE(footWidth, 2);
+        // Upper edge of the bowl and both edges of its counter, left of where it curves.
+        const int x = shape.left() + footWidth;
+        for (int y = shape.top(); y <= shape.bottom(); ++y) {
+            const int opacity = qAlpha(pixels.pixel(x, y));
+            EXPECT_TRUE(opacity == 0 || opacity == 255) << side << ", row " << y;
+        }
+    }
 }
 
 TEST_P(TrayGlyphTests, NothingIsCutOff) {
