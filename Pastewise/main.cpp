@@ -17,7 +17,8 @@ constexpr const char* help =
     "  --help     write this help\n"
     "  --version  write the version\n"
     "\n"
-    "The exit status is 0 after a normal end, 1 if the program cannot run in this session, and 2 if\n"
+    "The exit status is 0 after a normal end, 1 if the program cannot run in this session, and 2 "
+    "if\n"
     "the arguments are invalid.\n";
 
 } // namespace
@@ -41,10 +42,8 @@ int main(int argc, char** argv) {
         return 1;
     }
     if (const auto* unknown = std::get_if<platform::UnknownArgument>(&made)) {
-        std::fprintf(stderr,
-                     "pastewise: unknown argument: %s\n%s",
-                     unknown->argument.c_str(),
-                     help);
+        std::fprintf(
+            stderr, "pastewise: unknown argument: %s\n%s", unknown->argument.c_str(), help);
         return 2;
     }
     return pastewise::PastewiseApp(*std::get<std::unique_ptr<platform::Platform>>(made)).main();

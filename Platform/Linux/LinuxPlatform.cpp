@@ -10,6 +10,7 @@
 #include "Platform/Linux/Qt/QtToolkit.h"
 #include "Platform/Linux/Qt/QtWindow.h"
 #include "Platform/Linux/SessionChoice.h"
+#include "Platform/Linux/Store/Autostart.h"
 #include "Platform/Linux/Store/FileUserDefaults.h"
 #include "Platform/Linux/TerminationSignals.h"
 #include "Platform/Linux/Tray/TrayImages.h"
@@ -210,7 +211,8 @@ struct LinuxServices {
     LinuxAccessibilityTrust accessibilityTrust;
     QtAlerts alerts;
     QtWorkspace workspace;
-    DBusApplication application{bringAllToFront};
+    DBusApplication application{bringAllToFront,
+                                [](bool isEnabled) { return Autostart().setEnabled(isEnabled); }};
     TrayImages images;
     TrayStatusBar statusBar{display.makeTrayManagerSelection};
     QtToolkit toolkit;

@@ -1,5 +1,6 @@
 #include "tests/Desktop/ResidentTest.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
@@ -7,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -28,6 +30,32 @@ constexpr std::array<std::string_view, 11> launchSteps{
     "Application launched successfully"};
 
 class LaunchTests : public ResidentTest {};
+
+TEST_F(LaunchTests, WritesVersionAndHelpWithoutADisplay) {
+    for (const auto& [argument, start] :
+         {std::pair{"--version", "pastewise "}, {"--help", "Usage: pastewise "}}) {
+        ChildProcess program({PASTEWISE_PROGRAM, argument}, {.environment = {{"DISPLAY", ""}}});
+        EXPECT_EQ(program.waitForExit(), 0) << program.standardError();
+        EXPECT_THAT(program.standardOutput(), testing::StartsWith(start));
+    }
+}
+
+TEST_F(LaunchTests, RefusesAnUnknownArgumentAndLeavesTheRunningProgramAlone) {
+    startProgram();
+    ChildProcess second({PASTEWISE_PROGRAM, "--verbose"}, {.environment = session_.environment()});
+    EXPECT_EQ(second.waitForExit(), 2);
+    EXPECT_THAT(second.standardError(),
+                testing::StartsWith("pastewise: unknown argument: --verbose\nUsage: pastewise "));
+    EXPECT_EQ(preferencesWindowCount(), 0U);
+}
+
+TEST_F(LaunchTests, AcceptsTheArgumentsOfTheToolkit) {
+    program_ = std::make_unique<ChildProcess>(
+        std::vector<std::string>{PASTEWISE_PROGRAM, "-style", "fusion"},
+        ChildProcess::Options{.environment = session_.environment()});
+    EXPECT_TRUE(program_->waitForOutput("Checking accessibility permissions..."))
+        << program_->standardError();
+}
 
 TEST_F(LaunchTests, OutputArrivesThroughAPipeWhileTheProgramRuns) {
     startProgram();

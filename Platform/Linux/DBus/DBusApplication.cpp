@@ -51,8 +51,9 @@ void callBus(const QDBusConnection& bus,
 
 } // namespace
 
-DBusApplication::DBusApplication(std::function<void()> bringToFront)
-    : bringToFront_(std::move(bringToFront)) {}
+DBusApplication::DBusApplication(std::function<void()> bringToFront,
+                                 std::function<QString(bool)> setStartsAtLogin)
+    : bringToFront_(std::move(bringToFront)), setStartsAtLogin_(std::move(setStartsAtLogin)) {}
 
 void DBusApplication::joinBus(QDBusConnection bus) {
     // The object comes before the name: whoever sees the name can call it.
@@ -122,6 +123,11 @@ void DBusApplication::ActivateAction(const QString& name,
         carryOutLater(&Requests::openPreferences);
     } else if (name == "quit") {
         terminate();
+    } else if (name == "start-at-login" || name == "no-start-at-login") {
+        const QString reason = setStartsAtLogin_(name == "start-at-login");
+        if (!reason.isEmpty()) {
+            sendErrorReply(QDBusError::Failed, reason);
+        }
     } else {
         sendErrorReply(QDBusError::InvalidArgs, "There is no such action");
     }

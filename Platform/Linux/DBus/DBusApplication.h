@@ -5,6 +5,7 @@
 #include <QDBusConnection>
 #include <QDBusContext>
 #include <QObject>
+#include <QString>
 #include <QStringList>
 #include <QVariantList>
 #include <QVariantMap>
@@ -16,8 +17,9 @@
 namespace platform {
 
 /// The running program as an object on the session bus: org.freedesktop.Application with the
-/// actions "convert", "preferences" and "quit", under the application's identifier as its name.
-/// Callers get their reply before the request is carried out.
+/// actions "convert", "preferences", "quit", "start-at-login" and "no-start-at-login", under the
+/// application's identifier as its name. Callers get their reply before a request is carried out,
+/// but after a change of the start at login.
 ///
 /// Needs the QCoreApplication, whose event loop carries out the requests. Main thread only.
 class DBusApplication final : public QObject, public Application, protected QDBusContext {
@@ -25,8 +27,10 @@ class DBusApplication final : public QObject, public Application, protected QDBu
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
   public:
-    /// `bringToFront` does so with the program's windows.
-    explicit DBusApplication(std::function<void()> bringToFront);
+    /// `bringToFront` does so with the program's windows. `setStartsAtLogin` returns the reason if
+    /// it fails, else an empty text.
+    DBusApplication(std::function<void()> bringToFront,
+                    std::function<QString(bool)> setStartsAtLogin);
 
     /// Exports the program on a bus and takes its name there. If another process owns the name, it
     /// is asked to open its preferences, and this process terminates once it has replied. If it
@@ -62,6 +66,7 @@ class DBusApplication final : public QObject, public Application, protected QDBu
     void carryOutLater(Request request);
 
     std::function<void()> bringToFront_;
+    std::function<QString(bool)> setStartsAtLogin_;
     std::optional<Requests> requests_;
     std::vector<Request> earlyRequests_;
 };

@@ -48,7 +48,12 @@ class Instance {
              .openPreferences = [this] { requests.emplace_back("preferences"); }});
     }
 
-    DBusApplication application{[] {}};
+    DBusApplication application{[] {},
+                                [this](bool isEnabled) {
+                                    requests.emplace_back(isEnabled ? "at login" : "not at login");
+                                    return reason;
+                                }};
+    QString reason;     ///< Why the start at login cannot be changed.
     QString uniqueName; ///< Empty until the bus is joined.
     std::vector<std::string> requests;
 
@@ -114,6 +119,18 @@ class RunningApplicationTests : public DBusApplicationTests {
 
     Instance first_{bus_};
 };
+
+TEST_F(RunningApplicationTests, ChangesWhetherItStartsAtLogin) {
+    EXPECT_EQ(callApplication("ActivateAction", {"start-at-login", "[]", "{}"}), "()\n");
+    EXPECT_EQ(callApplication("ActivateAction", {"no-start-at-login", "[]", "{}"}), "()\n");
+    EXPECT_THAT(first_.requests, ElementsAre("at login", "not at login"));
+}
+
+TEST_F(RunningApplicationTests, SaysWhyItCannotStartAtLogin) {
+    first_.reason = "There is no space left";
+    EXPECT_THAT(callApplication("ActivateAction", {"start-at-login", "[]", "{}"}),
+                HasSubstr("There is no space left"));
+}
 
 TEST_F(RunningApplicationTests, Converts) {
     first_.setRequests();
