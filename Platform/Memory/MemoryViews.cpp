@@ -71,6 +71,7 @@ MemoryToolkit::makeWindow(Rect contentRect, WindowStyle style, WindowBacking bac
 }
 
 std::shared_ptr<View> MemoryToolkit::makeView(Rect frame) {
+    note("make view");
     return std::make_shared<MemoryView>(frame);
 }
 

@@ -196,6 +196,7 @@ class MemoryButton final : public MemoryViewOf<Button>, public Journaled {
     }
 
     void animateAlpha(double alpha, std::chrono::milliseconds duration) override {
+        note("animate");
         alphaAnimations_.push_back({.alpha = alpha, .duration = duration});
     }
 

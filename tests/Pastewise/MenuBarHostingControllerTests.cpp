@@ -8,6 +8,7 @@
 #include "Platform/Memory/MemoryTime.h"
 #include "Platform/Memory/MemoryUserDefaults.h"
 #include "Platform/Memory/MemoryViews.h"
+#include "tests/Support/CallOrder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -41,7 +42,7 @@ class MenuBarHostingControllerTests : public testing::Test {
     platform::MemoryUserDefaults userDefaults_;
     platform::MemoryClock clock_{mainQueue_};
     platform::MemoryCalendar calendar_;
-    platform::MemoryToolkit toolkit_;
+    platform::MemoryToolkit toolkit_{sink_.journal()};
     foundation::LoggerFactory loggers_{sink_, "com.app.pastewise"};
     foundation::NotificationCenter notificationCenter_{mainQueue_};
     pastewise::AnalyticsManager analytics_{
@@ -76,6 +77,8 @@ TEST_F(MenuBarHostingControllerTests, ShowsAnEmptyViewWithoutAHostingView) {
     EXPECT_THAT(sink_.messages(),
                 ElementsAre("debug: loadView triggered; configuring hosting view",
                             "error: Hosting view is nil during loadView"));
+    EXPECT_TRUE(testing_support::madeInOrder(
+        *sink_.journal(), {"log error: Hosting view is nil during loadView", "make view"}));
 }
 
 TEST_F(MenuBarHostingControllerTests, LogsTheFrameOfALayoutBeforeLayingOutTheHostingView) {

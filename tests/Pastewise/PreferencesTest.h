@@ -6,6 +6,7 @@
 #include "HotKey/HotKeysController.h"
 #include "HotKey/ModifierFlags.h"
 #include "Pastewise/ShortcutManager.h"
+#include "Platform/Memory/Journal.h"
 #include "Platform/Memory/MemoryEventHotKeyService.h"
 #include "Platform/Memory/MemoryKeyDownMonitors.h"
 #include "Platform/Memory/MemoryLogSink.h"
@@ -92,12 +93,13 @@ class PreferencesTest : public testing::Test {
         return {{"keyCode", keyCode}, {"modifiers", modifiers}};
     }
 
-    platform::MemoryMainQueue mainQueue_;
+    std::shared_ptr<platform::Journal> journal_ = std::make_shared<platform::Journal>();
+    platform::MemoryMainQueue mainQueue_{journal_};
     platform::MemoryLogSink sink_;
-    platform::MemoryUserDefaults userDefaults_;
-    platform::MemoryEventHotKeyService hotKeyService_;
-    platform::MemoryKeyDownMonitors keyDownMonitors_;
-    platform::MemoryToolkit toolkit_;
+    platform::MemoryUserDefaults userDefaults_{journal_};
+    platform::MemoryEventHotKeyService hotKeyService_{journal_};
+    platform::MemoryKeyDownMonitors keyDownMonitors_{journal_};
+    platform::MemoryToolkit toolkit_{journal_};
     foundation::LoggerFactory loggers_{sink_, "com.app.pastewise"};
     foundation::NotificationCenter notificationCenter_{mainQueue_};
     hotkey::HotKeysController hotKeys_{hotKeyService_};

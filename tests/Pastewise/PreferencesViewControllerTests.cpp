@@ -1,6 +1,7 @@
 #include "Pastewise/PreferencesViewController.h"
 #include "tests/Pastewise/PreferencesTest.h"
 #include "tests/Pastewise/ViewOutline.h"
+#include "tests/Support/CallOrder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -171,6 +172,62 @@ TEST_F(PreferencesViewControllerTests, DimsTheRecordButtonWhileRecording) {
 }
 
 // From state to state
+
+TEST_F(PreferencesViewControllerTests, ShowsEachStepOfARecordingInOrder) {
+    static_cast<void>(views());
+    journal_->clear();
+    press(views().recordButton);
+    EXPECT_THAT(journal_->calls(),
+                ElementsAre("button Stop Recording",
+                            std::string("label ") + waitingText,
+                            "animate",
+                            "queue 100 ms",
+                            "add monitor"));
+    journal_->clear();
+    press(views().recordButton);
+    EXPECT_THAT(journal_->calls(),
+                ElementsAre("button Record Shortcut",
+                            std::string("label ") + readyText,
+                            "animate",
+                            "remove monitor"));
+    press(views().recordButton);
+    journal_->clear();
+    reachesWindow(key_code::k, command);
+    EXPECT_THAT(journal_->calls(),
+                ElementsAre("unregister 1",
+                            "register 40 0x100 as QZhk 2",
+                            "store userDefinedShortcut",
+                            "read userDefinedShortcut",
+                            "label \u2318K",
+                            "remove monitor",
+                            "button Record New Shortcut",
+                            std::string("label ") + completedText,
+                            "animate",
+                            "queue 1500 ms"));
+}
+
+TEST_F(PreferencesViewControllerTests, ShowsAResetAndItsDisappearanceInOrder) {
+    record();
+    journal_->clear();
+    press(views().resetButton);
+    EXPECT_TRUE(testing_support::madeInOrder(*journal_,
+                                             {"remove userDefinedShortcut",
+                                              "store userDefinedShortcut",
+                                              "label \u2318G",
+                                              "remove monitor",
+                                              "button Record Shortcut",
+                                              "label Ready to record - Click 'Record Shortcut' to "
+                                              "begin",
+                                              "animate"}));
+    record();
+    journal_->clear();
+    controller_->viewDidDisappear();
+    EXPECT_THAT(journal_->calls(),
+                ElementsAre("remove monitor",
+                            "button Record Shortcut",
+                            std::string("label ") + readyText,
+                            "animate"));
+}
 
 TEST_F(PreferencesViewControllerTests, RecordsATenthOfASecondAfterTheButtonIsPressed) {
     press(views().recordButton);
