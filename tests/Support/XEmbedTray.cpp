@@ -22,8 +22,8 @@ using Pointer = std::unique_ptr<Type, Free>;
 
 } // namespace
 
-XEmbedTray::XEmbedTray(const std::string& display)
-    : connection_(xcb_connect(display.c_str(), nullptr)) {
+XEmbedTray::XEmbedTray(const std::string& display, std::int16_t x, std::int16_t y)
+    : connection_(xcb_connect(display.c_str(), nullptr)), x_(x), y_(y) {
     if (xcb_connection_has_error(connection_) != 0) {
         xcb_disconnect(connection_);
         throw std::runtime_error("no connection to " + display);
@@ -41,8 +41,8 @@ XEmbedTray::XEmbedTray(const std::string& display)
                       XCB_COPY_FROM_PARENT,
                       window_,
                       root_,
-                      0,
-                      0,
+                      x_,
+                      y_,
                       iconSide,
                       iconSide,
                       0,
@@ -89,7 +89,8 @@ std::vector<std::uint8_t> XEmbedTray::iconPixels() {
     }
     const Pointer<xcb_get_image_reply_t> image(xcb_get_image_reply(
         connection_,
-        xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, root_, 0, 0, iconSide, iconSide, ~0U),
+        xcb_get_image(
+            connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, root_, x_, y_, iconSide, iconSide, ~0U),
         nullptr));
     if (!image) {
         return {};
@@ -100,8 +101,11 @@ std::vector<std::uint8_t> XEmbedTray::iconPixels() {
 
 void XEmbedTray::clickIcon(int button) {
     const auto detail = static_cast<std::uint8_t>(button);
+    const auto middle = [](std::int16_t start) {
+        return static_cast<std::int16_t>(start + iconSide / 2);
+    };
     xcb_test_fake_input(
-        connection_, XCB_MOTION_NOTIFY, 0, XCB_CURRENT_TIME, root_, iconSide / 2, iconSide / 2, 0);
+        connection_, XCB_MOTION_NOTIFY, 0, XCB_CURRENT_TIME, root_, middle(x_), middle(y_), 0);
     xcb_test_fake_input(connection_, XCB_BUTTON_PRESS, detail, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
     xcb_test_fake_input(
         connection_, XCB_BUTTON_RELEASE, detail, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);

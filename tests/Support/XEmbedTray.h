@@ -17,7 +17,8 @@ class XEmbedTray : foundation::Pinned {
     /// The width and height of an icon in pixels.
     static constexpr std::uint16_t iconSide = 22;
 
-    explicit XEmbedTray(const std::string& display);
+    /// `x` and `y` are the place of its upper left corner, where the only icon is.
+    explicit XEmbedTray(const std::string& display, std::int16_t x = 0, std::int16_t y = 0);
     ~XEmbedTray();
 
     /// The number of icons in the tray.
@@ -35,6 +36,8 @@ class XEmbedTray : foundation::Pinned {
     [[nodiscard]] std::uint32_t atom(const std::string& name);
 
     xcb_connection_t* connection_;
+    std::int16_t x_;
+    std::int16_t y_;
     std::uint32_t root_ = 0;
     std::uint32_t window_ = 0;
     std::uint32_t opcodeAtom_ = 0;

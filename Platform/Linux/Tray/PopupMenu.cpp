@@ -4,8 +4,11 @@
 #include "Platform/Linux/Keys/KeyCodes.h"
 
 #include <QAction>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QKeySequence>
+#include <QScreen>
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
@@ -31,6 +34,20 @@ bool isPress(const QKeyEvent& event, const KeyEquivalent& keyEquivalent) {
            event.modifiers() == wanted.keyboardModifiers();
 }
 
+/// The upper left corner of a menu of that size: above or below the icon, or at its side if it is
+/// much closer to the left or right edge of the screen, as in a vertical panel. Qt moves a menu
+/// that would leave the screen or cover a panel.
+QPoint placeBeside(const QRect& icon, QSize menu, const QRect& screen) {
+    const int left = icon.left() - screen.left();
+    const int right = screen.right() - icon.right();
+    const int above = icon.top() - screen.top();
+    const int below = screen.bottom() - icon.bottom();
+    if (std::min(left, right) + icon.width() < std::min(above, below)) {
+        return {left < right ? icon.right() + 1 : icon.left() - menu.width(), icon.top()};
+    }
+    return {icon.left(), above < below ? icon.bottom() + 1 : icon.top() - menu.height()};
+}
+
 } // namespace
 
 PopupMenu::PopupMenu(std::shared_ptr<Menu> menu) : rows_(std::move(menu)) {
@@ -43,9 +60,11 @@ PopupMenu::PopupMenu(std::shared_ptr<Menu> menu) : rows_(std::move(menu)) {
     menu_.installEventFilter(this);
 }
 
-void PopupMenu::popUp(QPoint place) {
+void PopupMenu::popUp(const QRect& icon) {
     rows_->willOpen();
-    menu_.popup(place);
+    const QScreen* const screen = QGuiApplication::screenAt(icon.center());
+    menu_.popup(placeBeside(
+        icon, menu_.sizeHint(), (screen != nullptr ? screen : menu_.screen())->geometry()));
 }
 
 bool PopupMenu::eventFilter(QObject* watched, QEvent* event) {

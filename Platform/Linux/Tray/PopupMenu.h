@@ -4,7 +4,7 @@
 #include "Platform/Menu.h"
 
 #include <QMenu>
-#include <QPoint>
+#include <QRect>
 #include <memory>
 #include <optional>
 
@@ -19,8 +19,8 @@ class PopupMenu final : public QObject {
   public:
     explicit PopupMenu(std::shared_ptr<Menu> menu);
 
-    /// Opens the menu at a place on the screen and returns.
-    void popUp(QPoint place);
+    /// Opens the menu beside an icon on the screen, away from the nearest edge, and returns.
+    void popUp(const QRect& icon);
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -19,6 +19,9 @@ const QString menuPath = "/MenuBar";
 
 constexpr std::chrono::milliseconds settlingTime{300};
 
+/// The usual side of icons in a tray, in points.
+constexpr int usualIconSide = 24;
+
 QDBusMessage busCall(const QString& method) {
     return QDBusMessage::createMethodCall(
         "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method);
@@ -152,7 +155,16 @@ void TrayStatusItem::handleClick() {
     if (!popupMenu_) {
         popupMenu_.emplace(menu_);
     }
-    popupMenu_->popUp(QCursor::pos());
+    popupMenu_->popUp(iconGeometry());
+}
+
+QRect TrayStatusItem::iconGeometry() const {
+    if (xEmbedIcon_) {
+        return xEmbedIcon_->geometry();
+    }
+    // Trays on the bus do not tell where the icon is, but the pointer is on it.
+    constexpr QPoint reach(usualIconSide, usualIconSide);
+    return {QCursor::pos() - reach, QCursor::pos() + reach};
 }
 
 TrayStatusBar::TrayStatusBar(TrayManagerSelectionMaker makeManagerSelection)

@@ -10,6 +10,7 @@
 #include "Platform/StatusBar.h"
 
 #include <QDBusConnection>
+#include <QRect>
 #include <QString>
 #include <QTimer>
 #include <memory>
@@ -40,6 +41,7 @@ class TrayStatusItem final : public StatusItem {
     void moveToHost();
     void makeWindow();
     void handleClick();
+    [[nodiscard]] QRect iconGeometry() const;
 
     std::optional<QDBusConnection> bus_;
     QString service_;

@@ -3,6 +3,7 @@
 #include "Platform/Linux/Tray/TrayImages.h"
 
 #include <QIcon>
+#include <QRect>
 #include <QSystemTrayIcon>
 #include <functional>
 #include <memory>
@@ -23,6 +24,9 @@ class XEmbedIcon {
 
     /// Null shows no icon.
     void setImage(std::shared_ptr<const DrawnImage> image);
+
+    /// On the screen.
+    [[nodiscard]] QRect geometry() const { return icon_.geometry(); }
 
   private:
     QSystemTrayIcon icon_;

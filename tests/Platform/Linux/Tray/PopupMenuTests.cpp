@@ -15,7 +15,7 @@ using testing::ElementsAre;
 
 class PopupMenuTests : public testing::Test {
   protected:
-    PopupMenuTests() { popup_.popUp({10, 10}); }
+    PopupMenuTests() { popup_.popUp({10, 10, 22, 22}); }
 
     static QMenu* open() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
 
@@ -53,7 +53,7 @@ TEST_F(PopupMenuTests, IsRefreshedOncePerOpening) {
     EXPECT_EQ(sample_.openingCount, 1);
     EXPECT_EQ(open()->actions()[0]->text(), "Opened: 1");
     open()->close();
-    popup_.popUp({10, 10});
+    popup_.popUp({10, 10, 22, 22});
     EXPECT_EQ(sample_.openingCount, 2);
 }
 

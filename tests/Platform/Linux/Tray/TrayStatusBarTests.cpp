@@ -8,11 +8,14 @@
 #include <linux/input-event-codes.h>
 
 #include <QMenu>
+#include <QScreen>
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <initializer_list>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -149,7 +152,7 @@ TEST_F(TrayStatusBarTests, NoImageIsShownIfThePositionSaysSo) {
     EXPECT_TRUE(turnUntil([this] { return host_->last("icon")["sizes"].empty(); }));
 }
 
-TEST_F(TrayStatusBarTests, AClickReportedByTheTrayOpensTheMenuAtThePointer) {
+TEST_F(TrayStatusBarTests, AClickReportedByTheTrayOpensTheMenuBesideThePointer) {
     startHost();
     makeItem();
     ASSERT_TRUE(waitForIconInHost());
@@ -159,7 +162,9 @@ TEST_F(TrayStatusBarTests, AClickReportedByTheTrayOpensTheMenuAtThePointer) {
     for (const std::string click : {"activate", "context", "secondary"}) {
         EXPECT_FALSE(ask(click + " 300 200").contains("error"));
         ASSERT_TRUE(turnUntil([] { return openMenu() != nullptr; })) << click;
-        EXPECT_EQ(openMenu()->pos(), QPoint(120, 90));
+        const QRect icon(QPoint(120 - 11, 90 - 11), QSize(22, 22));
+        EXPECT_FALSE(openMenu()->geometry().intersects(icon));
+        EXPECT_TRUE(openMenu()->geometry().intersects(icon.adjusted(-20, -20, 20, 20)));
         EXPECT_EQ(sample_.openingCount, ++openings);
         openMenu()->close();
     }
@@ -415,6 +420,57 @@ TEST_F(TrayStatusBarTests, WithoutBusAndXServerNothingIsShown) {
     QApplication::processEvents();
     EXPECT_TRUE(QApplication::allWidgets().isEmpty());
 }
+
+struct IconPlace {
+    const char* name;
+    std::int16_t x;
+    std::int16_t y;
+    Qt::Edge side; ///< Of the icon, where the menu opens.
+};
+
+void PrintTo(const IconPlace& place, std::ostream* out) {
+    *out << place.name;
+}
+
+class MenuPlaceTests : public TrayStatusBarTests, public testing::WithParamInterface<IconPlace> {};
+
+TEST_P(MenuPlaceTests, IsBesideTheIconAndAwayFromTheEdgeOfTheScreen) {
+    const auto& [name, x, y, side] = GetParam();
+    XEmbedTray tray(session_.display(), x, y);
+    makeItem();
+    ASSERT_TRUE(waitForWindows(tray, 1));
+    tray.clickIcon(1);
+    ASSERT_TRUE(turnUntil([] { return openMenu() != nullptr; }));
+    const QRect icon(x, y, XEmbedTray::iconSide, XEmbedTray::iconSide);
+    const QRect menu = openMenu()->geometry();
+    EXPECT_TRUE(openMenu()->screen()->geometry().contains(menu));
+    switch (side) {
+    case Qt::TopEdge:
+        EXPECT_EQ(menu.bottom(), icon.top() - 1);
+        break;
+    case Qt::BottomEdge:
+        EXPECT_EQ(menu.top(), icon.bottom() + 1);
+        break;
+    case Qt::LeftEdge:
+        EXPECT_EQ(menu.right(), icon.left() - 1);
+        break;
+    case Qt::RightEdge:
+        EXPECT_EQ(menu.left(), icon.right() + 1);
+        break;
+    }
+    // It begins or ends with the icon, unless the screen does.
+    EXPECT_TRUE(menu.adjusted(-1, -1, 1, 1).intersects(icon));
+}
+
+INSTANTIATE_TEST_SUITE_P(Places,
+                         MenuPlaceTests,
+                         testing::Values(IconPlace{"UpperLeft", 0, 0, Qt::BottomEdge},
+                                         IconPlace{"Top", 600, 4, Qt::BottomEdge},
+                                         IconPlace{"Bottom", 600, 774, Qt::TopEdge},
+                                         IconPlace{"LowerRight", 1258, 778, Qt::TopEdge},
+                                         IconPlace{"Left", 4, 300, Qt::RightEdge},
+                                         IconPlace{"Right", 1254, 600, Qt::LeftEdge}),
+                         [](const auto& place) { return std::string(place.param.name); });
 
 /// The keys of rows, pressed in the open menu.
 class MenuKeyTests : public TrayStatusBarTests, public testing::WithParamInterface<const char*> {
