@@ -30,7 +30,7 @@ QVariantMap properties(const MenuItem& item) {
 
 } // namespace
 
-DBusMenu::DBusMenu() {
+DBusMenu::DBusMenu(std::function<void()> trayWillOpen) : trayWillOpen_(std::move(trayWillOpen)) {
     registerStatusNotifierTypes();
 }
 
@@ -160,6 +160,7 @@ void DBusMenu::refuse(int id) const {
 /// Returns whether titles have changed that the caller may already have read.
 bool DBusMenu::willOpen() {
     isAnnounced_ = true;
+    trayWillOpen_();
     const uint before = titleChanges_;
     if (const auto menu = menu_) {
         menu->willOpen();

@@ -7,6 +7,7 @@
 #include <QDBusContext>
 #include <QDBusVariant>
 #include <QObject>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -27,7 +28,8 @@ class DBusMenu final : public QObject, protected QDBusContext {
     Q_PROPERTY(QStringList IconThemePath READ iconThemePath CONSTANT)
 
   public:
-    DBusMenu();
+    /// `trayWillOpen` is called when a tray is about to show the menu.
+    explicit DBusMenu(std::function<void()> trayWillOpen = [] {});
 
     /// Null means an empty menu.
     void setMenu(std::shared_ptr<Menu> menu);
@@ -71,6 +73,7 @@ class DBusMenu final : public QObject, protected QDBusContext {
     [[nodiscard]] bool willOpen();
     void handle(int id, const QString& eventName);
 
+    std::function<void()> trayWillOpen_;
     std::shared_ptr<Menu> menu_;
     std::optional<TitleObservers> titleObservers_;
     uint revision_ = 1;

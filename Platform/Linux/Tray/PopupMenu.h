@@ -22,6 +22,8 @@ class PopupMenu final : public QObject {
     /// Opens the menu beside an icon on the screen, away from the nearest edge, and returns.
     void popUp(const QRect& icon);
 
+    void close() { menu_.close(); }
+
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 

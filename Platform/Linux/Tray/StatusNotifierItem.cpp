@@ -1,5 +1,6 @@
 #include "Platform/Linux/Tray/StatusNotifierItem.h"
 
+#include <QDBusError>
 #include <QtEndian>
 #include <array>
 #include <utility>
@@ -20,8 +21,8 @@ IconPixmap pixmap(const DrawnImage& drawing, int side) {
 
 } // namespace
 
-StatusNotifierItem::StatusNotifierItem(std::function<void()> clicked)
-    : clicked_(std::move(clicked)) {
+StatusNotifierItem::StatusNotifierItem(std::function<void()> clicked, std::function<void()> refused)
+    : clicked_(std::move(clicked)), refused_(std::move(refused)) {
     registerStatusNotifierTypes();
 }
 
@@ -48,10 +49,18 @@ QDBusObjectPath StatusNotifierItem::menuPath() const {
     return QDBusObjectPath(isMenu() ? menuPath_ : QString("/NO_DBUSMENU"));
 }
 
-void StatusNotifierItem::reportClick() {
+void StatusNotifierItem::Activate(int /*x*/, int /*y*/) {
+    if (isMenu()) {
+        sendErrorReply(QDBusError::UnknownMethod, "The item has nothing but a menu.");
+        report(refused_);
+    } else {
+        report(clicked_);
+    }
+}
+
+void StatusNotifierItem::report(const std::function<void()>& handler) {
     // The call is answered before the click is handled.
-    QMetaObject::invokeMethod(
-        this, [this] { clicked_(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, handler, Qt::QueuedConnection);
 }
 
 } // namespace platform

@@ -4,6 +4,7 @@
 #include "Platform/Linux/Tray/StatusNotifierTypes.h"
 #include "Platform/Linux/Tray/TrayImages.h"
 
+#include <QDBusContext>
 #include <QDBusObjectPath>
 #include <QObject>
 #include <functional>
@@ -14,9 +15,9 @@ namespace platform {
 /// The program's icon as an object on the bus, which a tray shows: org.kde.StatusNotifierItem. Main
 /// thread only.
 ///
-/// A tray that follows the protocol opens the menu by itself. Others report clicks, which the
-/// handler gets.
-class StatusNotifierItem final : public QObject {
+/// A tray that follows the protocol opens the menu by itself. Others report clicks. While there is
+/// a menu, Activate, the left button's, is refused as unknown: most of these trays then open it.
+class StatusNotifierItem final : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
     Q_PROPERTY(QString Category READ category CONSTANT)
@@ -31,8 +32,8 @@ class StatusNotifierItem final : public QObject {
     Q_PROPERTY(QDBusObjectPath Menu READ menuPath)
 
   public:
-    /// `clicked` is called from the event loop for a click of any button.
-    explicit StatusNotifierItem(std::function<void()> clicked);
+    /// Called from the event loop: `refused` when Activate was refused, `clicked` for other clicks.
+    StatusNotifierItem(std::function<void()> clicked, std::function<void()> refused);
 
     /// Null shows no icon.
     void setImage(std::shared_ptr<const DrawnImage> image);
@@ -66,11 +67,11 @@ class StatusNotifierItem final : public QObject {
   public Q_SLOTS:
 
     // Coordinates are ignored: they are in physical pixels, and some trays send none.
-    void Activate(int /*x*/, int /*y*/) { reportClick(); }
+    void Activate(int x, int y);
 
-    void SecondaryActivate(int /*x*/, int /*y*/) { reportClick(); }
+    void SecondaryActivate(int /*x*/, int /*y*/) { report(clicked_); }
 
-    void ContextMenu(int /*x*/, int /*y*/) { reportClick(); }
+    void ContextMenu(int /*x*/, int /*y*/) { report(clicked_); }
 
     void Scroll(int /*delta*/, const QString& /*orientation*/) {}
 
@@ -79,9 +80,10 @@ class StatusNotifierItem final : public QObject {
     // NOLINTEND(readability-identifier-naming, readability-redundant-access-specifiers)
 
   private:
-    void reportClick();
+    void report(const std::function<void()>& handler);
 
     std::function<void()> clicked_;
+    std::function<void()> refused_;
     std::shared_ptr<const DrawnImage> image_;
     QString menuPath_;
 };

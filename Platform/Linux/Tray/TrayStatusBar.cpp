@@ -19,6 +19,9 @@ const QString menuPath = "/MenuBar";
 
 constexpr std::chrono::milliseconds settlingTime{300};
 
+/// How long a tray has to open the menu before the program opens its own.
+constexpr std::chrono::milliseconds trayMenuLimit{200};
+
 /// The usual side of icons in a tray, in points.
 constexpr int usualIconSide = 24;
 
@@ -77,8 +80,11 @@ class TrayStatusItem::Button final : public StatusBarButton {
 TrayStatusItem::TrayStatusItem(TrayManagerSelectionMaker makeManagerSelection)
     : service_(QString("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid())),
       button_(std::make_shared<Button>([this] { showImage(); })),
-      busItem_([this] { handleClick(); }),
+      busMenu_([this] { leaveMenuToTray(); }),
+      busItem_([this] { handleClick(); }, [this] { trayMenuWait_.start(trayMenuLimit); }),
       hosts_(service_, std::move(makeManagerSelection), [this] { moveToHost(); }) {
+    trayMenuWait_.setSingleShot(true);
+    QObject::connect(&trayMenuWait_, &QTimer::timeout, &busItem_, [this] { handleClick(); });
     // A panel that starts embeds windows a little before it shows items on the bus, and while it is
     // busy its answer about the bus comes late. An icon made in between would make Qt choose the
     // bus (see XEmbedIcon) and show up as a second item, only to leave at once; some panels crash
@@ -156,6 +162,13 @@ void TrayStatusItem::handleClick() {
         popupMenu_.emplace(menu_);
     }
     popupMenu_->popUp(iconGeometry());
+}
+
+void TrayStatusItem::leaveMenuToTray() {
+    trayMenuWait_.stop();
+    if (popupMenu_) {
+        popupMenu_->close();
+    }
 }
 
 QRect TrayStatusItem::iconGeometry() const {

@@ -41,6 +41,7 @@ class TrayStatusItem final : public StatusItem {
     void moveToHost();
     void makeWindow();
     void handleClick();
+    void leaveMenuToTray();
     [[nodiscard]] QRect iconGeometry() const;
 
     std::optional<QDBusConnection> bus_;
@@ -50,6 +51,7 @@ class TrayStatusItem final : public StatusItem {
     DBusMenu busMenu_;
     StatusNotifierItem busItem_;
     QTimer settling_;
+    QTimer trayMenuWait_;
     std::optional<XEmbedIcon> xEmbedIcon_;
     std::optional<PopupMenu> popupMenu_;
     TrayHosts hosts_;
