@@ -9,7 +9,7 @@ namespace text {
 namespace {
 
 /// Longer than most lines.
-constexpr std::size_t scanSize = 64;
+constexpr std::size_t scanSize = 48;
 
 constexpr auto positions = [] {
     std::array<std::uint8_t, scanSize> values{};

@@ -28,12 +28,6 @@ void forEachLine(std::string_view text, const Action& action) {
     }
 }
 
-/// Calls `action` with each line of a text, trimmed and without list prefixes, blank ones included.
-template <typename Action>
-void forEachSanitizedLine(std::string_view text, const Action& action) {
-    forEachLine(text, [&action](std::string_view line) { action(sanitizeLine(trim(line)).text); });
-}
-
 /// A text as a list of its lines, each trimmed and without list prefixes. Neither copies the text
 /// nor keeps an index: the lines are found whenever the list is read. Move-only.
 class LineList {
@@ -48,7 +42,7 @@ class LineList {
     /// Calls `action` with each line in order, blank ones included. Each is a part of text().
     template <typename Action>
     void forEach(const Action& action) const {
-        forEachSanitizedLine(text(), action);
+        forEachLine(text(), [&action](std::string_view line) { action(sanitizeLine(line).text); });
     }
 
   private:

@@ -25,7 +25,7 @@ constexpr auto nextStates = [] {
     using Row = std::array<State, 8>;
     return std::array<Row, 6>{
         // other, white space, hyphen, bullet, digit, full stop, colon, dash
-        Row{end, end, bullet, bullet, digits, end, end, end},        // start
+        Row{end, start, bullet, bullet, digits, end, end, end},      // start
         Row{end, bullet, end, end, digits, end, end, end},           // bullet
         Row{end, spacedDigits, mark, end, digits, mark, mark, mark}, // digits
         Row{end, spacedDigits, mark, end, end, end, end, mark},      // spacedDigits
@@ -115,10 +115,10 @@ std::string_view trim(std::string_view text) {
 }
 
 SanitizedLine sanitizeLine(std::string_view line) {
-    SanitizedLine result{.text = line};
+    std::string_view rest = trimEnd(line);
+    SanitizedLine result{.text = rest};
     State state = State::start;
     Kind mark = Kind::other;
-    std::string_view rest = line;
     while (!rest.empty()) {
         Kind kind = Kind::other;
         std::size_t length = 1;
@@ -137,15 +137,11 @@ SanitizedLine sanitizeLine(std::string_view line) {
         rest.remove_prefix(length);
         mark = state == State::mark ? kind : mark;
         result.hadBullet |= state == State::bullet;
-        result.text = state == State::bullet ? rest : result.text;
+        result.text = state <= State::bullet ? rest : result.text;
     }
-    // Removing a bullet trims the line, so white space at its end does not complete a number.
-    if (state == State::number && !(result.hadBullet && rest.empty())) {
+    if (state == State::number) {
         result.numericPattern = mark == Kind::fullStop ? 0 : mark == Kind::colon ? 2 : 1;
         result.text = rest;
-    }
-    if (result.text.size() != line.size()) {
-        result.text = trimEnd(result.text);
     }
     return result;
 }

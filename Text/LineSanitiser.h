@@ -24,9 +24,9 @@ struct SanitizedLine {
 /// The text without the white space at both ends.
 [[nodiscard]] std::string_view trim(std::string_view text);
 
-/// Removes at most one bullet and then at most one number from the start of a trimmed line in
-/// UTF-8. What is left is trimmed again and may be empty. Ill-formed sequences are neither bullets,
-/// digits nor white space.
+/// Trims a line in UTF-8 and removes at most one bullet and then at most one number from its start.
+/// What is left is trimmed, too, and may be empty. Ill-formed sequences are neither bullets, digits
+/// nor white space.
 [[nodiscard]] SanitizedLine sanitizeLine(std::string_view line);
 
 } // namespace text

@@ -13,7 +13,7 @@ namespace text {
 namespace {
 
 /// Longer than most lines, which are then copied without a loop.
-constexpr std::size_t blockSize = 64;
+constexpr std::size_t blockSize = 32;
 
 /// What stands for a byte in the escaped text, padded to one size to be copied without a branch.
 struct Replacement {
@@ -131,7 +131,8 @@ void appendHead(ConversionPayload& payload) {
 
 void appendRows(ConversionPayload& payload, std::string_view text) {
     const char* const readableEnd = text.data() + text.size();
-    forEachSanitizedLine(text, [&payload, readableEnd](std::string_view line) {
+    forEachLine(text, [&payload, readableEnd](std::string_view line) {
+        line = sanitizeLine(line).text;
         if (!line.empty()) {
             appendRow(payload, line, readableEnd);
         }
@@ -139,7 +140,8 @@ void appendRows(ConversionPayload& payload, std::string_view text) {
 }
 
 void appendLines(ConversionPayload& payload, std::string_view text) {
-    forEachSanitizedLine(text, [&payload](std::string_view line) {
+    forEachLine(text, [&payload](std::string_view line) {
+        line = sanitizeLine(line).text;
         if (!line.empty()) {
             payload.plainText.append(payload.stickyCount == 0 ? "" : "\n");
             payload.plainText.append(line);

@@ -161,8 +161,11 @@ TEST(LineSanitiserTests, RemovesAMillionSpacesAfterAPrefix) {
     EXPECT_EQ(sanitized("1" + spaces + "-" + spaces + "milk"), "milk");
 }
 
-TEST(LineSanitiserTests, DoesNotTrimALineWithoutAPrefix) {
-    EXPECT_EQ(sanitized(" milk "), " milk ");
+TEST(LineSanitiserTests, TrimsTheLineBeforeRemovingPrefixes) {
+    EXPECT_EQ(sanitized(" milk "), "milk");
+    EXPECT_EQ(sanitized("\u3000- 1. milk\t"), "milk");
+    EXPECT_EQ(sanitized("1. "), "1.");
+    EXPECT_EQ(sanitized(" "), "");
     EXPECT_EQ(sanitized(""), "");
 }
 
@@ -187,7 +190,8 @@ TEST(LineSanitiserTests, AgreesWithTheExpressionsOnEveryShortLine) {
             for (std::size_t rest = number; line.size() < length; rest /= alphabet.size()) {
                 line += alphabet[rest % alphabet.size()];
             }
-            ASSERT_EQ(sanitized(line), reference::sanitizeLine(line)) << line;
+            const std::string trimmed(text::trim(line));
+            ASSERT_EQ(sanitized(line), reference::sanitizeLine(trimmed)) << line;
             changed += sanitized(line) != line ? 1U : 0U;
         }
     }
