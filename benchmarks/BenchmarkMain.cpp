@@ -1,6 +1,8 @@
 // Compares the conversion with the obvious implementations and with merely copying the result:
 // pastewise_benchmark [LETTERS] [--json FILE]
 
+#include "Foundation/TextBuffer.h"
+#include "Platform/Linux/ProcessSetup.h"
 #include "Text/LineList.h"
 #include "Text/SheetDocument.h"
 #include "benchmarks/Contenders.h"
@@ -25,11 +27,13 @@ namespace benchmarks {
 
 namespace {
 
+using foundation::TextBuffer;
 using Json = nlohmann::ordered_json;
 
 constexpr int freshThreshold = 128 * 1024;
 constexpr double memoryGoal = 1.2;
 constexpr double levelGoal = 0.25;
+constexpr double hugePageGoal = 1.5;
 
 /// Time limit for converting one input, in seconds or as a multiple of the copy.
 struct Goal {
@@ -148,7 +152,7 @@ Json measureInput(const Input& input) {
 Json measureMemory(const Input& input) {
     const Finished finished = finish(input.text);
     const auto outputSize = static_cast<double>(finished.html.size() + finished.plainText.size());
-    foundation::TextBuffer text{std::string_view(input.text)};
+    TextBuffer text{std::string_view(input.text)};
     const auto peak = peakMemoryOf([&text] {
         const text::LineList lines(std::move(text));
         const text::ConversionPayload payload = text::makeSheetDocument(lines);
@@ -230,6 +234,32 @@ Json measureManager() {
     return rows;
 }
 
+/// What asking the system for huge pages saves. Where there are none, the ratio is 1.
+Json measureHugePages() {
+    const std::string text = shortLines(1'000'000);
+    const auto timeWith = [&text](TextBuffer::LargeBlockHook hook) {
+        TextBuffer::setLargeBlockHook(hook);
+        const double time = timeOfConversion(text, 1);
+        TextBuffer::setLargeBlockHook(nullptr);
+        return time;
+    };
+    const auto medians = medianTimes({
+        {[&timeWith] { return timeWith(platform::adviseHugePages); }, 15},
+        {[&timeWith] { return timeWith(nullptr); }, 15},
+    });
+    const double timesFaster = medians[1] / medians[0];
+    std::printf("%10s with huge pages, %10s without, %.2f times faster, goal %.1f %s\n",
+                duration(medians[0]).c_str(),
+                duration(medians[1]).c_str(),
+                timesFaster,
+                hugePageGoal,
+                verdict(timesFaster >= hugePageGoal));
+    return {{"secondsWith", medians[0]},
+            {"secondsWithout", medians[1]},
+            {"timesFaster", timesFaster},
+            {"goalMet", timesFaster >= hugePageGoal}};
+}
+
 void run(const std::vector<std::string>& arguments) {
     std::string letters = "abcdefgh";
     std::string jsonFile;
@@ -248,13 +278,17 @@ void run(const std::vector<std::string>& arguments) {
     for (const Input& input : inputs) {
         report["conversions"].push_back(measureInput(input));
     }
-    std::printf("\nMemory at the peak beside the input\n");
+    std::printf("\nMemory at the peak beside the input, with huge pages\n");
+    TextBuffer::setLargeBlockHook(platform::adviseHugePages);
     for (const Input& input : inputs) {
         // The system counts in pages, too coarse for smaller inputs.
         if (input.text.size() > 1'000'000) {
             report["memory"].push_back(measureMemory(input));
         }
     }
+    TextBuffer::setLargeBlockHook(nullptr);
+    std::printf("\n1,000,000 lines in memory that the system may back with huge pages\n");
+    report["hugePages"] = measureHugePages();
     std::printf("\nTime per line by length\n");
     report["growth"] = measureGrowth();
     std::printf("\nReading, generating and writing with debug messages off\n");
