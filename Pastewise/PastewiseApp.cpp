@@ -26,7 +26,8 @@ int PastewiseApp::main() {
 void PastewiseApp::answerRequests() {
     platform_.application().setRequests(
         {.convert = [this] { appDelegate_.handleConversionRequested(); },
-         .openPreferences = [this] { appDelegate_.openPreferences(); }});
+         .openPreferences = [this] { appDelegate_.openPreferences(); },
+         .retryShortcut = [this] { shared_.shortcutManager().retry(); }});
 }
 
 } // namespace pastewise

@@ -149,6 +149,11 @@ void ShortcutManager::clearShortcut() {
     setUpDefaultShortcut();
 }
 
+void ShortcutManager::retry() {
+    hotKey_->setIsPaused(true);
+    hotKey_->setIsPaused(false);
+}
+
 void ShortcutManager::setUpDefaultShortcut() {
     hotKey_ = std::make_unique<HotKey>(hotKeys_, defaultKey, defaultModifiers);
     // Unlike the press of a shortcut that was set, this one is not logged.

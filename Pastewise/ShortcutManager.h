@@ -45,6 +45,9 @@ class ShortcutManager {
     /// Restores the default, which replaces the user's choice in the settings.
     void clearShortcut();
 
+    /// Registers the current combination again, for a system that refused it before.
+    void retry();
+
     /// The saved shortcut in words: "Command + Shift K". The default if there is none.
     [[nodiscard]] static std::string
     currentShortcutDisplayString(const platform::UserDefaults& defaults);

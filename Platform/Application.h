@@ -18,6 +18,8 @@ class Application : public foundation::Interface {
     struct Requests {
         std::function<void()> convert;
         std::function<void()> openPreferences;
+        /// Registers the shortcut again, which the system refused before.
+        std::function<void()> retryShortcut;
     };
 
     /// Replaces the handlers. Requests that came before the first call are answered by it.

@@ -1,6 +1,8 @@
 #include "Foundation/Logger.h"
 #include "Platform/Linux/DBus/DBusApplication.h"
+#include "Platform/Linux/DBus/DesktopNotifications.h"
 #include "Platform/Linux/DBus/SessionBus.h"
+#include "Platform/Linux/Keys/KeyCodes.h"
 #include "Platform/Linux/LinuxServices.h"
 #include "Platform/Linux/ProcessSetup.h"
 #include "Platform/Linux/Qt/QtEventLoop.h"
@@ -164,7 +166,7 @@ class DesktopProcess {
 struct DisplayServices {
     std::unique_ptr<Pasteboard> pasteboard;
     std::function<void()> handOverPasteboard;
-    std::unique_ptr<hotkey::EventHotKeyService> hotKeys;
+    std::unique_ptr<X11EventHotKeyService> hotKeys;
     NativeModifiers nativeModifiers;
     TrayManagerSelectionMaker makeTrayManagerSelection;
 };
@@ -213,6 +215,7 @@ struct LinuxServices {
     QtWorkspace workspace;
     DBusApplication application{bringAllToFront,
                                 [](bool isEnabled) { return Autostart().setEnabled(isEnabled); }};
+    DesktopNotifications notifications;
     TrayImages images;
     TrayStatusBar statusBar{display.makeTrayManagerSelection};
     QtToolkit toolkit;
@@ -222,6 +225,7 @@ struct LinuxServices {
                                   application.joinBus(bus);
                                   connectAccessibility();
                               }
+                              notifications.setBus(bus);
                               statusBar.setBus(bus);
                           }};
     std::unique_ptr<FileDescriptorWatch> terminationWatch =
@@ -235,8 +239,14 @@ class LinuxPlatform final : public PlatformOf<LinuxServices> {
                   const std::string& limitation)
         : PlatformOf(std::move(process), std::move(display)) {
         if (!limitation.empty()) {
-            services().process->loggers().logger("LinuxPlatform").error("%{public}s", limitation);
+            logger_.error("%{public}s", limitation);
         }
+        services().display.hotKeys->setRefusalHandlers(
+            {.didRefuse = [this](const auto& combo) { reportRefusal(combo); },
+             .didBecomeFree =
+                 [this] {
+                     services().application.carryOutLater(&Application::Requests::retryShortcut);
+                 }});
         // What was copied and what was counted must also survive the end of the session.
         QApplication& application = services().process->application();
         QObject::connect(
@@ -258,10 +268,25 @@ class LinuxPlatform final : public PlatformOf<LinuxServices> {
     }
 
   private:
+    void reportRefusal(const hotkey::KeyCombo& combo) {
+        const std::string shortcut = shortcutText(combo.key().value(), combo.modifiers());
+        logger_.error("Another program has the shortcut %{public}s", shortcut);
+        services().notifications.show(
+            {.title = shortcut + " is used by another program",
+             .body = "Choose a different shortcut in the preferences. If the other program gives "
+                     "this one up, it works without any further steps.",
+             .actionTitle = "Open Preferences",
+             .action = [this] {
+                 services().application.carryOutLater(&Application::Requests::openPreferences);
+             }});
+    }
+
     void save() {
         services().userDefaults.flush();
         services().display.handOverPasteboard();
     }
+
+    foundation::Logger logger_ = services().process->loggers().logger("LinuxPlatform");
 };
 
 } // namespace

@@ -35,7 +35,8 @@ class ApplicationContract : public testing::TestWithParam<BackendMaker<Applicati
     /// Handlers that note each request.
     platform::Application::Requests noting() {
         return {.convert = [this] { notes_.emplace_back("convert"); },
-                .openPreferences = [this] { notes_.emplace_back("preferences"); }};
+                .openPreferences = [this] { notes_.emplace_back("preferences"); },
+                .retryShortcut = [this] { notes_.emplace_back("retry"); }};
     }
 
     static constexpr Request convert = &platform::Application::Requests::convert;

@@ -63,7 +63,8 @@ TEST_P(ApplicationContract, QueuesRequestsUntilThereAreHandlersAndHandlesEachOnc
 TEST_P(ApplicationContract, NewHandlersReplaceOldOnes) {
     application_.setRequests(noting());
     int count = 0;
-    application_.setRequests({.convert = [&] { ++count; }, .openPreferences = {}});
+    application_.setRequests(
+        {.convert = [&] { ++count; }, .openPreferences = {}, .retryShortcut = {}});
     backend_->ask(convert);
     backend_->ask(openPreferences);
     EXPECT_EQ(count, 1);

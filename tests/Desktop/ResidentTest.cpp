@@ -64,6 +64,11 @@ void ResidentTest::activate(const std::string& action) {
     EXPECT_EQ(request->waitForExit(), 0) << request->standardError();
 }
 
+void ResidentTest::awaitEventLoop() {
+    // The program refuses this from its event loop.
+    EXPECT_NE(requestAction("none")->waitForExit(), 0);
+}
+
 bool ResidentTest::waitForEndOfFlash() {
     return waitUntil([this] {
         const std::string& log = program_->standardError();

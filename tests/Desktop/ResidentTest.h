@@ -38,6 +38,10 @@ class ResidentTest : public ProgramTest {
     requestAction(const std::string& name);
     void activate(const std::string& action);
 
+    /// Returns once the program, which has its name on the bus, has handled the keys pressed so
+    /// far.
+    void awaitEventLoop();
+
     /// Waits until the program has its name on the session bus, which it takes after its launch.
     void waitForName();
 

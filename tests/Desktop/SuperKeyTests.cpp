@@ -74,12 +74,6 @@ class SuperKeyTests : public ResidentTest, public testing::WithParamInterface<De
         }
     }
 
-    /// Returns once the program has handled the keys pressed so far.
-    void awaitEventLoop() {
-        // It refuses this from its event loop.
-        EXPECT_NE(requestAction("none")->waitForExit(), 0);
-    }
-
     /// Expects each press of G with the modifiers to convert once.
     void expectConversions(std::initializer_list<int> modifiers) {
         const auto owner = startOwner({"normal"});

@@ -172,6 +172,16 @@ TEST_F(LaunchFlowTests, TheDesktopCanRequestAConversion) {
     });
 }
 
+TEST_F(LaunchFlowTests, TheDesktopCanOfferARefusedShortcutAgain) {
+    system_.eventHotKeyService().takeElsewhere({5, 0x100});
+    run([this] {
+        EXPECT_TRUE(system_.eventHotKeyService().registered().empty());
+        system_.eventHotKeyService().giveBackElsewhere({5, 0x100});
+        system_.application().ask(&platform::Application::Requests::retryShortcut);
+        EXPECT_EQ(system_.eventHotKeyService().registered().size(), 1U);
+    });
+}
+
 TEST_F(LaunchFlowTests, RequestsAreIgnoredOnceTheApplicationIsGone) {
     system_.pasteboard().copyElsewhere("• a");
     run();

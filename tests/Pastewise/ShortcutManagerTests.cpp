@@ -349,6 +349,19 @@ TEST_F(ShortcutManagerTests, AnnouncesTheDefaultEvenIfAnotherProgramHasIt) {
     }
 }
 
+TEST_F(ShortcutManagerTests, RetriesACombinationThatTheSystemRefused) {
+    service_.takeElsewhere(commandG);
+    start();
+    countPresses();
+    service_.giveBackElsewhere(commandG);
+    EXPECT_THAT(service_.registered(), IsEmpty());
+    forgetWhatWasSaid();
+    manager_->retry();
+    EXPECT_EQ(service_.press(commandG), noErr);
+    EXPECT_EQ(presses_, 1);
+    EXPECT_THAT(posted_, IsEmpty());
+}
+
 // Presses
 
 TEST_F(ShortcutManagerTests, CallsTheHandlerWithinEachPressAndNotOnRelease) {

@@ -46,6 +46,11 @@ class DBusApplication final : public QObject, public Application, protected QDBu
     /// Requests that came before the first call are carried out from the event loop soon after it.
     void setRequests(Requests requests) override;
 
+    using Request = std::function<void()> Requests::*;
+
+    /// Makes a request as if it came over the bus.
+    void carryOutLater(Request request);
+
     void activateIgnoringOtherApps() override { bringToFront_(); }
 
     void terminate() override;
@@ -61,10 +66,6 @@ class DBusApplication final : public QObject, public Application, protected QDBu
     // NOLINTEND(readability-identifier-naming, readability-redundant-access-specifiers)
 
   private:
-    using Request = std::function<void()> Requests::*;
-
-    void carryOutLater(Request request);
-
     std::function<void()> bringToFront_;
     std::function<QString(bool)> setStartsAtLogin_;
     std::optional<Requests> requests_;

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <string_view>
+#include <utility>
 
 namespace platform {
 
@@ -70,6 +72,33 @@ ModifierFlags positionFlags(Key key) {
     const bool isFunctionKey =
         isBetween(key, Key::pageUp, Key::f20) || key == Key::forwardDelete || key == Key::help;
     return isFunctionKey ? ModifierFlags::function : ModifierFlags{};
+}
+
+std::string shortcutText(Key key, ModifierFlags modifiers) {
+    constexpr std::array<std::pair<ModifierFlags, std::string_view>, 4> modifierNames{
+        {{ModifierFlags::command, "Super+"},
+         {ModifierFlags::control, "Ctrl+"},
+         {ModifierFlags::option, "Alt+"},
+         {ModifierFlags::shift, "Shift+"}}};
+    // Keys that a Mac shows as glyphs.
+    constexpr std::array<std::pair<Key, std::string_view>, 5> keyNames{
+        {{Key::space, "Space"},
+         {Key::return_, "Enter"},
+         {Key::keypadEnter, "Enter"},
+         {Key::keypadMultiply, "*"},
+         {Key::delete_, "Backspace"}}};
+    std::string text;
+    for (const auto& [modifier, name] : modifierNames) {
+        if (modifiers.contains(modifier)) {
+            text += name;
+        }
+    }
+    if (isBetween(key, Key::keypad0, Key::keypadPlus)) {
+        text += "Keypad ";
+    }
+    const auto* const found = std::find_if(
+        keyNames.begin(), keyNames.end(), [key](const auto& entry) { return entry.first == key; });
+    return text.append(found == keyNames.end() ? hotkey::description(key) : found->second);
 }
 
 } // namespace platform

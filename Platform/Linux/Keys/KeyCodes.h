@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 namespace platform {
 
@@ -20,5 +21,8 @@ namespace platform {
 /// arrows and navigation keys. A key of the numeric pad has none, so it is no shortcut by itself.
 /// Any thread.
 [[nodiscard]] hotkey::ModifierFlags positionFlags(hotkey::Key key);
+
+/// The combination in UTF-8 as Linux users know it: "Super+Shift+G". Any thread.
+[[nodiscard]] std::string shortcutText(hotkey::Key key, hotkey::ModifierFlags modifiers);
 
 } // namespace platform

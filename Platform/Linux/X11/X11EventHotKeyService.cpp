@@ -99,7 +99,9 @@ OSStatus X11EventHotKeyService::registerEventHotKey(std::uint32_t keyCode,
     // The event of a keyboard change may still be on its way.
     adoptKeyboard();
     const auto mask = modifiers_.mask(modifiers);
+    refused_.reset();
     if (!mask) {
+        refused_ = hotkey::KeyCombo(keyCode, modifiers);
         return hotkey::paramErr;
     }
     const auto x11KeyCode = static_cast<xcb_keycode_t>(xkbKeyCode(*key));
@@ -108,7 +110,14 @@ OSStatus X11EventHotKeyService::registerEventHotKey(std::uint32_t keyCode,
         std::any_of(registrations_.begin(), registrations_.end(), [&](const auto& registration) {
             return registration->keyCode == x11KeyCode && registration->grabbedMask == mask;
         });
-    if (isTaken || !grab(x11KeyCode, *mask)) {
+    if (isTaken) {
+        return hotkey::eventHotKeyExistsErr;
+    }
+    if (!grab(x11KeyCode, *mask)) {
+        refused_ = hotkey::KeyCombo(keyCode, modifiers);
+        if (refusalHandlers_.didRefuse && connection_->isAlive()) {
+            refusalHandlers_.didRefuse(*refused_);
+        }
         return hotkey::eventHotKeyExistsErr;
     }
     registrations_.push_back(std::make_shared<Registration>(Registration{
@@ -128,6 +137,7 @@ OSStatus X11EventHotKeyService::registerEventHotKey(std::uint32_t keyCode,
 }
 
 OSStatus X11EventHotKeyService::unregisterEventHotKey(hotkey::EventHotKeyRef reference) {
+    refused_.reset();
     const auto found =
         std::find_if(registrations_.begin(), registrations_.end(), [&](const auto& registration) {
             return registration.get() == reference.pointer;
@@ -273,6 +283,22 @@ void X11EventHotKeyService::followModifiers() {
     }
 }
 
+/// Nobody reports that another client gave a key up, so tries to grab it.
+void X11EventHotKeyService::checkRefused() {
+    const auto mask = refused_ ? modifiers_.mask(refused_->carbonModifiers) : std::nullopt;
+    if (!mask) {
+        return;
+    }
+    const auto keyCode = static_cast<xcb_keycode_t>(xkbKeyCode(refused_->key().value()));
+    if (grab(keyCode, *mask)) {
+        ungrab(keyCode, *mask);
+        refused_.reset();
+        if (refusalHandlers_.didBecomeFree) {
+            refusalHandlers_.didBecomeFree();
+        }
+    }
+}
+
 void X11EventHotKeyService::drain() {
     const auto weakSelf = self_.reference();
     while (true) {
@@ -289,6 +315,7 @@ void X11EventHotKeyService::drain() {
             // Once for a whole row of events.
             hasKeyboardChanged_ = false;
             adoptKeyboard();
+            checkRefused();
         } else {
             return;
         }
@@ -330,6 +357,11 @@ void X11EventHotKeyService::handle(const xcb_generic_event_t& event) {
         if (event.pad0 == XCB_XKB_STATE_NOTIFY) {
             modifierState_ = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event).mods;
             followModifiers();
+            if (refused_ && modifiers_.mask(refused_->carbonModifiers) ==
+                                modifiers_.heldModifiers(modifierState_)) {
+                // The key is about to be pressed.
+                checkRefused();
+            }
         } else {
             hasKeyboardChanged_ = true;
         }

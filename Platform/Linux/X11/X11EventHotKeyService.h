@@ -2,6 +2,7 @@
 
 #include "Foundation/WeakReference.h"
 #include "HotKey/HotKeyEventDispatcher.h"
+#include "HotKey/KeyCombo.h"
 #include "HotKey/ModifierFlags.h"
 #include "Platform/Linux/LinuxInterfaces.h"
 #include "Platform/Linux/X11/X11Connection.h"
@@ -10,10 +11,12 @@
 #include "Platform/MainQueue.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace platform {
@@ -41,6 +44,17 @@ class X11EventHotKeyService final : public hotkey::HotKeyEventDispatcher {
                                                        std::uint32_t options,
                                                        hotkey::EventHotKeyRef& reference) override;
     hotkey::OSStatus unregisterEventHotKey(hotkey::EventHotKeyRef reference) override;
+
+    struct RefusalHandlers {
+        /// Called from within registerEventHotKey() if another client has the combination.
+        std::function<void(const hotkey::KeyCombo&)> didRefuse;
+        /// Called from the event loop if the combination that was refused last is free when its
+        /// modifiers are pressed or the keyboard changes. A later registration or unregistration,
+        /// even if it fails, ends the wait.
+        std::function<void()> didBecomeFree;
+    };
+
+    void setRefusalHandlers(RefusalHandlers handlers) { refusalHandlers_ = std::move(handlers); }
 
     /// The modifiers in the state of an X11 key event: command, option, control and shift if held,
     /// Caps Lock if on. Waits for the server, since the keyboard may just have changed.
@@ -70,6 +84,7 @@ class X11EventHotKeyService final : public hotkey::HotKeyEventDispatcher {
 
     void adoptKeyboard();
     void followModifiers();
+    void checkRefused();
     void drain();
     void drainLater();
     void handle(const xcb_generic_event_t& event);
@@ -86,6 +101,8 @@ class X11EventHotKeyService final : public hotkey::HotKeyEventDispatcher {
     /// The keys whose press was delivered or preceded the grab and whose release is outstanding,
     /// with the registration that awaits it, if any.
     std::map<xcb_keycode_t, std::weak_ptr<Registration>> heldKeys_;
+    RefusalHandlers refusalHandlers_;
+    std::optional<hotkey::KeyCombo> refused_;
     std::uint8_t keyboardEvent_;
     bool hasKeyboardChanged_ = false;
     bool isDrainQueued_ = false;

@@ -69,7 +69,7 @@ class DBusApplicationBackend final : public ApplicationBackend {
     testing_support::PrivateBus bus_;
     testing_support::EnvironmentVariable address_{"DBUS_SESSION_BUS_ADDRESS",
                                                   bus_.address().c_str()};
-    platform::DBusApplication application_{platform::bringAllToFront};
+    platform::DBusApplication application_{platform::bringAllToFront, {}};
     bool hasJoined_ = false;
     platform::SessionBus sessionBus_{bus_.address(), [this](const auto& bus) {
                                          application_.joinBus(bus);

@@ -44,7 +44,8 @@ TEST_F(MacApplicationDeathTests, OpensThePreferencesAtASecondStart) {
         platform::MacApplication application;
         application.run([&] {
             application.setRequests({.convert = [] { note("convert"); },
-                                     .openPreferences = [] { note("preferences"); }});
+                                     .openPreferences = [] { note("preferences"); },
+                                     .retryShortcut = {}});
             openAgain();
             openAgain();
             application.terminate();
@@ -63,8 +64,10 @@ TEST_F(MacApplicationDeathTests, AnswersAnEarlyRequestOnce) {
         application.run([&] {
             openAgain();
             note("launched");
-            application.setRequests({.convert = {}, .openPreferences = [] { note("first"); }});
-            application.setRequests({.convert = {}, .openPreferences = [] { note("second"); }});
+            application.setRequests(
+                {.convert = {}, .openPreferences = [] { note("first"); }, .retryShortcut = {}});
+            application.setRequests(
+                {.convert = {}, .openPreferences = [] { note("second"); }, .retryShortcut = {}});
             application.terminate();
         });
     };

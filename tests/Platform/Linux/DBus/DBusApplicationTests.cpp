@@ -45,7 +45,8 @@ class Instance {
     void setRequests() {
         application.setRequests(
             {.convert = [this] { requests.emplace_back("convert"); },
-             .openPreferences = [this] { requests.emplace_back("preferences"); }});
+             .openPreferences = [this] { requests.emplace_back("preferences"); },
+             .retryShortcut = [this] { requests.emplace_back("retry"); }});
     }
 
     DBusApplication application{[] {},
@@ -145,6 +146,14 @@ TEST_F(RunningApplicationTests, OpensPreferences) {
     EXPECT_THAT(first_.requests, ElementsAre("preferences"));
 }
 
+TEST_F(RunningApplicationTests, CarriesOutRequestsOfTheProgramItselfFromTheEventLoop) {
+    first_.setRequests();
+    first_.application.carryOutLater(&platform::Application::Requests::retryShortcut);
+    EXPECT_THAT(first_.requests, IsEmpty());
+    EXPECT_TRUE(QtTestLoop::turnUntil([&] { return !first_.requests.empty(); }));
+    EXPECT_THAT(first_.requests, ElementsAre("retry"));
+}
+
 TEST_F(RunningApplicationTests, Quits) {
     ChildProcess client({"gdbus",
                          "call",
@@ -235,8 +244,9 @@ TEST_F(RunningApplicationTests, KeepsRequestsUntilThereAreHandlers) {
 TEST_F(RunningApplicationTests, RepliesBeforeItCarriesOutTheRequest) {
     bool hadReply = false;
     std::unique_ptr<ChildProcess> client;
-    first_.application.setRequests(
-        {.convert = [&] { hadReply = client->waitForExit() == 0; }, .openPreferences = {}});
+    first_.application.setRequests({.convert = [&] { hadReply = client->waitForExit() == 0; },
+                                    .openPreferences = {},
+                                    .retryShortcut = {}});
     client = std::make_unique<ChildProcess>(
         std::vector<std::string>{"gdbus",
                                  "call",

@@ -202,4 +202,20 @@ TEST(KeyCodesTests, GivesOtherKeysNoFlags) {
     }
 }
 
+TEST(ShortcutTextTests, NamesKeysAsLinuxUsersKnowThem) {
+    using platform::shortcutText;
+    EXPECT_EQ(shortcutText(Key::g, ModifierFlags::command), "Super+G");
+    EXPECT_EQ(shortcutText(Key::k,
+                           ModifierFlags::shift | ModifierFlags::option | ModifierFlags::control |
+                               ModifierFlags::command | ModifierFlags::capsLock),
+              "Super+Ctrl+Alt+Shift+K");
+    EXPECT_EQ(shortcutText(Key::comma, ModifierFlags::option), "Alt+,");
+    EXPECT_EQ(shortcutText(Key::return_, ModifierFlags::control), "Ctrl+Enter");
+    EXPECT_EQ(shortcutText(Key::space, ModifierFlags::capsLock), "Space");
+    EXPECT_EQ(shortcutText(Key::delete_, ModifierFlags::command), "Super+Backspace");
+    EXPECT_EQ(shortcutText(Key::keypad7, ModifierFlags::command), "Super+Keypad 7");
+    EXPECT_EQ(shortcutText(Key::keypadMultiply, ModifierFlags::command), "Super+Keypad *");
+    EXPECT_EQ(shortcutText(Key::keypadEnter, ModifierFlags::command), "Super+Keypad Enter");
+}
+
 } // namespace

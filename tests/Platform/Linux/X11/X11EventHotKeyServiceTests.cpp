@@ -1,5 +1,6 @@
 #include "HotKey/HotKey.h"
 #include "HotKey/HotKeysController.h"
+#include "HotKey/KeyCombo.h"
 #include "HotKey/ModifierFlags.h"
 #include "tests/Platform/Linux/X11/X11HotKeyTest.h"
 #include "tests/Support/OtherX11Program.h"
@@ -250,6 +251,88 @@ TEST_F(X11EventHotKeyServiceTests, RefusesACombinationIfAnotherProgramHasOneVari
     EXPECT_TRUE(thirdProgram.take(x11KeyG, superMask));
     EXPECT_TRUE(
         thirdProgram.take(x11KeyG, static_cast<std::uint16_t>(superMask | XCB_MOD_MASK_LOCK)));
+}
+
+class X11RefusalTests : public X11EventHotKeyServiceTests {
+  protected:
+    X11RefusalTests() {
+        EXPECT_TRUE(otherProgram_.take(x11KeyG, superMask));
+        service_->setRefusalHandlers({.didRefuse =
+                                          [this](const hotkey::KeyCombo& combo) {
+                                              EXPECT_EQ(combo.carbonKeyCode, keyG);
+                                              EXPECT_EQ(combo.carbonModifiers, hotkey::cmdKey);
+                                              ++refusalCount_;
+                                          },
+                                      .didBecomeFree = [this] { ++freeCount_; }});
+    }
+
+    /// Presses and releases Super, which the service has handled on return.
+    void tapSuper() {
+        keyboard_->tap(KEY_LEFTMETA);
+        static_cast<void>(service_->modifierFlags(0));
+        QtTestLoop::turn();
+    }
+
+    OtherX11Program otherProgram_{server_->display()};
+    int refusalCount_ = 0;
+    int freeCount_ = 0;
+};
+
+TEST_F(X11RefusalTests, ReportsACombinationOnce) {
+    EXPECT_NE(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    EXPECT_EQ(refusalCount_, 1);
+    tapSuper();
+    setLayout({"de"});
+    tapSuper();
+    EXPECT_EQ(refusalCount_, 1);
+    EXPECT_EQ(freeCount_, 0);
+}
+
+TEST_F(X11RefusalTests, NoticesAFreeCombinationWhenItsModifiersArePressed) {
+    EXPECT_NE(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    tapSuper();
+    otherProgram_.giveBack(x11KeyG, superMask);
+    keyboard_->tap(KEY_LEFTSHIFT);
+    EXPECT_EQ(freeCount_, 0);
+    tapSuper();
+    EXPECT_EQ(freeCount_, 1);
+    tapSuper();
+    EXPECT_EQ(freeCount_, 1);
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    pressSuperG();
+    EXPECT_THAT(events(), ElementsAre("down 1", "up 1"));
+    EXPECT_EQ(refusalCount_, 1);
+}
+
+TEST_F(X11RefusalTests, NoticesAFreeCombinationWhenTheKeyboardChanges) {
+    EXPECT_NE(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    otherProgram_.giveBack(x11KeyG, superMask);
+    setLayout({"de"});
+    EXPECT_TRUE(QtTestLoop::turnUntil([&] { return freeCount_ == 1; }));
+}
+
+TEST_F(X11RefusalTests, NoticesAModifierThatTheKeyboardLacked) {
+    otherProgram_.giveBack(x11KeyG, superMask);
+    otherProgram_.moveModifierKeys(mod3Index, mod4Index);
+    EXPECT_NE(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    EXPECT_EQ(refusalCount_, 0);
+    setLayout({"us"});
+    EXPECT_TRUE(QtTestLoop::turnUntil([&] { return freeCount_ == 1; }));
+}
+
+TEST_F(X11RefusalTests, ForgetsARefusedCombinationThatIsNoLongerWanted) {
+    EXPECT_NE(registerHotKey(keyG, hotkey::cmdKey), noErr);
+    EXPECT_NE(service_->unregisterEventHotKey(reference_), noErr);
+    otherProgram_.giveBack(x11KeyG, superMask);
+    tapSuper();
+    EXPECT_EQ(freeCount_, 0);
+}
+
+TEST_F(X11RefusalTests, DoesNotReportACombinationOfItsOwn) {
+    otherProgram_.giveBack(x11KeyG, superMask);
+    ASSERT_EQ(registerHotKey(keyG, hotkey::cmdKey, 1), noErr);
+    EXPECT_NE(registerHotKey(keyG, hotkey::cmdKey, 2), noErr);
+    EXPECT_EQ(refusalCount_, 0);
 }
 
 TEST_F(X11EventHotKeyServiceTests, AnotherProgramsKeyWorksAfterUnregistering) {
