@@ -393,6 +393,19 @@ TEST_F(AnalyticsManagerTests, AFullResetClearsTotalsAndLastCredit) {
     EXPECT_THAT(sink_.messages(), ElementsAre("debug: Resetting analytics statistics"));
 }
 
+TEST_F(AnalyticsManagerTests, LogsAResetBeforeAnyChange) {
+    start();
+    std::vector<std::string> lastMessages;
+    manager_->addObjectWillChangeObserver([&] { lastMessages.push_back(sink_.messages().back()); });
+    manager_->resetTodayOnly();
+    EXPECT_THAT(lastMessages,
+                ElementsAre("debug: Resetting today's local counter only (persistent storage "
+                            "unchanged)"));
+    lastMessages.clear();
+    manager_->resetStatistics();
+    EXPECT_EQ(lastMessages.front(), "debug: Resetting analytics statistics");
+}
+
 TEST_F(AnalyticsManagerTests, PostsAFullResetAfterStoringIt) {
     start().recordConversion(5, ConversionSource::hotkey);
     std::vector<std::optional<Value>> storedWhenPosted;

@@ -13,6 +13,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <locale>
 #include <memory>
 #include <utility>
 
@@ -95,6 +96,20 @@ TEST_F(MenuBarHostingControllerTests, LogsTheFrameOfALayoutBeforeLayingOutTheHos
                             "{{-1.25, 2}, {300, 0.33333333333333331}}"));
     EXPECT_EQ(sink_.entries().back().redacted,
               "MenuBarHostingController viewDidLayout with frame: <private>");
+}
+
+TEST_F(MenuBarHostingControllerTests, LogsAFrameTheSameInEveryLocale) {
+    struct Commas final : std::numpunct<char> {
+        [[nodiscard]] char do_decimal_point() const override { return ','; }
+    };
+
+    hostingView_->setFrameOfNextLayout({{0, 0}, {400, 12.5}});
+    const auto controller = makeController(hostingView_);
+    const std::locale before = std::locale::global({std::locale::classic(), new Commas});
+    static_cast<void>(controller->view());
+    std::locale::global(before);
+    EXPECT_EQ(sink_.messages().back(),
+              "debug: Hosting view configured with frame: {{0, 0}, {400, 12.5}}");
 }
 
 TEST_F(MenuBarHostingControllerTests, LaysOutTheHostingViewWheneverItAppears) {
