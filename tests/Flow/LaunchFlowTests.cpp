@@ -73,23 +73,25 @@ TEST_F(LaunchFlowTests, TheFirstLaunchLogsEachStepInOrder) {
 
 TEST_F(LaunchFlowTests, ALaunchUsesTheSystemInOrder) {
     system_.accessibilityTrust().setTrusted(false);
-    run();
-    EXPECT_TRUE(testing_support::madeInOrder(
-        system_.journal(),
-        {"log debug: Application launching with condensed status interface",
-         "print Checking accessibility permissions...",
-         "check trust",
-         "print Requesting accessibility permissions...",
-         "alert Accessibility Permissions Required",
-         "make status item",
-         "show icon",
-         "set menu",
-         "log debug: Status bar configured to show icon only with dropdown menu",
-         "log debug: Initializing ShortcutManager",
-         "register 5 0x100 as QZhk 1",
-         "store userDefinedShortcut",
-         "log debug: Shortcut handler registered - default shortcut handled by ShortcutManager",
-         "log debug: Application launched successfully"}));
+    run([this] {
+        EXPECT_TRUE(testing_support::madeInOrder(
+            system_.journal(),
+            {"log debug: Application launching with condensed status interface",
+             "print Checking accessibility permissions...",
+             "check trust",
+             "print Requesting accessibility permissions...",
+             "alert Accessibility Permissions Required",
+             "make status item",
+             "show icon",
+             "set menu",
+             "log debug: Status bar configured to show icon only with dropdown menu",
+             "log debug: Initializing ShortcutManager",
+             "register 5 0x100 as QZhk 1",
+             "store userDefinedShortcut",
+             "log debug: Shortcut handler registered - default shortcut handled by ShortcutManager",
+             "log debug: Application launched successfully",
+             "set requests"}));
+    });
 }
 
 TEST_F(LaunchFlowTests, ALaunchInstallsTheSavedShortcut) {
