@@ -46,12 +46,19 @@ constexpr std::chrono::seconds quietTime{2};
 constexpr std::chrono::seconds restTime{30};
 
 struct PasteGoal {
-    std::size_t lines;
-    std::size_t rounds;
-    double timesFaster;
+    std::size_t lines = 0;
+    std::size_t rounds = 0;
+    std::optional<double> timesFaster = {};
 };
 
-constexpr std::array<PasteGoal, 2> pasteGoals{{{30, 30, 8}, {10'000, 20, 4}}};
+constexpr std::array<PasteGoal, 3> pasteGoals{
+    {{30, 30, 8}, {10'000, 20, 4}, {100'000, 10, std::nullopt}}};
+/// Of the time of an owner of ready-made HTML.
+constexpr double pasteOfBareOwnerGoal = 1.3;
+
+constexpr std::uint64_t dirtyGoal = 4'000'000;
+constexpr std::size_t conversionCount = 1000;
+constexpr std::uint64_t growthGoal = 500'000;
 
 /// The program being measured: ours or, if installed, the peer.
 enum class Who : std::uint8_t { own, peer };
@@ -67,9 +74,9 @@ bool isInstalled(const std::string& program) {
 
 std::unique_ptr<DesktopSubject> makeSubject(Who who, Tray tray) {
     if (who == Who::own) {
-        return std::make_unique<DesktopSubject>(PASTEWISE_PROGRAM, tray);
+        return std::make_unique<DesktopSubject>(std::vector<std::string>{PASTEWISE_PROGRAM}, tray);
     }
-    auto subject = std::make_unique<DesktopSubject>("copyq", tray);
+    auto subject = std::make_unique<DesktopSubject>(std::vector<std::string>{"copyq"}, tray);
     writePeerConfiguration(subject->configurationFolder());
     return subject;
 }
@@ -198,8 +205,26 @@ Document makeDocument(std::size_t lineCount) {
     return {.text = std::move(text), .html = std::string(payload.html.view())};
 }
 
+/// Compares our times with those of a program that has the HTML ready.
+Json reportFloor(const std::vector<double>& own, const std::vector<double>& bareOwner) {
+    if (own.empty() || bareOwner.empty()) {
+        throw std::runtime_error("nothing to compare with a bare owner");
+    }
+    const double ratio = median(own) / median(bareOwner);
+    std::printf("    %.2f of a bare owner's %.2f ms, goal %.1f: %s\n",
+                ratio,
+                median(bareOwner) * 1e3,
+                pasteOfBareOwnerGoal,
+                verdict(ratio <= pasteOfBareOwnerGoal));
+    return {{"what", "key to whole HTML received, of a bare owner's"},
+            {"bareOwnerSeconds", median(bareOwner)},
+            {"ratio", ratio},
+            {"goal", pasteOfBareOwnerGoal},
+            {"goalMet", ratio <= pasteOfBareOwnerGoal}};
+}
+
 Json measurePaste(const std::vector<Who>& all, Tray tray) {
-    const auto subjects = makeSubjects(all, tray);
+    auto subjects = makeSubjects(all, tray);
     alternate(subjects, 1, [](DesktopSubject& subject, std::size_t) {
         static_cast<void>(subject.timeStart(std::chrono::milliseconds(0)));
     });
@@ -207,12 +232,15 @@ Json measurePaste(const std::vector<Who>& all, Tray tray) {
     Json rows;
     for (const PasteGoal& goal : pasteGoals) {
         const Document document = makeDocument(goal.lines);
+        subjects.push_back(std::make_unique<DesktopSubject>(
+            std::vector<std::string>{PASTEWISE_BARE_OWNER, std::to_string(goal.lines)}, tray));
+        static_cast<void>(subjects.back()->timeStart(std::chrono::milliseconds(0)));
         // Warm-up: the first run has cold code and data.
         alternate(subjects, 1, [&](DesktopSubject& subject, std::size_t) {
             static_cast<void>(subject.timePaste(document.text, document.html));
         });
-        Times owner(all.size());
-        Times wholeHtml(all.size());
+        Times owner(subjects.size());
+        Times wholeHtml(subjects.size());
         alternate(subjects, goal.rounds, [&](DesktopSubject& subject, std::size_t i) {
             const auto times = subject.timePaste(document.text, document.html);
             if (times) {
@@ -220,10 +248,15 @@ Json measurePaste(const std::vector<Who>& all, Tray tray) {
                 wholeHtml[i].push_back(times->wholeHtml);
             }
         });
+        subjects.pop_back();
+        const std::vector<double> bareOwner = wholeHtml.back();
+        owner.pop_back();
+        wholeHtml.pop_back();
         const std::string count = ", " + std::to_string(goal.lines) + " lines";
         rows.push_back(reportTimes("key to new clipboard owner" + count, owner, std::nullopt));
         rows.push_back(
             reportTimes("key to whole HTML received" + count, wholeHtml, goal.timesFaster));
+        rows.push_back(reportFloor(wholeHtml.front(), bareOwner));
         for (std::size_t i = 0; i < all.size(); ++i) {
             const std::size_t missing = goal.rounds - wholeHtml[i].size();
             if (missing > 0) {
@@ -243,6 +276,8 @@ Json measurePaste(const std::vector<Who>& all, Tray tray) {
 
 struct Rest {
     DesktopProcesses::Memory memory;
+    /// Our private dirty memory after many more conversions.
+    std::optional<std::uint64_t> dirtyLater;
     DesktopProcesses::Activity activity;
 };
 
@@ -267,21 +302,28 @@ Rest measureRest(Who who, Tray tray) {
         !subject->timePaste(document.text, document.html)) {
         throw std::runtime_error(std::string(nameOf(who)) + " does not convert");
     }
-    return restOf(*subject);
+    Rest rest = restOf(*subject);
+    if (who == Who::own) {
+        subject->convertAgain(conversionCount);
+        std::this_thread::sleep_for(quietTime);
+        rest.dirtyLater = subject->processes().memory().dirty;
+    }
+    return rest;
 }
 
 Rest measureBareTray(Tray tray) {
-    DesktopSubject subject(PASTEWISE_BARE_TRAY, tray);
+    DesktopSubject subject({PASTEWISE_BARE_TRAY}, tray);
     subject.start();
     return restOf(subject);
 }
 
 Json reportRest(const std::string& name, const Rest& rest) {
-    std::printf("%-20s %6zu %12.1f MB %9.1f MB %12llu %14llu %11.2f ms\n",
+    std::printf("%-20s %6zu %12.1f MB %9.1f MB %9.1f MB %12llu %14llu %11.2f ms\n",
                 name.c_str(),
                 rest.memory.processCount,
                 static_cast<double>(rest.memory.proportional) / 1e6,
                 static_cast<double>(rest.memory.exclusive) / 1e6,
+                static_cast<double>(rest.memory.dirty) / 1e6,
                 static_cast<unsigned long long>(rest.activity.voluntarySwitches),
                 static_cast<unsigned long long>(rest.activity.involuntarySwitches),
                 rest.activity.processorSeconds * 1e3);
@@ -297,9 +339,29 @@ Json reportRest(const std::string& name, const Rest& rest) {
             {"otherQtProcesses", rest.memory.otherQtProcessCount},
             {"proportionalBytes", rest.memory.proportional},
             {"privateBytes", rest.memory.exclusive},
+            {"privateDirtyBytes", rest.memory.dirty},
             {"voluntarySwitches", rest.activity.voluntarySwitches},
             {"involuntarySwitches", rest.activity.involuntarySwitches},
             {"processorSeconds", rest.activity.processorSeconds}};
+}
+
+Json reportDirtyGoals(const Rest& own) {
+    const std::uint64_t later = own.dirtyLater.value_or(0);
+    const std::uint64_t growth = later > own.memory.dirty ? later - own.memory.dirty : 0;
+    std::printf(
+        "    private dirty memory: %.1f MB, goal %.1f: %s; %.2f MB more after %zu conversions, "
+        "goal %.1f: %s\n",
+        static_cast<double>(own.memory.dirty) / 1e6,
+        static_cast<double>(dirtyGoal) / 1e6,
+        verdict(own.memory.dirty <= dirtyGoal),
+        static_cast<double>(growth) / 1e6,
+        conversionCount,
+        static_cast<double>(growthGoal) / 1e6,
+        verdict(growth <= growthGoal));
+    return {{"what", "private dirty memory"},
+            {"bytes", own.memory.dirty},
+            {"growthBytes", growth},
+            {"goalMet", own.memory.dirty <= dirtyGoal && growth <= growthGoal}};
 }
 
 /// The ratio of our memory to the other's, and its limit. Comparable only if no other Qt programs
@@ -321,11 +383,12 @@ Json reportMemoryGoal(const Rest& own, const std::string& name, const Rest& othe
 }
 
 Json measureAtRest(const std::vector<Who>& all, Tray tray) {
-    std::printf("\n%-20s %6s %15s %12s %12s %14s %14s\n",
+    std::printf("\n%-20s %6s %15s %12s %12s %12s %14s %14s\n",
                 "at rest, 30 s",
                 "procs",
                 "proportional",
                 "private",
+                "dirty",
                 "wake-ups",
                 "interruptions",
                 "processor");
@@ -344,6 +407,7 @@ Json measureAtRest(const std::vector<Who>& all, Tray tray) {
     const bool isStill = own.activity.voluntarySwitches == 0 && own.activity.processorSeconds == 0;
     std::printf("    no wake-up and no processor time: %s\n", verdict(isStill));
     goals.push_back({{"what", "no wake-up and no processor time"}, {"goalMet", isStill}});
+    goals.push_back(reportDirtyGoals(own));
     if (peer) {
         goals.push_back(reportMemoryGoal(own, nameOf(Who::peer), *peer, memoryOfPeerGoal));
     }

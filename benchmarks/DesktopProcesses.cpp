@@ -107,7 +107,9 @@ DesktopProcesses::Memory DesktopProcesses::memory() const {
         const fs::path file = folderOf(id) / "smaps_rollup";
         ++memory.processCount;
         memory.proportional += lineIn(file, "Pss") * 1024;
-        memory.exclusive += (lineIn(file, "Private_Clean") + lineIn(file, "Private_Dirty")) * 1024;
+        const std::uint64_t dirty = lineIn(file, "Private_Dirty") * 1024;
+        memory.exclusive += lineIn(file, "Private_Clean") * 1024 + dirty;
+        memory.dirty += dirty;
     }
     return memory;
 }

@@ -21,6 +21,9 @@ class DesktopProcesses {
         std::uint64_t proportional = 0;
         /// Memory not shared with other processes, in bytes.
         std::uint64_t exclusive = 0;
+        /// The part of it that was written to: unlike the proportional size, independent of what
+        /// else runs.
+        std::uint64_t dirty = 0;
         /// Other processes with Qt loaded. They share its pages, which reduces the proportional
         /// size.
         std::size_t otherQtProcessCount = 0;

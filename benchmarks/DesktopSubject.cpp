@@ -32,8 +32,8 @@ constexpr std::chrono::milliseconds settlingTime{500};
 
 } // namespace
 
-DesktopSubject::DesktopSubject(std::string program, Tray tray)
-    : program_(std::move(program)),
+DesktopSubject::DesktopSubject(std::vector<std::string> command, Tray tray)
+    : command_(std::move(command)),
       keyboard_(session_.display()),
       probe_(session_.display()),
       reader_(session_.display()),
@@ -63,21 +63,22 @@ const std::string& DesktopSubject::configurationFolder() const {
 }
 
 void DesktopSubject::start() {
-    process_ = std::make_unique<ChildProcess>(std::vector<std::string>{program_},
+    process_ = std::make_unique<ChildProcess>(command_,
                                               ChildProcess::Options{.environment = environment_});
 }
 
 DesktopSubject::StartTimes DesktopSubject::timeStart(std::chrono::milliseconds iconLimit) {
     // The server notices the end of a program slightly later than we do.
     if (!waitUntil([this] { return !probe_.isTaken(); })) {
-        throw std::runtime_error("the hot key is taken before " + program_ + " starts");
+        throw std::runtime_error("the hot key is taken before " + command_.front() + " starts");
     }
     const double begin = now();
     start();
     StartTimes times;
     while (!probe_.isTaken()) {
         if (now() - begin > std::chrono::duration<double>(patience).count()) {
-            throw std::runtime_error(program_ + " takes no hot key: " + process_->standardError());
+            throw std::runtime_error(command_.front() +
+                                     " takes no hot key: " + process_->standardError());
         }
         std::this_thread::sleep_for(probeInterval);
     }
@@ -127,11 +128,25 @@ std::optional<DesktopSubject::PasteTimes> DesktopSubject::timePaste(const std::s
         return std::nullopt;
     }
     if (received->html != html) {
-        throw std::runtime_error(program_ + " gives wrong HTML for " + std::to_string(text.size()) +
-                                 " bytes of text");
+        throw std::runtime_error(command_.front() + " gives wrong HTML for " +
+                                 std::to_string(text.size()) + " bytes of text");
     }
     return PasteTimes{.owner = received->ownerAt - begin,
                       .wholeHtml = received->completeAt - begin};
+}
+
+void DesktopSubject::convertAgain(std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        reader_.forgetOwners();
+        keyboard_.press(KEY_LEFTMETA);
+        keyboard_.press(KEY_G);
+        const bool isConverted = reader_.awaitHtml(patience).has_value();
+        keyboard_.release(KEY_G);
+        keyboard_.release(KEY_LEFTMETA);
+        if (!isConverted) {
+            throw std::runtime_error(command_.front() + " converts only sometimes");
+        }
+    }
 }
 
 /// When the first icon after `begin` arrived, in seconds as from now().

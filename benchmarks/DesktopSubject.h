@@ -10,11 +10,13 @@
 #include "tests/Support/PanelSession.h"
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace benchmarks {
 
@@ -44,7 +46,8 @@ class DesktopSubject : foundation::Pinned {
         double wholeHtml = 0;
     };
 
-    DesktopSubject(std::string program, Tray tray);
+    /// `command` is a program and its arguments.
+    DesktopSubject(std::vector<std::string> command, Tray tray);
     ~DesktopSubject();
 
     /// The folder of the program's configuration.
@@ -65,12 +68,15 @@ class DesktopSubject : foundation::Pinned {
     [[nodiscard]] std::optional<PasteTimes> timePaste(const std::string& text,
                                                       const std::string& html);
 
+    /// Presses the hot key `count` times, each time after the HTML of the last one has arrived.
+    void convertAgain(std::size_t count);
+
     [[nodiscard]] const DesktopProcesses& processes() const { return processes_; }
 
   private:
     [[nodiscard]] std::optional<double> iconTime(double begin);
 
-    std::string program_;
+    std::vector<std::string> command_;
     testing_support::DesktopSession session_;
     testing_support::FakeKeyboard keyboard_;
     DesktopHotKeyProbe probe_;
