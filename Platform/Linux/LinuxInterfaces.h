@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Foundation/Interface.h"
+#include "HotKey/KeyCombo.h"
 
 #include <functional>
 #include <memory>
@@ -18,6 +19,16 @@ class EventLoop : public foundation::Interface {
     /// which may happen inside the callback. The caller keeps the descriptor open for longer.
     [[nodiscard]] virtual std::unique_ptr<FileDescriptorWatch>
     watchReadable(int descriptor, std::function<void()> ready) = 0;
+};
+
+/// What a hot-key service reports besides the status of a call.
+struct RefusalHandlers {
+    /// Called from within registerEventHotKey() if another program has the combination.
+    std::function<void(const hotkey::KeyCombo&)> didRefuse;
+    /// Called from the event loop if the combination that was refused last is free when its
+    /// modifiers are pressed or the keyboard changes. A later registration or unregistration, even
+    /// if it fails, ends the wait.
+    std::function<void()> didBecomeFree;
 };
 
 /// Watches whether the screen has a tray manager: a program that embeds icons as windows (XEmbed)

@@ -3,6 +3,7 @@
 #include "Platform/Linux/DBus/DesktopNotifications.h"
 #include "Platform/Linux/DBus/SessionBus.h"
 #include "Platform/Linux/Keys/KeyCodes.h"
+#include "Platform/Linux/LinuxInterfaces.h"
 #include "Platform/Linux/LinuxServices.h"
 #include "Platform/Linux/ProcessSetup.h"
 #include "Platform/Linux/Qt/QtEventLoop.h"
@@ -166,7 +167,8 @@ class DesktopProcess {
 struct DisplayServices {
     std::unique_ptr<Pasteboard> pasteboard;
     std::function<void()> handOverPasteboard;
-    std::unique_ptr<X11EventHotKeyService> hotKeys;
+    std::unique_ptr<hotkey::EventHotKeyService> hotKeys;
+    std::function<void(RefusalHandlers)> setRefusalHandlers;
     NativeModifiers nativeModifiers;
     TrayManagerSelectionMaker makeTrayManagerSelection;
 };
@@ -184,10 +186,14 @@ std::optional<DisplayServices> makeX11Services(DesktopProcess& process,
     auto nativeModifiers = [hotKeys = hotKeys.get()](std::uint32_t state) {
         return hotKeys->modifierFlags(state);
     };
+    auto setRefusalHandlers = [hotKeys = hotKeys.get()](RefusalHandlers handlers) {
+        hotKeys->setRefusalHandlers(std::move(handlers));
+    };
     return DisplayServices{
         .pasteboard = std::move(pasteboard),
         .handOverPasteboard = std::move(handOver),
         .hotKeys = std::move(hotKeys),
+        .setRefusalHandlers = std::move(setRefusalHandlers),
         .nativeModifiers = std::move(nativeModifiers),
         .makeTrayManagerSelection = [&eventLoop = process.eventLoop()](auto didChange) {
             return X11TrayManagerSelection::open(eventLoop, std::move(didChange));
@@ -241,7 +247,7 @@ class LinuxPlatform final : public PlatformOf<LinuxServices> {
         if (!limitation.empty()) {
             logger_.error("%{public}s", limitation);
         }
-        services().display.hotKeys->setRefusalHandlers(
+        services().display.setRefusalHandlers(
             {.didRefuse = [this](const auto& combo) { reportRefusal(combo); },
              .didBecomeFree =
                  [this] {

@@ -45,15 +45,6 @@ class X11EventHotKeyService final : public hotkey::HotKeyEventDispatcher {
                                                        hotkey::EventHotKeyRef& reference) override;
     hotkey::OSStatus unregisterEventHotKey(hotkey::EventHotKeyRef reference) override;
 
-    struct RefusalHandlers {
-        /// Called from within registerEventHotKey() if another client has the combination.
-        std::function<void(const hotkey::KeyCombo&)> didRefuse;
-        /// Called from the event loop if the combination that was refused last is free when its
-        /// modifiers are pressed or the keyboard changes. A later registration or unregistration,
-        /// even if it fails, ends the wait.
-        std::function<void()> didBecomeFree;
-    };
-
     void setRefusalHandlers(RefusalHandlers handlers) { refusalHandlers_ = std::move(handlers); }
 
     /// The modifiers in the state of an X11 key event: command, option, control and shift if held,
