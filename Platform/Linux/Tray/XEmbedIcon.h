@@ -16,7 +16,8 @@ namespace platform {
 /// The program's icon as a window in a tray that embeds windows, through Qt. Main thread only.
 ///
 /// With its first icon, Qt decides for good whether all of them are windows or objects on the bus.
-/// So the first is made only when there is a tray for windows and none on the bus.
+/// So the first is made only when there is a tray for windows and none on the bus. From version 6.8
+/// on, a watcher without a tray counts as one on the bus: no window appears then.
 class XEmbedIcon {
   public:
     /// `clicked` is called from the event loop for a click of any button.

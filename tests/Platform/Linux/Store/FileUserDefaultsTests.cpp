@@ -268,6 +268,8 @@ TEST_F(FileUserDefaultsTests, LeaveAFileAloneThatMayNotBeRead) {
         return isUnprivileged && log_.messages().size() == 1 &&
                log_.messages()[0].find("cannot be read") != std::string::npos;
     });
+    EXPECT_EQ(fs::status(path_).permissions(), fs::perms(0));
+    fs::permissions(path_, fs::perms::owner_read);
     EXPECT_EQ(contentsOf(path_), "<plist version=\"1.0\"><dict/></plist>");
     EXPECT_THAT(namesIn(folder_), ElementsAre("settings"));
 }

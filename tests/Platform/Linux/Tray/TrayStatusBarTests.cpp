@@ -7,8 +7,10 @@
 #include <gmock/gmock.h>
 #include <linux/input-event-codes.h>
 
+#include <QLibraryInfo>
 #include <QMenu>
 #include <QScreen>
+#include <QVersionNumber>
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
@@ -39,6 +41,9 @@ class TrayStatusBarTests : public tray_test::TrayTest {
     static bool waitForWindows(XEmbedTray& tray, std::size_t count) {
         return turnUntil([&] { return tray.iconCount() == count; });
     }
+
+    /// Whether Qt takes a watcher for a tray even if no host is there, and so makes no window.
+    static bool countsAWatcherAsATray() { return QLibraryInfo::version() >= QVersionNumber(6, 8); }
 
     static QMenu* openMenu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
 };
@@ -295,6 +300,9 @@ TEST_F(TrayStatusBarTests, EachButtonOpensTheMenuOfTheWindow) {
 }
 
 TEST_F(TrayStatusBarTests, ATrayForWindowsMayStartLateAndBeRestarted) {
+    if (countsAWatcherAsATray()) {
+        GTEST_SKIP() << "This version of Qt makes no window while there is a watcher.";
+    }
     makeItem();
     startHost({"--no-host"});
     auto tray = std::make_unique<XEmbedTray>(session_.display());
@@ -317,6 +325,9 @@ TEST_F(TrayStatusBarTests, AnotherTrayForWindowsTakesTheWindowOver) {
 }
 
 TEST_F(TrayStatusBarTests, TheIconMovesBetweenTheKindsOfTraysAndIsInOnePlaceOnly) {
+    if (countsAWatcherAsATray()) {
+        GTEST_SKIP() << "This version of Qt makes no window while there is a watcher.";
+    }
     XEmbedTray tray(session_.display());
     startHost({"--no-host"});
     makeItem();
