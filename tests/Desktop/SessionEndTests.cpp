@@ -34,7 +34,9 @@ class SessionEndTests : public ResidentTest {
         sessionManager_ = std::make_unique<ChildProcess>(
             std::vector<std::string>{PASTEWISE_SESSION_MANAGER},
             ChildProcess::Options{.environment = session_.environment()});
-        ASSERT_TRUE(sessionManager_->waitForOutput("\n")) << sessionManager_->standardError();
+        // The library may have something to say on standard error first.
+        ASSERT_TRUE(waitUntil([this] { return sessionManager_->standardOutput().ends_with('\n'); }))
+            << sessionManager_->standardError();
         const std::string line = sessionManager_->standardOutput();
         const std::string prefix = "address ";
         ASSERT_TRUE(line.starts_with(prefix)) << line;
